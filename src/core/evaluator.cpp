@@ -1,0 +1,291 @@
+// The four operator levels and the factor: literals, variables, signs, parentheses, functions, and the words that
+// statements begin with.
+#include "core/errors.h"
+#include "core/interpreter.h"
+#include "core/variables.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace quillon {
+namespace {
+
+bool failed(const Machine& m) { return m.error_code != ERROR_NONE; }
+
+using Level = double (*)(Machine&);
+
+/// Reads the right operand of an operator with the level below it; false after an error, a missing operand included.
+bool read_right_operand(Machine& m, Level level, double& right) {
+    m.value.kind = VALUE_NONE;
+    right = level(m);
+    if (!failed(m) && m.value.kind == VALUE_NONE)
+        raise_error(m, ERROR_SYNTAX, MESSAGE_NO_OPERAND);
+    return !failed(m);
+}
+
+/// Makes a computed number of the value: the record of the left operand with the result in it.
+double number_result(Machine& m, int kind, Variable* variable, double result) {
+    m.value.kind = kind;
+    m.value.variable = variable;
+    m.value.number = result;
+    m.value.complete = 1;
+    m.operand_done = 1;
+    return result;
+}
+
+double concatenate(Machine& m) {
+    Value left = m.value;
+    double unused = 0;
+    if (!read_right_operand(m, eval_term, unused))
+        return 0;
+    if (value_type(m.value) != TYPE_STRING) {
+        raise_error(m, ERROR_VARIABLE, MESSAGE_TYPES_DIFFER);
+        return 0;
+    }
+    left.text.append(m.value.text);
+    left.complete = 1;
+    m.value = left;
+    m.operand_done = 1;
+    return 0;
+}
+
+double add_or_subtract(Machine& m, double left) {
+    const int operation = m.token;
+    const ValueType left_type = value_type(m.value);
+    if (operation == '+' && left_type == TYPE_STRING)
+        return concatenate(m);
+    const int kind = m.value.kind;
+    Variable* variable = m.value.variable;
+    double right = 0;
+    if (!read_right_operand(m, eval_term, right))
+        return 0;
+    const ValueType right_type = value_type(m.value);
+    if (operation == '+' && left_type != right_type) {
+        raise_error(m, ERROR_VARIABLE, MESSAGE_TYPES_DIFFER);
+        return 0;
+    }
+    if (left_type == TYPE_STRING || right_type == TYPE_STRING) {
+        raise_error(m, ERROR_SYNTAX, MESSAGE_STRING_OPERAND);
+        return 0;
+    }
+    return number_result(m, kind, variable, operation == '+' ? left + right : left - right);
+}
+
+double arithmetic(int operation, double left, double right) {
+    switch (operation) {
+    case '*': return left * right;
+    case '/': return left / right;
+    case TOKEN_EX: return left * std::pow(10.0, right);
+    case TOKEN_EM: return left / std::pow(10.0, right);
+    default: return std::pow(left, right);
+    }
+}
+
+/// Multiplication, division and powers: operators that take numbers only.
+double apply_arithmetic(Machine& m, Level level, double left) {
+    const int operation = m.token;
+    const bool left_is_string = value_type(m.value) == TYPE_STRING;
+    const int kind = m.value.kind;
+    Variable* variable = m.value.variable;
+    double right = 0;
+    if (!read_right_operand(m, level, right))
+        return 0;
+    if (left_is_string || value_type(m.value) == TYPE_STRING) {
+        raise_error(m, ERROR_SYNTAX, MESSAGE_STRING_OPERAND);
+        return 0;
+    }
+    if (operation == '/' && right == 0) {
+        raise_error(m, ERROR_ARITHMETIC, MESSAGE_DIVISION_BY_ZERO);
+        return 0;
+    }
+    return number_result(m, kind, variable, arithmetic(operation, left, right));
+}
+
+double signed_factor(Machine& m) {
+    const bool negative = m.token == '-';
+    m.value.kind = VALUE_NUMBER;
+    m.value.number = 0;
+    const double result = eval_factor(m);
+    if (failed(m))
+        return 0;
+    m.value.number = negative ? -result : result;
+    m.value.complete = 1;
+    m.operand_done = 1;
+    return m.value.number;
+}
+
+/// A missing ")" is no error: evaluation goes on with the token that stands there.
+double parenthesised(Machine& m) {
+    m.value.complete = 0;
+    const double result = eval_sum(m);
+    if (!failed(m) && m.token == ')') {
+        next_token_behind_operand(m);
+        m.operand_done = 1;
+    }
+    return result;
+}
+
+double literal_or_variable(Machine& m) {
+    const double result = m.value.kind == VALUE_NUMBER || m.value.kind == VALUE_NUMVAR ? m.value.number : 0;
+    next_token_behind_operand(m);
+    m.operand_done = 1;
+    return result;
+}
+
+double constant_pi(Machine& m) {
+    m.value.kind = VALUE_NUMBER;
+    m.value.number = std::numbers::pi;
+    m.value.variable = nullptr;
+    m.value.complete = 1;
+    next_token_behind_operand(m);
+    m.operand_done = 1;
+    return std::numbers::pi;
+}
+
+double call_function(Machine& m, FunctionHandler function) {
+    const double result = function(m);
+    m.value.complete = 1;
+    m.operand_done = 1;
+    return result;
+}
+
+/// Runs a statement word. Only LET leaves an operand: its target.
+double run_statement_word(Machine& m, const Statement& statement) {
+    const int word = m.token;
+    if (statement.kind >= 0)
+        m.stmt_kind = statement.kind;
+    m.operand_done = 0;
+    if (word == TOKEN_PRINT || word == TOKEN_INPUT)
+        return 0; // their lists are eval_statement's
+    statement.handler(m);
+    m.operand_done = 0;
+    if (word != TOKEN_LET)
+        m.value.kind = VALUE_NONE;
+    return 0;
+}
+
+double separator_in_place_of_operand(Machine& m) {
+    if (m.token == ';') {
+        if (m.stmt_kind == KIND_PRINT)
+            raise_error(m, ERROR_SYNTAX, MESSAGE_UNKNOWN_TOKEN, ":';'");
+        m.operand_done = 0;
+    } else if (m.stmt_kind != KIND_JUMP) {
+        raise_error(m, ERROR_SYNTAX, MESSAGE_UNKNOWN_TOKEN);
+    }
+    return 0;
+}
+
+double word_factor(Machine& m) {
+    if (const FunctionHandler function = function_of(*m.language, m.token))
+        return call_function(m, function);
+    const Statement statement = statement_of(*m.language, m.token);
+    if (statement.handler != nullptr)
+        return run_statement_word(m, statement);
+    raise_unknown_token(m);
+    return 0;
+}
+
+double dispatch_factor(Machine& m) {
+    switch (m.token) {
+    case TOKEN_NUMBER:
+    case TOKEN_NUMVAR:
+    case TOKEN_STRVAR:
+    case TOKEN_STRING: return literal_or_variable(m);
+    case TOKEN_PI: return constant_pi(m);
+    case '(': return parenthesised(m);
+    case '+':
+    case '-': return signed_factor(m);
+    case '#':
+    case ';': return separator_in_place_of_operand(m);
+    default: return word_factor(m);
+    }
+}
+
+/// Reads the token that a factor begins with. BREAK and BREAKA are passed over, BREAK with the host's trace command.
+/// False when there is no factor: at the end of the statement, and after an error.
+bool read_factor_token(Machine& m) {
+    next_token(m);
+    while (m.token == TOKEN_BREAK || m.token == TOKEN_BREAKA) {
+        if (m.token == TOKEN_BREAK)
+            m.host.run_command(COMMAND_TRACE);
+        next_token(m);
+    }
+    if (failed(m))
+        return false;
+    if (m.token < TOKEN_COLON) { // the detail has been composed
+        enter_error(m, static_cast<ErrorCode>(m.token));
+        return false;
+    }
+    if (is_statement_end(m.token)) {
+        m.stmt_kind = KIND_NONE;
+        return false;
+    }
+    if (m.stmt_kind == KIND_PRINT && m.token >= STATEMENT_WORD) {
+        raise_error(m, ERROR_SYNTAX, MESSAGE_STATEMENT_IN_PRINT, ":0x%04x (TOKEN_ID)", static_cast<unsigned>(m.token));
+        return false;
+    }
+    return true;
+}
+
+/// The range of numbers that a factor may have; not-a-number has none.
+bool in_number_range(double x) {
+    constexpr double NUMBER_MIN = 1e-99;
+    constexpr double NUMBER_MAX = 1e100;
+    const double magnitude = std::fabs(x);
+    return x == 0 || (magnitude >= NUMBER_MIN && magnitude <= NUMBER_MAX);
+}
+
+} // namespace
+
+double eval_sum(Machine& m) {
+    double left = eval_term(m);
+    while (!failed(m) && (m.token == '+' || m.token == '-'))
+        left = add_or_subtract(m, left);
+    return left;
+}
+
+double eval_term(Machine& m) {
+    double left = eval_power(m);
+    while (!failed(m) && (m.token == '*' || m.token == '/'))
+        left = apply_arithmetic(m, eval_power, left);
+    return left;
+}
+
+double eval_power(Machine& m) {
+    double left = eval_factor(m);
+    while (!failed(m) && (m.token == '^' || m.token == TOKEN_EX || m.token == TOKEN_EM))
+        left = apply_arithmetic(m, eval_factor, left);
+    return left;
+}
+
+double eval_factor(Machine& m) {
+    if (!descend(m))
+        return 0;
+    const double result = read_factor_token(m) ? dispatch_factor(m) : 0;
+    ascend(m);
+    if (failed(m))
+        return 0;
+    if (!in_number_range(result)) {
+        raise_error(m, ERROR_ARITHMETIC, MESSAGE_NUMBER_RANGE, ":(1*10^-99 <= |N| < 1*10^100)");
+        return 0;
+    }
+    return result;
+}
+
+bool descend(Machine& m) {
+    if (m.nesting_depth >= NESTING_DEPTH_MAX) {
+        raise_unknown_token(m);
+        return false;
+    }
+    ++m.nesting_depth;
+    return true;
+}
+
+void ascend(Machine& m) { --m.nesting_depth; }
+
+double eval_argument(Machine& m) {
+    m.value.kind = VALUE_NONE;
+    return eval_sum(m);
+}
+
+} // namespace quillon

@@ -1,0 +1,47 @@
+// How the language's words are tied to the operations that carry them out. The tables themselves stand in the driver,
+// above the folders that hold the operations, so that the evaluator can call them without knowing them.
+#pragma once
+
+#include "core/token.h"
+
+#include <array>
+
+namespace quillon {
+
+struct Machine;
+
+/// Carries out a statement from the token behind its word on. Leaves `token` at the separator that ends the statement,
+/// or moves the position itself (jumps); reports through the record.
+using StatementHandler = void (*)(Machine&);
+
+/// Reads a function's arguments and leaves its result in `value`; returns the number, 0 for a string. Leaves `token`
+/// behind the arguments.
+using FunctionHandler = double (*)(Machine&);
+
+/// One statement word. `kind` is the statement context (StmtKind) that the word sets before its handler runs, -1 when
+/// it leaves the context alone. PRINT and INPUT only set theirs: their handler is called by `eval_statement` and by
+/// the driver, once for each item of their list.
+struct Statement {
+    StatementHandler handler = nullptr;
+    int kind = -1;
+};
+
+/// The handlers of all words, by token code. A word without a handler is an unknown token.
+struct Language {
+    std::array<Statement, STATEMENT_LAST - STATEMENT_FIRST + 1> statements{};
+    std::array<FunctionHandler, FUNCTION_LAST - FUNCTION_FIRST + 1> functions{};
+};
+
+/// The statement of a token, without a handler when it has none.
+inline Statement statement_of(const Language& language, int token) {
+    const bool known = token >= STATEMENT_FIRST && token <= STATEMENT_LAST;
+    return known ? language.statements[static_cast<std::size_t>(token - STATEMENT_FIRST)] : Statement{};
+}
+
+/// The function of a token, null when it has none.
+inline FunctionHandler function_of(const Language& language, int token) {
+    const bool known = token >= FUNCTION_FIRST && token <= FUNCTION_LAST;
+    return known ? language.functions[static_cast<std::size_t>(token - FUNCTION_FIRST)] : nullptr;
+}
+
+} // namespace quillon

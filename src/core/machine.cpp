@@ -1,0 +1,91 @@
+// Resets of the machine's record.
+#include "core/machine.h"
+
+#include "core/display_line.h"
+
+#include <cstdio>
+
+namespace quillon {
+
+Machine::Machine() {
+    init_variables(*this);
+    clear_display(*this);
+    display_line[DISPLAY_LINE_SIZE] = '\0';
+}
+
+void init_variables(Machine& m) {
+    constexpr int LETTER_COUNT = 26;
+    for (int i = 0; i < CELL_COUNT; ++i) {
+        char name[8];
+        if (i < LETTER_COUNT)
+            std::snprintf(name, sizeof name, "%c", 'A' + i);
+        else
+            std::snprintf(name, sizeof name, "%d", i - LETTER_COUNT + 1);
+        m.variables[static_cast<std::size_t>(i)].name = name;
+    }
+    clear_variables(m);
+}
+
+void clear_variables(Machine& m) {
+    for (Variable& cell : m.variables) {
+        cell.kind = -1;
+        cell.string_flag = 0;
+        cell.number = 0;
+        cell.text.clear();
+    }
+}
+
+void clear_program_areas(Machine& m) {
+    m.error_code = ERROR_NONE;
+    m.random_seed = m.host.milliseconds();
+    for (ProgramArea& area : m.areas)
+        area = ProgramArea{};
+}
+
+void clear_stacks(Machine& m) {
+    m.for_depth = 0;
+    m.gosub_depth = 0;
+    for (ForFrame& frame : m.for_frames)
+        frame = ForFrame{};
+    for (GosubFrame& frame : m.gosub_frames)
+        frame = GosubFrame{};
+}
+
+void reset_machine(Machine& m) {
+    m.error_code = ERROR_NONE;
+    clear_display(m);
+    m.display_cursor = 0;
+    m.display_offset = 0;
+    m.prev_state = STATE_RUN;
+    m.run_state = STATE_SELECT;
+    m.cur_area = 0;
+    m.cur_line = 0;
+    m.stmt_start = nullptr;
+    m.token_start = "";
+    m.program_ended = 0;
+    clear_stacks(m);
+    m.saved_token = 0;
+    m.saved_stmt_kind = KIND_NONE;
+    m.state_after_scroll = STATE_RUN;
+    m.kind_after_scroll = KIND_NONE;
+    m.wait_counter = 0;
+    m.print_clear_pending = 0;
+    m.print_mode = 0;
+}
+
+void enter_state(Machine& m, int state) {
+    m.prev_state = m.run_state;
+    m.run_state = state;
+}
+
+void clear_key(Machine& m) {
+    m.key_string.clear();
+    m.held_key = 0;
+}
+
+int current_line_number(const Machine& m) {
+    const ProgramArea& area = m.areas[static_cast<std::size_t>(m.cur_area)];
+    return m.cur_line < area.line_count ? area.lines[static_cast<std::size_t>(m.cur_line)].number : 0;
+}
+
+} // namespace quillon

@@ -1,0 +1,112 @@
+// next_token: what the scanner reads, put into the machine's record; resolves variables and their subscripts.
+#include "core/errors.h"
+#include "core/interpreter.h"
+#include "core/numbers.h"
+#include "core/scanner.h"
+#include "core/variables.h"
+
+namespace quillon {
+namespace {
+
+void compose_scan_fault(Machine& m, const Token& token) {
+    switch (token.fault) {
+    case ScanFault::BAD_NUMBER: compose_detail(m, MESSAGE_BAD_NUMBER); break;
+    case ScanFault::UNKNOWN_WORD:
+        compose_detail(m, MESSAGE_UNKNOWN_TOKEN, ":\"%s\"", word_text(token).c_str());
+        break;
+    case ScanFault::BAD_AMPERSAND: compose_detail(m, MESSAGE_UNKNOWN_TOKEN, ":\"&\""); break;
+    default: compose_detail(m, MESSAGE_UNKNOWN_TOKEN); break;
+    }
+}
+
+/// Evaluates the subscript of a variable; its ")" is consumed with it.
+int eval_subscript(Machine& m, const Token& token) {
+    const int prev_token = m.prev_token;
+    m.token = '(';
+    m.scan_ptr = token.end + 1;
+    if (!descend(m))
+        return 0;
+    const int index = truncate_to_int(round6(eval_statement(m)));
+    ascend(m);
+    m.prev_token = prev_token;
+    m.token_start = token.begin;
+    return index;
+}
+
+/// The cell that a variable means; null after an error.
+Variable* resolve_cell(Machine& m, const Token& token) {
+    if (token.letter == DOLLAR_LETTER)
+        return &dollar_var(m);
+    const int index = token.subscripted ? eval_subscript(m, token) : 0;
+    if (m.error_code != ERROR_NONE)
+        return nullptr;
+    Variable* cell = variable_cell(m, token.letter, index);
+    if (cell == nullptr) {
+        const char* dollar = token.code == TOKEN_STRVAR ? "$" : "";
+        compose_detail(m, MESSAGE_SUBSCRIPT, " =%c%s(%d)(MAX:%d)", 'A' + token.letter, dollar, index, DOLLAR_CELL);
+    }
+    return cell;
+}
+
+void take_variable(Machine& m, const Token& token) {
+    Variable* cell = resolve_cell(m, token);
+    m.token = cell != nullptr ? token.code : TOKEN_SUBSCRIPT_ERROR;
+    m.value.variable = cell;
+    m.value.kind = m.token;
+    m.value.complete = 0;
+    if (cell == nullptr)
+        return;
+    m.value.number = token.code == TOKEN_NUMVAR ? cell->number : 0;
+    if (token.code == TOKEN_STRVAR)
+        m.value.text = cell->text;
+    if (token.letter == DOLLAR_LETTER)
+        cell->kind = 1;
+}
+
+void take_literal(Machine& m, const Token& token) {
+    m.value.variable = nullptr;
+    m.value.kind = token.code;
+    m.value.complete = 0;
+    m.value.number = token.number;
+    if (token.code == TOKEN_STRING)
+        m.value.text = literal_text(token);
+}
+
+} // namespace
+
+int next_token(Machine& m) {
+    const Token token = scan_token(m.scan_ptr);
+    m.prev_token = m.token;
+    m.token_start = token.begin;
+    m.scan_ptr = token.end;
+    m.token = token.code;
+    switch (token.code) {
+    case TOKEN_NUMVAR:
+    case TOKEN_STRVAR: take_variable(m, token); break;
+    case TOKEN_NUMBER:
+    case TOKEN_STRING: take_literal(m, token); break;
+    case TOKEN_LEXICAL_ERROR:
+        compose_scan_fault(m, token);
+        m.value.kind = TOKEN_LEXICAL_ERROR;
+        break;
+    default: break;
+    }
+    return m.token;
+}
+
+void next_token_behind_operand(Machine& m) {
+    const Token token = scan_token(m.scan_ptr);
+    if (is_operand_token(token.code) || token.code == TOKEN_LEXICAL_ERROR) {
+        // Something that the statement will refuse; reading it must not touch the operand before it.
+        const Value operand = m.value;
+        next_token(m);
+        m.value = operand;
+        return;
+    }
+    m.prev_token = m.token;
+    m.token_start = token.begin;
+    m.scan_ptr = token.end;
+    m.token = token.code;
+}
+
+} // namespace quillon

@@ -1,0 +1,136 @@
+// machine_tick: what every tick does first and last, and the run states that are short. STATE_RUN is in run_state.cpp.
+#include "driver/tick.h"
+
+#include "core/display_line.h"
+#include "core/machine.h"
+#include "driver/run_state.h"
+
+namespace quillon {
+namespace {
+
+/// The clear key: Home, or its key on the soft keyboard.
+bool clear_key_down(const Machine& m) { return m.held_key == VIRTUAL_KEY_HOME || m.soft_key_code == KEY_CLEAR; }
+
+/// Counts the tone down. True when the program waits for its end and this tick does nothing else.
+bool tone_holds_tick(Machine& m) {
+    if (m.sound_ticks_left == 0)
+        return false;
+    if (--m.sound_ticks_left == 0) {
+        m.host.stop_tone();
+        m.sound_holds_run = 0;
+    }
+    return m.sound_holds_run != 0;
+}
+
+void blink_cursor(Machine& m) {
+    if (m.blink_counter++ > m.cursor_interval) {
+        m.blink_counter = 0;
+        m.cursor_visible = m.cursor_visible != 0 ? 0 : 1;
+    }
+}
+
+/// An error holds the machine until the clear key, or the Up key. One of a command line has a state of its own.
+bool error_holds_tick(Machine& m) {
+    if (m.run_state == STATE_COMMAND_ERROR || m.error_code == ERROR_NONE || m.error_code == ERROR_INPUT)
+        return false;
+    if (clear_key_down(m) || m.held_key == VIRTUAL_KEY_UP) {
+        enter_command_mode(m);
+        m.base_state = STATE_COMMAND;
+        m.enter_request = 0;
+        m.error_code = ERROR_NONE;
+    }
+    return true;
+}
+
+/// The output stands until EXE. A list that goes on keeps its context; one that has ended leaves what it set for this.
+void tick_print_wait(Machine& m) {
+    if (m.enter_request == 0)
+        return;
+    clear_display_line(m);
+    enter_state(m, m.base_state);
+    m.display_offset = 0;
+    m.wait_counter = 0;
+    resume_statement(m);
+    if (is_statement_end(m.token))
+        m.stmt_kind = m.kind_after_scroll;
+}
+
+void tick_stopped(Machine& m) {
+    if (m.enter_request != 0) {
+        clear_display_line(m);
+        enter_state(m, m.base_state);
+        resume_statement(m);
+    } else if (clear_key_down(m)) {
+        enter_command_mode(m);
+    }
+}
+
+void tick_ended(Machine& m) {
+    if (clear_key_down(m)) {
+        enter_command_mode(m);
+        m.base_state = STATE_COMMAND;
+    }
+}
+
+/// "P" and a place for each area: its digit, or a mark when it is in use; the selected one blinks.
+void tick_select(Machine& m) {
+    const char key = m.key_string[0];
+    if (key >= '0' && key <= '9') {
+        m.run_page = key - '0';
+        clear_key(m);
+    }
+    m.display_line[0] = 'P';
+    m.display_line[1] = ' ';
+    for (int n = 0; n < AREA_COUNT; ++n) {
+        const bool hidden = n == m.run_page && m.cursor_visible == 0;
+        const char mark = m.areas[static_cast<std::size_t>(n)].used ? '_' : static_cast<char>('0' + n);
+        m.display_line[2 + n] = hidden ? ' ' : mark;
+    }
+}
+
+void tick_to_command(Machine& m) {
+    enter_command_mode(m);
+    m.base_state = STATE_COMMAND;
+}
+
+void serve_state(Machine& m) {
+    switch (m.run_state) {
+    case STATE_RUN: tick_run(m); break;
+    case STATE_PRINT_WAIT: tick_print_wait(m); break;
+    case STATE_STOPPED:
+    case STATE_LINE_SHOWN: tick_stopped(m); break;
+    case STATE_ENDED: tick_ended(m); break;
+    case STATE_SELECT: tick_select(m); break;
+    case STATE_TO_COMMAND: tick_to_command(m); break;
+    default: break;
+    }
+}
+
+} // namespace
+
+void resume_statement(Machine& m) {
+    const int kind = m.saved_stmt_kind;
+    const bool input = kind == KIND_INPUT || kind == KIND_INPUT_ERROR || kind == KIND_PROMPT;
+    m.token = m.saved_token;
+    m.stmt_kind = input ? KIND_PROMPT_AGAIN : kind;
+}
+
+void enter_command_mode(Machine& m) {
+    m.stmt_kind = KIND_CLEARED;
+    clear_display_line(m);
+    enter_state(m, STATE_COMMAND);
+}
+
+void machine_tick(Machine& m) {
+    if (tone_holds_tick(m))
+        return;
+    blink_cursor(m);
+    if (error_holds_tick(m))
+        return;
+    serve_state(m);
+    if (m.held_key != 0 && !m.host.is_key_down(m.held_key))
+        clear_key(m);
+    m.enter_request = 0;
+}
+
+} // namespace quillon

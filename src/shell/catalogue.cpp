@@ -1,0 +1,74 @@
+// Reading message catalogues.
+#include "shell/catalogue.h"
+
+#include "core/charset.h"
+#include "shell/encoding.h"
+#include "shell/files.h"
+#include "shell/profile.h"
+
+#include <cstdio>
+
+namespace quillon {
+namespace {
+
+constexpr std::size_t VALUE_MAX = 259;
+constexpr std::size_t FILE_MAX = std::size_t{1} << 20;
+constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
+
+/// The number of a key "M_000", -1 for any other key. Keys are looked up as written with three digits at least.
+int key_number(std::string_view key) {
+    constexpr std::size_t DIGITS_MAX = 6;
+    if (key.size() < 5 || key.size() > 2 + DIGITS_MAX || !same_name(key.substr(0, 2), "M_"))
+        return -1;
+    int number = 0;
+    for (const char c : key.substr(2)) {
+        if (!is_digit(c))
+            return -1;
+        number = number * 10 + (c - '0');
+    }
+    const bool padded_too_far = key.size() > 5 && key[2] == '0';
+    return padded_too_far ? -1 : number;
+}
+
+std::string with_line_breaks(std::string_view value) {
+    std::string text;
+    for (const char c : value) {
+        if (c == '@')
+            text += "\r\n";
+        else
+            text += c;
+    }
+    return text;
+}
+
+} // namespace
+
+MessageCatalogue parse_catalogue(std::string_view text) {
+    if (text.starts_with(BYTE_ORDER_MARK))
+        text.remove_prefix(BYTE_ORDER_MARK.size());
+    const bool utf8 = is_valid_utf8(text);
+    MessageCatalogue catalogue;
+    for (const ProfileSection& section : parse_profile(text).sections) {
+        auto [place, is_first] = catalogue.sections.try_emplace(section.name);
+        if (!is_first)
+            continue; // of two sections of a name the first counts
+        for (const ProfileEntry& entry : section.entries) {
+            const int number = key_number(entry.key);
+            if (number < 0 || entry.value.empty())
+                continue;
+            const std::string value = utf8 ? std::string(cut_utf8(entry.value, VALUE_MAX))
+                                           : shift_jis_to_utf8(cut_shift_jis(entry.value, VALUE_MAX));
+            place->second.try_emplace(number, with_line_breaks(value));
+        }
+    }
+    return catalogue;
+}
+
+std::optional<MessageCatalogue> read_catalogue(const std::string& path) {
+    const std::optional<std::string> text = read_whole_file(path, FILE_MAX);
+    if (!text)
+        return std::nullopt;
+    return parse_catalogue(*text);
+}
+
+} // namespace quillon

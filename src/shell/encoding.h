@@ -1,0 +1,18 @@
+// Text encodings of files: UTF-8, or Shift-JIS (code page 932).
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quillon {
+
+bool is_valid_utf8(std::string_view text);
+
+/// Shift-JIS (code page 932) as UTF-8; bytes that are none become "?".
+std::string shift_jis_to_utf8(std::string_view text);
+
+/// The first `limit` bytes of a text, less the bytes of a character that the limit would cut in two.
+std::string_view cut_utf8(std::string_view text, std::size_t limit);
+std::string_view cut_shift_jis(std::string_view text, std::size_t limit);
+
+} // namespace quillon

@@ -1,0 +1,13 @@
+// Whole files: reading them into memory, with a limit.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+namespace quillon {
+
+/// The bytes of a file, or nothing when it cannot be read or has more than `limit` bytes.
+std::optional<std::string> read_whole_file(const std::string& path, std::size_t limit);
+
+} // namespace quillon

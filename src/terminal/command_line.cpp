@@ -1,0 +1,70 @@
+// Subcommands and their options.
+#include "terminal/command_line.h"
+
+#include "terminal/drive.h"
+#include "terminal/run.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdio>
+#include <iostream>
+
+namespace quillon {
+namespace {
+
+constexpr int BAD_CALL = 2;
+
+void add_run(CLI::App& app, RunOptions& options) {
+    CLI::App* run = app.add_subcommand("run", "Run a listing and print what it shows");
+    run->add_option("listing", options.listing, "The listing file")->required();
+    run->add_option("--page", options.page, "Program area to run (default: the first in use)")->check(CLI::Range(0, 9));
+    run->add_option("--max-ticks", options.max_ticks, "Stop after this many ticks");
+    run->add_option("--seed", options.seed, "Start value of the random generator");
+    run->add_option("--catalogue", options.catalogue, "Message catalogue for error texts");
+}
+
+/// Reads a line of any bytes; what is longer than `limit` is cut. False at the end of the input.
+bool read_line(std::FILE* file, std::string& line, std::size_t limit) {
+    line.clear();
+    int c = std::getc(file);
+    if (c == EOF)
+        return false;
+    for (; c != EOF && c != '\n'; c = std::getc(file)) {
+        if (line.size() < limit)
+            line.push_back(static_cast<char>(c));
+    }
+    return true;
+}
+
+int drive() {
+    constexpr std::size_t LINE_MAX_SIZE = std::size_t{1} << 16;
+    DriveSession session;
+    std::string line;
+    while (!session.finished && read_line(stdin, line, LINE_MAX_SIZE)) {
+        const std::optional<std::string> answer = drive_line(session, line);
+        if (answer && (std::fprintf(stdout, "%s\n", answer->c_str()) < 0 || std::fflush(stdout) != 0))
+            break;
+    }
+    return 0;
+}
+
+} // namespace
+
+int run_command_line(int argc, char** argv) {
+    CLI::App app("Runs and drives listings of a simulated pocket computer");
+    app.name("quillon-cli");
+    app.set_version_flag("--version", QUILLON_VERSION);
+    app.require_subcommand(1);
+    RunOptions run_options;
+    add_run(app, run_options);
+    const CLI::App* drive_command =
+        app.add_subcommand("drive", "Take commands from standard input, one a line, and answer each in JSON");
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : BAD_CALL;
+    }
+    return drive_command->parsed() ? drive() : run_listing(run_options);
+}
+
+} // namespace quillon

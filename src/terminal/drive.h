@@ -1,0 +1,28 @@
+// Driving a machine from a script: one command a line, one line of JSON for each. No window and no clock; time passes
+// only by commands, so the same commands give the same answers. docs/drive.md describes the protocol.
+#pragma once
+
+#include "shell/simulator.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillon {
+
+/// A driven machine and what it asked of its host.
+struct DriveSession {
+    DriveSession();
+
+    std::unique_ptr<Simulator> simulator;
+    std::vector<std::string> host_log; ///< since the last `state`
+    bool finished = false;             ///< after `quit`
+};
+
+/// Carries out one line (without its line feed) and returns the answer, one line of JSON without a line feed; nothing
+/// for an empty line or a comment. Any bytes will do: what is no command is refused and changes nothing.
+std::optional<std::string> drive_line(DriveSession& session, std::string_view line);
+
+} // namespace quillon

@@ -1,0 +1,32 @@
+// What the driving protocol shows of a machine, and which of its fields it sets.
+#pragma once
+
+#include "shell/simulator.h"
+
+#include <nlohmann/json_fwd.hpp>
+
+#include <string_view>
+
+namespace quillon {
+
+/// A field that `set` takes.
+struct DriveField {
+    std::string_view name;
+    long long lowest;
+    long long highest;
+    int Machine::*field; ///< null for the random seed, which is unsigned
+};
+
+/// The field of this name that `set` takes, null when there is none.
+const DriveField* find_settable_field(std::string_view name);
+
+/// Sets one field and no other.
+void set_field(Machine& m, const DriveField& field, long long number);
+
+/// Adds the members of a `state` answer, all but the host's log.
+void answer_state(const Simulator& s, nlohmann::ordered_json& answer);
+
+/// Adds the assigned variables.
+void answer_variables(const Machine& m, nlohmann::ordered_json& answer);
+
+} // namespace quillon

@@ -1,0 +1,32 @@
+// `quillon-cli run`: runs a listing as fast as it goes and prints what it shows.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace quillon {
+
+/// What `run` was asked to do.
+struct RunOptions {
+    std::string listing;
+    std::optional<int> page;                 ///< 0-9; else the first area in use
+    std::optional<std::uint64_t> max_ticks;  ///< else no limit
+    std::optional<std::uint32_t> seed;       ///< of the random generator
+    std::string catalogue;                   ///< a message catalogue file; empty for none
+};
+
+/// How a run ended: the program's exit status.
+enum RunStatus : int {
+    RUN_ENDED = 0,
+    RUN_ERROR = 1,      ///< an error of the program
+    RUN_BAD_CALL = 2,   ///< a wrong command line, or a listing that does not load
+    RUN_NO_INPUT = 3,   ///< INPUT with no more input
+    RUN_TICKS_USED = 4, ///< the limit of ticks was reached
+};
+
+/// Runs a listing. Lines go to standard output, errors to standard error. Output that cannot be written ends the run
+/// as if the program had ended.
+RunStatus run_listing(const RunOptions& options);
+
+} // namespace quillon

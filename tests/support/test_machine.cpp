@@ -1,0 +1,150 @@
+// The machine for tests.
+#include "tests/support/test_machine.h"
+
+#include "core/charset.h"
+#include "core/listing.h"
+#include "shell/commands.h"
+
+namespace quillon::testing {
+namespace {
+
+/// Sections that the machine asks for: numbers 0-80 of SYSTEM, 0-9 of the others.
+constexpr const char* SECTIONS[] = {
+    "SYSTEM", "INI",   "ABS",    "ACS",    "ASN",    "ATN",    "BEEP",   "BEEPS",  "COS",  "CSR",  "CUR",
+    "DEG",    "DMS",   "EOX",    "EOY",    "EXP",    "FACT",   "FOR",    "FRAC",   "GLOAD", "GOSUB", "GOTO",
+    "HEX",    "HYPACS", "HYPASN", "HYPATN", "HYPCOS", "HYPSIN", "HYPTAN", "IF",    "INPUT", "INT",  "LEN",
+    "LN",     "LOG",   "MID",    "MODE",   "NCR",    "NEXT",   "NPR",    "ON",     "POL",  "PRINT", "READ",
+    "REC",    "RESTORE", "RETURN", "RND",  "RUN",    "SET",    "SGN",    "SIN",    "SQRT", "STR",  "TAN",
+    "VAL",
+};
+
+MessageCatalogue naming_catalogue() {
+    MessageCatalogue catalogue;
+    for (const std::string_view name : SECTIONS) {
+        const std::string section(name);
+        const int last = name == "SYSTEM" ? 80 : 9;
+        for (int number = 0; number <= last; ++number)
+            catalogue.sections[section][number] = section + " " + std::to_string(number) + "\x01";
+    }
+    return catalogue;
+}
+
+std::string escaped(std::string_view text) {
+    std::string out(text.size() * 3 + 1, '\0');
+    return escape_text(text, out.data(), out.size());
+}
+
+std::string_view without_trailing_blanks(std::string_view text) {
+    return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
+/// Gives each line without a number one.
+std::string numbered(std::string_view lines) {
+    std::string listing = "[P0]\n";
+    int number = 10;
+    while (!lines.empty()) {
+        const std::string_view line = lines.substr(0, lines.find('\n'));
+        const bool plain = !line.empty() && !is_digit(line[0]) && line[0] != '[';
+        listing += (plain ? std::to_string(number) + " " : "") + std::string(line) + "\n";
+        number += 10;
+        lines.remove_prefix(std::min(line.size() + 1, lines.size()));
+    }
+    return listing;
+}
+
+} // namespace
+
+TestMachine::TestMachine() : simulator(std::make_unique<Simulator>()), m(simulator->machine) {
+    m.catalogue = naming_catalogue();
+    m.host.show_message = [this](const std::string& text, MessageIcon) { messages.push_back(text); };
+}
+
+bool TestMachine::load(std::string_view listing) {
+    return load_listing_text(m, std::string(listing)) == LoadResult::LOADED;
+}
+
+void TestMachine::start(std::string_view lines) {
+    load(numbered(lines));
+    host_run(m);
+}
+
+void TestMachine::tick(int count) {
+    for (int i = 0; i < count; ++i)
+        simulator_tick(*simulator);
+}
+
+void TestMachine::exe() {
+    m.enter_request = 1;
+    tick();
+}
+
+int TestMachine::wait(int most) {
+    int ticks = 0;
+    const auto waits = [this] {
+        const bool asks = m.stmt_kind == KIND_PROMPT || m.stmt_kind == KIND_INPUT_ERROR || m.stmt_kind == KIND_RESULT;
+        return (m.run_state != STATE_RUN && m.run_state != STATE_TO_COMMAND) || asks || m.error_code != ERROR_NONE;
+    };
+    for (; ticks < most && !waits(); ++ticks)
+        tick();
+    return ticks;
+}
+
+std::vector<std::string> TestMachine::run_through(int most) {
+    std::vector<std::string> lines;
+    for (int i = 0; i < most; ++i) {
+        m.enter_request = 1;
+        tick();
+        const bool failed = m.error_code != ERROR_NONE;
+        if (failed || m.run_state == STATE_PRINT_WAIT)
+            lines.push_back(display().substr(0, static_cast<std::size_t>(m.display_cursor)));
+        if (failed || (m.run_state != STATE_RUN && m.run_state != STATE_PRINT_WAIT))
+            break;
+    }
+    return lines;
+}
+
+std::string TestMachine::display() const {
+    return escaped(without_trailing_blanks({m.display_line, DISPLAY_LINE_SIZE}));
+}
+
+std::string TestMachine::visible() const { return escaped({m.display_line + m.display_offset, DISPLAY_WIDTH}); }
+
+std::string TestMachine::detail_id() const {
+    const std::string_view text = m.error_detail;
+    return std::string(text.substr(0, std::min(text.find('\x01'), text.size())));
+}
+
+std::string TestMachine::detail() const {
+    std::string_view text = m.error_detail;
+    text.remove_prefix(std::min(text.find('\x01') + 1, text.size()));
+    return std::string(text.substr(0, text.find("\r\n\r\n")));
+}
+
+std::string shown_by(std::string_view lines) {
+    TestMachine machine;
+    machine.start(lines);
+    std::string joined;
+    for (const std::string& line : machine.run_through())
+        joined += (joined.empty() ? "" : "|") + line;
+    return joined;
+}
+
+std::string error_of(std::string_view lines) {
+    TestMachine machine;
+    machine.start(lines);
+    machine.run_through();
+    if (machine.m.error_code == ERROR_NONE)
+        return "ok";
+    return machine.display().substr(0, machine.display().find(' ')) + " " + machine.detail_id();
+}
+
+std::string value_of(std::string_view expression) {
+    const std::string line = "PRINT " + std::string(expression);
+    const std::string failure = error_of(line);
+    if (failure != "ok")
+        return failure;
+    const std::string shown = shown_by(line);
+    return shown.substr(shown.starts_with(' ') ? 1 : 0);
+}
+
+} // namespace quillon::testing
