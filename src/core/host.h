@@ -2,6 +2,8 @@
 // from the terminal, tests and the driving protocol from a recorder.
 #pragma once
 
+#include "core/text.h"
+
 #include <cstdint>
 #include <functional>
 #include <span>
@@ -66,8 +68,8 @@ struct Host {
     /// Puts a text (machine characters) on the clipboard. Called when a result or an entry is copied.
     std::function<void(std::string_view text)> copy_text = [](std::string_view) {};
 
-    /// The text on the clipboard as 8-bit characters, empty when there is none. Called when an entry is pasted into.
-    std::function<std::string()> clipboard_text = [] { return std::string(); };
+    /// The first characters of the text on the clipboard, empty when there is none. Called when an entry is pasted into.
+    std::function<BoundedText<15>()> paste_text = [] { return BoundedText<15>(); };
 
     /// Loads the skin with this file name (machine characters), an empty one for the default; false when there is no
     /// skin at all afterwards. Called by GLOAD.

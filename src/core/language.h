@@ -5,6 +5,7 @@
 #include "core/token.h"
 
 #include <array>
+#include <cstddef>
 
 namespace quillon {
 
@@ -33,13 +34,13 @@ struct Language {
 };
 
 /// The statement of a token, without a handler when it has none.
-inline Statement statement_of(const Language& language, int token) {
+constexpr Statement statement_of(const Language& language, int token) {
     const bool known = token >= STATEMENT_FIRST && token <= STATEMENT_LAST;
     return known ? language.statements[static_cast<std::size_t>(token - STATEMENT_FIRST)] : Statement{};
 }
 
 /// The function of a token, null when it has none.
-inline FunctionHandler function_of(const Language& language, int token) {
+constexpr FunctionHandler function_of(const Language& language, int token) {
     const bool known = token >= FUNCTION_FIRST && token <= FUNCTION_LAST;
     return known ? language.functions[static_cast<std::size_t>(token - FUNCTION_FIRST)] : nullptr;
 }

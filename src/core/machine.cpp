@@ -51,6 +51,18 @@ void clear_stacks(Machine& m) {
         frame = GosubFrame{};
 }
 
+void clear_run_marks(Machine& m) {
+    m.program_ended = 0;
+    m.saved_token = 0;
+    m.saved_stmt_kind = KIND_NONE;
+    m.state_after_scroll = STATE_RUN;
+    m.kind_after_scroll = KIND_NONE;
+    m.wait_counter = 0;
+    m.print_clear_pending = 0;
+    m.typed_wait = 0;
+    m.stopped_kind = KIND_NONE;
+}
+
 void reset_machine(Machine& m) {
     m.error_code = ERROR_NONE;
     clear_display(m);
@@ -62,15 +74,9 @@ void reset_machine(Machine& m) {
     m.cur_line = 0;
     m.stmt_start = nullptr;
     m.token_start = "";
-    m.program_ended = 0;
-    clear_stacks(m);
-    m.saved_token = 0;
-    m.saved_stmt_kind = KIND_NONE;
-    m.state_after_scroll = STATE_RUN;
-    m.kind_after_scroll = KIND_NONE;
-    m.wait_counter = 0;
-    m.print_clear_pending = 0;
     m.print_mode = 0;
+    clear_stacks(m);
+    clear_run_marks(m);
 }
 
 void enter_state(Machine& m, int state) {

@@ -82,6 +82,17 @@ struct DataItem {
     BoundedText<63> text;  ///< of an ITEM
 };
 
+constexpr int SAMPLE_RATE = 44100;
+constexpr int WAVE_HEADER_SIZE = 44;
+constexpr int TONE_SAMPLES_MAX = 3168; ///< of the lowest tone
+
+/// A tone: the RIFF/WAVE image that the host loops, 8-bit mono samples behind 44 bytes of header.
+struct Tone {
+    std::array<std::uint8_t, WAVE_HEADER_SIZE + TONE_SAMPLES_MAX> image{};
+    int samples = 0;     ///< in the image; 0 before the first tone
+    int half_period = 0; ///< samples of half a period
+};
+
 struct Machine {
     Machine();
     Machine(const Machine&) = delete;
@@ -162,6 +173,9 @@ struct Machine {
     int history_index = -1;             ///< the one that is recalled, -1 for none
     double last_result = 0;             ///< of the last command line
     BoundedText<15> prev_key_string;    ///< the key as it was at the last edit: a held key acts once
+    int typed_wait = 0;                 ///< 1 while a PRINT or INPUT of a command line waits: back to command mode
+    int stopped_token = 0;              ///< `token` and statement context of the program that is stopped meanwhile
+    int stopped_kind = KIND_NONE;
 
     // The soft keyboard.
     int soft_shift_latch = 0; ///< S
@@ -174,6 +188,7 @@ struct Machine {
     int trace_step_request = 0; ///< 1: run one statement
 
     // The tone that plays.
+    Tone tone;
     int sound_ticks_left = 0; ///< ticks until it is stopped
     int sound_holds_run = 0;  ///< 1: the program waits for its end
 
@@ -207,6 +222,9 @@ void clear_program_areas(Machine& m);
 
 /// Empties the FOR and GOSUB stacks.
 void clear_stacks(Machine& m);
+
+/// Clears what a run leaves behind for its next tick: the end of the program, waits, scrolls, saved contexts.
+void clear_run_marks(Machine& m);
 
 /// Back to the selection of a program area, with nothing left of a run: stacks, position, pending error, display line,
 /// waits and PRT are cleared; variables, listing, settings and the angle unit stay.

@@ -96,6 +96,13 @@ NumberText number_text(const Machine& m, double x) {
     return with_exponent_mark(m.set_e_digits >= 0 ? exponent_form(x, m.set_e_digits) : automatic_form(x));
 }
 
+NumberText shown_number(const Machine& m, double x) {
+    const bool sign_blank = x >= 0 && m.run_state != STATE_COMMAND;
+    NumberText text(sign_blank ? " " : "");
+    text.append(number_text(m, x));
+    return text;
+}
+
 bool format_number(Machine& m, NumberText& text) {
     Value& value = m.value;
     switch (value.kind) {
@@ -113,9 +120,7 @@ bool format_number(Machine& m, NumberText& text) {
     case VALUE_NUMBER: break;
     default: return false;
     }
-    const bool sign_blank = value.number >= 0 && m.run_state != STATE_COMMAND;
-    text.assign(sign_blank ? " " : "");
-    text.append(number_text(m, value.number));
+    text = shown_number(m, value.number);
     value.text = text;
     return true;
 }

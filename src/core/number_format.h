@@ -21,8 +21,10 @@ DigitAnalysis analyse_digits(double x);
 /// machine's exponent marks. At most 127 characters.
 NumberText number_text(const Machine& m, double x);
 
-/// The text of `value` as it is shown: numbers with a blank in the place of the sign, outside command mode; strings as
-/// they are. False when there is nothing to show: no value, or a cell read as a string that holds none. A cell read as
+/// The same with a blank in the place of the sign of a number that is not negative, outside command mode.
+NumberText shown_number(const Machine& m, double x);
+
+/// The text of `value` as it is shown: numbers as `shown_number` gives them, strings as they are. False when there is nothing to show: no value, or a cell read as a string that holds none. A cell read as
 /// a number that holds a string raises ERR6.
 bool format_number(Machine& m, NumberText& text);
 

@@ -2,12 +2,18 @@
 #include "driver/language.h"
 
 #include "core/states.h"
-#include "functions/numeric.h"
+#include "functions/list_functions.h"
+#include "functions/prefix_functions.h"
+#include "functions/string_functions.h"
 #include "statements/conditions.h"
+#include "statements/data.h"
+#include "statements/input.h"
 #include "statements/jumps.h"
 #include "statements/loops.h"
+#include "statements/modes.h"
 #include "statements/print.h"
 #include "statements/program.h"
+#include "statements/sound.h"
 
 #include <algorithm>
 
@@ -22,44 +28,81 @@ struct StatementRow {
     StatementHandler handler;
 };
 
-//                                          word                kind            handler
-constexpr StatementRow STATEMENT_ROWS[] = {{TOKEN_PRINT,        KIND_PRINT,     print_statement},
-                                           {TOKEN_GOTO,         KIND_JUMP,      goto_statement},
-                                           {TOKEN_FOR,          KIND_FOR,       for_statement},
-                                           {TOKEN_NEXT,         NO_KIND,        next_statement},
-                                           {TOKEN_IF,           KIND_CONDITION, if_statement},
-                                           {TOKEN_GOSUB,        KIND_JUMP,      gosub_statement},
-                                           {TOKEN_RETURN,       NO_KIND,        return_statement},
-                                           {TOKEN_ON,           KIND_JUMP,      on_statement},
-                                           {TOKEN_STOP,         NO_KIND,        stop_statement},
-                                           {TOKEN_END_WORD,     NO_KIND,        end_statement},
-                                           {TOKEN_COMMAND,      NO_KIND,        command_statement},
-                                           {TOKEN_REM,          NO_KIND,        rem_statement},
-                                           {TOKEN_LET,          NO_KIND,        let_statement},
-                                           {TOKEN_DATA,         NO_KIND,        skip_statement},
-                                           {TOKEN_LIST,         NO_KIND,        skip_statement},
-                                           {TOKEN_CLEAR,        NO_KIND,        skip_statement},
-                                           {TOKEN_DEFM,         NO_KIND,        skip_statement},
-                                           {TOKEN_SAVE,         NO_KIND,        skip_statement},
-                                           {TOKEN_LOAD,         NO_KIND,        skip_statement},
-                                           {TOKEN_PUT,          NO_KIND,        skip_statement},
-                                           {TOKEN_GET,          NO_KIND,        skip_statement},
-                                           {TOKEN_VERIFY,       NO_KIND,        skip_statement},
-                                           {TOKEN_PASS,         NO_KIND,        skip_statement},
-                                           {TOKEN_READ_FILE,    NO_KIND,        unsupported_statement},
-                                           {TOKEN_RESTORE_FILE, NO_KIND,        unsupported_statement},
-                                           {TOKEN_WRITE_FILE,   NO_KIND,        unsupported_statement}};
+// clang-format off
+constexpr StatementRow STATEMENT_ROWS[] = {
+    //  word               kind            handler
+    {TOKEN_INPUT,        KIND_INPUT,     input_statement},
+    {TOKEN_PRINT,        KIND_PRINT,     print_statement},
+    {TOKEN_GOTO,         KIND_JUMP,      goto_statement},
+    {TOKEN_FOR,          KIND_FOR,       for_statement},
+    {TOKEN_NEXT,         NO_KIND,        next_statement},
+    {TOKEN_IF,           KIND_CONDITION, if_statement},
+    {TOKEN_GOSUB,        KIND_JUMP,      gosub_statement},
+    {TOKEN_RETURN,       NO_KIND,        return_statement},
+    {TOKEN_ON,           KIND_JUMP,      on_statement},
+    {TOKEN_STOP,         NO_KIND,        stop_statement},
+    {TOKEN_END_WORD,     NO_KIND,        end_statement},
+    {TOKEN_RUN,          NO_KIND,        run_statement},
+    {TOKEN_COMMAND,      NO_KIND,        command_statement},
+    {TOKEN_MODE,         NO_KIND,        mode_statement},
+    {TOKEN_SET,          NO_KIND,        set_statement},
+    {TOKEN_VAC,          NO_KIND,        vac_statement},
+    {TOKEN_BEEP,         NO_KIND,        beep_statement},
+    {TOKEN_BEEPS,        NO_KIND,        beeps_statement},
+    {TOKEN_BEEPWAIT,     NO_KIND,        beepwait_statement},
+    {TOKEN_READ,         NO_KIND,        read_statement},
+    {TOKEN_RESTORE,      NO_KIND,        restore_statement},
+    {TOKEN_REM,          NO_KIND,        rem_statement},
+    {TOKEN_LET,          NO_KIND,        let_statement},
+    {TOKEN_DATA,         NO_KIND,        skip_statement},
+    {TOKEN_LIST,         NO_KIND,        skip_statement},
+    {TOKEN_CLEAR,        NO_KIND,        skip_statement},
+    {TOKEN_DEFM,         NO_KIND,        skip_statement},
+    {TOKEN_SAVE,         NO_KIND,        skip_statement},
+    {TOKEN_LOAD,         NO_KIND,        skip_statement},
+    {TOKEN_PUT,          NO_KIND,        skip_statement},
+    {TOKEN_GET,          NO_KIND,        skip_statement},
+    {TOKEN_VERIFY,       NO_KIND,        skip_statement},
+    {TOKEN_PASS,         NO_KIND,        skip_statement},
+    {TOKEN_READ_FILE,    NO_KIND,        unsupported_statement},
+    {TOKEN_RESTORE_FILE, NO_KIND,        unsupported_statement},
+    {TOKEN_WRITE_FILE,   NO_KIND,        unsupported_statement},
+};
+// clang-format on
+
+/// Words of the statement range that have no statement of their own: wherever one stands in the place of a statement
+/// it is an unknown token. THEN, TO and STEP are read by IF and FOR.
+constexpr int WORDS_WITHOUT_STATEMENT[] = {
+    TOKEN_THEN, TOKEN_TO, TOKEN_STEP, TOKEN_LIST_ALL, TOKEN_CLEAR_ALL, TOKEN_SAVE_ALL, TOKEN_LOAD_ALL, TOKEN_DIM,
+    TOKEN_GLOAD,
+};
 
 struct FunctionRow {
     int token;
     FunctionHandler handler;
 };
 
+// clang-format off
 constexpr FunctionRow FUNCTION_ROWS[] = {
-    {TOKEN_INT, int_function},
-    {TOKEN_ABS, abs_function},
-    {TOKEN_SGN, sgn_function},
+    {TOKEN_SIN,    prefix_function}, {TOKEN_COS,    prefix_function}, {TOKEN_TAN,    prefix_function},
+    {TOKEN_ASN,    prefix_function}, {TOKEN_ACS,    prefix_function}, {TOKEN_ATN,    prefix_function},
+    {TOKEN_HYPSIN, prefix_function}, {TOKEN_HYPCOS, prefix_function}, {TOKEN_HYPTAN, prefix_function},
+    {TOKEN_HYPASN, prefix_function}, {TOKEN_HYPACS, prefix_function}, {TOKEN_HYPATN, prefix_function},
+    {TOKEN_SQR,    prefix_function}, {TOKEN_EXP,    prefix_function}, {TOKEN_LN,     prefix_function},
+    {TOKEN_LOG,    prefix_function}, {TOKEN_INT,    prefix_function}, {TOKEN_FRAC,   prefix_function},
+    {TOKEN_ABS,    prefix_function}, {TOKEN_SGN,    prefix_function}, {TOKEN_FACT,   prefix_function},
+    {TOKEN_CUR,    prefix_function}, {TOKEN_EOX,    prefix_function}, {TOKEN_EOY,    prefix_function},
+    {TOKEN_RND,    rnd_function},    {TOKEN_RAN,    ran_function},    {TOKEN_NPR,    npr_function},
+    {TOKEN_NCR,    ncr_function},    {TOKEN_REC,    rec_function},    {TOKEN_POL,    pol_function},
+    {TOKEN_DEG,    deg_function},    {TOKEN_LEN,    len_function},    {TOKEN_MID,    mid_function},
+    {TOKEN_VAL,    val_function},    {TOKEN_STR,    str_function},    {TOKEN_HEX,    hex_function},
+    {TOKEN_DMS,    dms_function},    {TOKEN_KEY,    key_function},    {TOKEN_CSR,    csr_function},
 };
+// clang-format on
+
+/// Codes of the function range that are no functions: the relations, and the operators EX and EM, which the evaluator
+/// takes between two operands.
+constexpr int CODES_WITHOUT_FUNCTION[] = {TOKEN_EX, TOKEN_EM, TOKEN_NE, TOKEN_GE, TOKEN_LE, TOKEN_EQEQ};
 
 constexpr Language build_language() {
     Language language{};
@@ -71,6 +114,34 @@ constexpr Language build_language() {
 }
 
 constexpr Language BASIC = build_language();
+
+template <std::size_t N> constexpr bool contains(const int (&codes)[N], int code) {
+    return std::find(std::begin(codes), std::end(codes), code) != std::end(codes);
+}
+
+template <typename Row, std::size_t N> constexpr bool has_row(const Row (&rows)[N], int code) {
+    return std::any_of(std::begin(rows), std::end(rows), [code](const Row& row) { return row.token == code; });
+}
+
+/// Whether each word of the vocabulary has a handler, or is one of those that have none for a reason.
+constexpr bool is_complete() {
+    constexpr int CODES[] = {
+#define WORD(spelling, code, name) code,
+#define ALSO(spelling, name)
+#include "core/vocabulary.def"
+    };
+    for (const int code : CODES) {
+        const bool statement = code >= STATEMENT_FIRST && code <= STATEMENT_LAST;
+        const bool function = code >= FUNCTION_FIRST && code <= FUNCTION_LAST;
+        if (statement && has_row(STATEMENT_ROWS, code) == contains(WORDS_WITHOUT_STATEMENT, code))
+            return false;
+        if (function && has_row(FUNCTION_ROWS, code) == contains(CODES_WITHOUT_FUNCTION, code))
+            return false;
+    }
+    return true;
+}
+
+static_assert(is_complete(), "a word has lost its handler, or got one without leaving its list");
 
 } // namespace
 

@@ -4,6 +4,8 @@
 #include "core/display_line.h"
 #include "core/interpreter.h"
 #include "core/listing.h"
+#include "driver/tick.h"
+#include "statements/input.h"
 #include "statements/print.h"
 
 #include <algorithm>
@@ -65,13 +67,50 @@ void serve_statement(Machine& m) {
         advance_line(m);
 }
 
+void serve_input(Machine& m) {
+    input_statement(m);
+    if (m.trace_mode != 0) {
+        m.host.refresh_trace();
+        m.trace_step_flag = 0;
+    }
+    m.enter_request = 0;
+}
+
+bool key_down(const Machine& m) { return m.held_key != 0 || m.soft_key_code != 0; }
+
+/// A result, or READY: EXE leads back to the command line, any key begins one.
+void serve_result(Machine& m) {
+    if (m.enter_request != 0) {
+        clear_display_line(m);
+        enter_state(m, STATE_COMMAND);
+        resume_statement(m);
+    } else if (key_down(m)) {
+        if (m.key_string[0] == KEY_COPY) {
+            m.host.copy_text(m.value.text);
+            m.key_string.clear();
+        }
+        enter_command_mode(m);
+    }
+}
+
 void serve_kind(Machine& m) {
     switch (m.stmt_kind) {
     case KIND_PRINT:
         m.wait_counter = 0;
         print_statement(m);
         break;
+    case KIND_INPUT: serve_input(m); break;
     case KIND_SCROLL: serve_scroll(m); break;
+    case KIND_PROMPT:
+        if (key_down(m))
+            begin_entry(m);
+        break;
+    case KIND_INPUT_ERROR:
+        if (key_down(m))
+            prompt_again(m);
+        break;
+    case KIND_PROMPT_AGAIN: prompt_again(m); break;
+    case KIND_RESULT: serve_result(m); break;
     default: serve_statement(m);
     }
 }

@@ -4,6 +4,8 @@
 #include "core/display_line.h"
 #include "core/machine.h"
 #include "driver/run_state.h"
+#include "statements/command_line.h"
+#include "statements/input.h"
 
 namespace quillon {
 namespace {
@@ -16,7 +18,8 @@ bool tone_holds_tick(Machine& m) {
     if (m.sound_ticks_left == 0)
         return false;
     if (--m.sound_ticks_left == 0) {
-        m.host.stop_tone();
+        if (m.pcm_beep == 1 && m.tone.samples > 0)
+            m.host.stop_tone();
         m.sound_holds_run = 0;
     }
     return m.sound_holds_run != 0;
@@ -47,12 +50,27 @@ void tick_print_wait(Machine& m) {
     if (m.enter_request == 0)
         return;
     clear_display_line(m);
-    enter_state(m, m.base_state);
+    enter_state(m, m.typed_wait != 0 ? STATE_COMMAND : m.base_state);
+    m.typed_wait = 0;
     m.display_offset = 0;
     m.wait_counter = 0;
     resume_statement(m);
     if (is_statement_end(m.token))
         m.stmt_kind = m.kind_after_scroll;
+}
+
+/// The context in which a statement goes on: an INPUT asks again.
+int resumed_kind(int kind) {
+    const bool input = kind == KIND_INPUT || kind == KIND_INPUT_ERROR || kind == KIND_PROMPT;
+    return input ? KIND_PROMPT_AGAIN : kind;
+}
+
+/// What the program was doing when it was stopped, for EXE on an empty command line. A scroll is taken as done: its
+/// text will be gone.
+void remember_stop(Machine& m) {
+    const int kind = m.saved_stmt_kind == KIND_SCROLL ? m.kind_after_scroll : m.saved_stmt_kind;
+    m.stopped_kind = resumed_kind(kind);
+    m.stopped_token = m.saved_token;
 }
 
 void tick_stopped(Machine& m) {
@@ -61,6 +79,7 @@ void tick_stopped(Machine& m) {
         enter_state(m, m.base_state);
         resume_statement(m);
     } else if (clear_key_down(m)) {
+        remember_stop(m);
         enter_command_mode(m);
     }
 }
@@ -93,14 +112,35 @@ void tick_to_command(Machine& m) {
     m.base_state = STATE_COMMAND;
 }
 
+void tick_command(Machine& m) {
+    command_entry_tick(m);
+    if (m.enter_request != 0 && m.trace_mode != 0)
+        m.host.refresh_trace();
+    m.enter_request = 0;
+}
+
+void tick_command_error(Machine& m) {
+    if (!clear_key_down(m) && m.held_key != VIRTUAL_KEY_UP)
+        return;
+    enter_state(m, STATE_COMMAND);
+    clear_display_line(m);
+    clear_key(m);
+    m.soft_key_code = 0;
+    m.entry_line.text.clear();
+    m.error_code = ERROR_NONE;
+}
+
 void serve_state(Machine& m) {
     switch (m.run_state) {
     case STATE_RUN: tick_run(m); break;
     case STATE_PRINT_WAIT: tick_print_wait(m); break;
+    case STATE_INPUT: input_entry_tick(m); break;
     case STATE_STOPPED:
     case STATE_LINE_SHOWN: tick_stopped(m); break;
     case STATE_ENDED: tick_ended(m); break;
     case STATE_SELECT: tick_select(m); break;
+    case STATE_COMMAND: tick_command(m); break;
+    case STATE_COMMAND_ERROR: tick_command_error(m); break;
     case STATE_TO_COMMAND: tick_to_command(m); break;
     default: break;
     }
@@ -109,10 +149,8 @@ void serve_state(Machine& m) {
 } // namespace
 
 void resume_statement(Machine& m) {
-    const int kind = m.saved_stmt_kind;
-    const bool input = kind == KIND_INPUT || kind == KIND_INPUT_ERROR || kind == KIND_PROMPT;
     m.token = m.saved_token;
-    m.stmt_kind = input ? KIND_PROMPT_AGAIN : kind;
+    m.stmt_kind = resumed_kind(m.saved_stmt_kind);
 }
 
 void enter_command_mode(Machine& m) {

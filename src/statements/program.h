@@ -1,13 +1,18 @@
-// Program commands and the words around them: STOP, END, COMMAND, REM, LET, and words without an effect.
+// Program commands and the words around them: RUN, STOP, END, COMMAND, VAC, REM, LET, and words without an effect.
 #pragma once
 
 namespace quillon {
 
 struct Machine;
 
+/// RUN starts the selected area after a reset, RUN n line n of the current area without one. An empty area leaves the
+/// machine in command mode. On a command line the program begins when the line has ended.
+void run_statement(Machine& m);
+
 void stop_statement(Machine& m);
 void end_statement(Machine& m);
 void command_statement(Machine& m);
+void vac_statement(Machine& m);
 void rem_statement(Machine& m);
 
 /// Leaves the target variable as the operand, so that the assignment goes on as without LET.

@@ -1,0 +1,139 @@
+// The table of the functions of one factor, and the one reader that serves all of them.
+#include "functions/prefix_functions.h"
+
+#include "core/interpreter.h"
+#include "core/numbers.h"
+#include "functions/arguments.h"
+#include "functions/formulas.h"
+
+#include <cmath>
+#include <limits>
+
+namespace quillon {
+namespace {
+
+constexpr double INFINITE = std::numeric_limits<double>::infinity();
+constexpr double LN_1E100 = 230.2585092; // cut to seven decimals
+
+/// What becomes of the argument before the formula sees it, and of the result.
+enum class Angles {
+    NONE,
+    ARGUMENT, ///< the argument is an angle in the machine's unit
+    RESULT,   ///< the result is one
+};
+
+/// The arguments that a function takes, ends included.
+struct Domain {
+    double lowest;
+    double highest;
+    bool by_unit; ///< the bounds of the angle unit instead of these, each with a text of its own
+};
+
+constexpr Domain ANY{-INFINITE, INFINITE, false};
+constexpr Domain POSITIVE{std::numeric_limits<double>::denorm_min(), INFINITE, false};
+constexpr Domain NOT_NEGATIVE{0, INFINITE, false};
+constexpr Domain EXPONENT{-LN_1E100, LN_1E100, false};
+constexpr Domain UNIT{-1, 1, false};
+constexpr Domain BY_UNIT{0, 0, true};
+
+/// The largest angle that SIN, COS and TAN take: four turns, by unit DEG, RAD, GRA.
+constexpr double ANGLE_MAX[] = {1440, 8, 1600};
+
+constexpr bool ROUNDED = true; ///< the argument is rounded to six decimals before anything else
+constexpr bool AS_IS = false;
+
+/// A function of one factor. Text 0 of its section is for a missing operand, 1 for a string, 2 (by unit 2, 3, 4) for
+/// an argument outside the domain.
+struct PrefixFunction {
+    int token;
+    const char* section;
+    bool rounded;
+    Domain domain;
+    Angles angles;
+    double (*formula)(double);
+};
+
+// clang-format off
+constexpr PrefixFunction FUNCTIONS[] = {
+    //  word          section   argument domain               angles            formula
+    {TOKEN_SIN,    "SIN",    ROUNDED, BY_UNIT,             Angles::ARGUMENT, std::sin},
+    {TOKEN_COS,    "COS",    ROUNDED, BY_UNIT,             Angles::ARGUMENT, std::cos},
+    {TOKEN_TAN,    "TAN",    ROUNDED, BY_UNIT,             Angles::ARGUMENT, std::tan},
+    {TOKEN_ASN,    "ASN",    ROUNDED, UNIT,                Angles::RESULT,   std::asin},
+    {TOKEN_ACS,    "ACS",    ROUNDED, UNIT,                Angles::RESULT,   std::acos},
+    {TOKEN_ATN,    "ATN",    ROUNDED, ANY,                 Angles::RESULT,   std::atan},
+    {TOKEN_HYPSIN, "HYPSIN", ROUNDED, EXPONENT,            Angles::ARGUMENT, std::sinh},
+    {TOKEN_HYPCOS, "HYPCOS", ROUNDED, EXPONENT,            Angles::ARGUMENT, std::cosh},
+    {TOKEN_HYPTAN, "HYPTAN", ROUNDED, ANY,                 Angles::ARGUMENT, std::tanh},
+    {TOKEN_HYPASN, "HYPASN", ROUNDED, {-5e99, 5e99, false}, Angles::RESULT,  area_sine},
+    {TOKEN_HYPACS, "HYPACS", ROUNDED, {1, 5e99, false},    Angles::RESULT,   area_cosine},
+    {TOKEN_HYPATN, "HYPATN", ROUNDED, UNIT,                Angles::RESULT,   area_tangent},
+    {TOKEN_SQR,    "SQRT",   ROUNDED, NOT_NEGATIVE,        Angles::NONE,     std::sqrt},
+    {TOKEN_EXP,    "EXP",    ROUNDED, EXPONENT,            Angles::NONE,     std::exp},
+    {TOKEN_LN,     "LN",     ROUNDED, POSITIVE,            Angles::NONE,     std::log},
+    {TOKEN_LOG,    "LOG",    ROUNDED, POSITIVE,            Angles::NONE,     std::log10},
+    {TOKEN_INT,    "INT",    ROUNDED, ANY,                 Angles::NONE,     std::floor},
+    {TOKEN_FRAC,   "FRAC",   ROUNDED, ANY,                 Angles::NONE,     fraction},
+    {TOKEN_ABS,    "ABS",    ROUNDED, ANY,                 Angles::NONE,     std::fabs},
+    {TOKEN_SGN,    "SGN",    AS_IS,   ANY,                 Angles::NONE,     sign},
+    {TOKEN_FACT,   "FACT",   ROUNDED, ANY,                 Angles::NONE,     factorial},
+    {TOKEN_CUR,    "CUR",    AS_IS,   ANY,                 Angles::NONE,     cube_root},
+    {TOKEN_EOX,    "EOX",    AS_IS,   ANY,                 Angles::NONE,     itself},
+    {TOKEN_EOY,    "EOY",    AS_IS,   ANY,                 Angles::NONE,     itself},
+};
+// clang-format on
+
+const PrefixFunction* find_function(int token) {
+    for (const PrefixFunction& function : FUNCTIONS) {
+        if (function.token == token)
+            return &function;
+    }
+    return nullptr;
+}
+
+/// Reads the factor that the function applies to. CUR has one text for a missing operand and for a string.
+bool read_operand(Machine& m, const PrefixFunction& function, double& x) {
+    m.value.kind = VALUE_NONE;
+    x = eval_factor(m);
+    const bool is_string = m.value.kind == VALUE_STRVAR || m.value.kind == VALUE_STRING;
+    const int string_text = function.token == TOKEN_CUR ? 0 : 1;
+    if (m.error_code == ERROR_NONE && m.value.kind == VALUE_NONE)
+        raise_error(m, ERROR_SYNTAX, {function.section, 0});
+    else if (m.error_code == ERROR_NONE && is_string)
+        raise_error(m, ERROR_SYNTAX, {function.section, string_text});
+    return m.error_code == ERROR_NONE;
+}
+
+bool check_domain(Machine& m, const PrefixFunction& function, double x) {
+    const Domain& domain = function.domain;
+    const double highest = domain.by_unit ? ANGLE_MAX[m.angle_unit] : domain.highest;
+    const double lowest = domain.by_unit ? -highest : domain.lowest;
+    if (x >= lowest && x <= highest)
+        return true;
+    const int text = 2 + (domain.by_unit ? m.angle_unit : 0);
+    constexpr int SHOWN_DIGITS = 6;
+    raise_error(m, ERROR_ARITHMETIC, {function.section, text}, " [%s]", format_general(x, SHOWN_DIGITS).c_str());
+    return false;
+}
+
+} // namespace
+
+bool is_prefix_function(int token) { return find_function(token) != nullptr; }
+
+double prefix_function(Machine& m) {
+    const PrefixFunction& function = *find_function(m.token);
+    double x = 0;
+    if (!read_operand(m, function, x))
+        return 0;
+    x = function.rounded ? round6(x) : x;
+    if (!check_domain(m, function, x))
+        return 0;
+    if (function.angles == Angles::ARGUMENT)
+        x = to_radians(m, x);
+    double result = function.formula(x);
+    if (function.angles == Angles::RESULT)
+        result = from_radians(m, result);
+    return number_result(m, result);
+}
+
+} // namespace quillon

@@ -1,0 +1,21 @@
+// INPUT: prompts, the entry of values, and asking again after an entry that is not acceptable.
+#pragma once
+
+namespace quillon {
+
+struct Machine;
+
+/// Handles the next element of an INPUT list. Called with `token` at the first one when the keyword is met, and by the
+/// tick while the list is under way. A variable leaves the prompt waiting for the first key (KIND_PROMPT).
+void input_statement(Machine& m);
+
+/// One tick of STATE_INPUT: edits the entry, or with EXE takes it for the variable.
+void input_entry_tick(Machine& m);
+
+/// Shows the prompt anew, for an entry from its beginning.
+void prompt_again(Machine& m);
+
+/// The first key at a prompt: the line is cleared for the entry.
+void begin_entry(Machine& m);
+
+} // namespace quillon
