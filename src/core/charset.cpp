@@ -14,6 +14,7 @@ struct SpecialCharacter {
     std::string_view unicode;
 };
 
+// clang-format off
 constexpr SpecialCharacter SPECIAL_CHARACTERS[] = {
     {0x5E, "ua", "↑"}, {0x80, "cs", "_"}, {0x81, "le", "≤"}, {0x82, "ne", "≠"}, {0x83, "ge", "≥"},
     {0x84, "la", "←"}, {0x85, "da", "↓"}, {0x86, "ra", "→"}, {0x87, "pi", "π"}, {0x88, "ci", "○"},
@@ -25,6 +26,7 @@ constexpr SpecialCharacter SPECIAL_CHARACTERS[] = {
     // ASCII codes whose glyph is not the ASCII one.
     {0x5C, "", "¥"}, {0x7F, "", "◀"},
 };
+// clang-format on
 
 constexpr std::string_view ASCII =
     " !\"#$%&'()*+,-./0123456789:;<=>?@ABCDEFGHIJKLMNOPQRSTUVWXYZ[\\]^_`abcdefghijklmnopqrstuvwxyz{|}~";

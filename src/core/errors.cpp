@@ -12,7 +12,8 @@
 namespace quillon {
 namespace {
 
-template <std::size_t N> void append_arguments(BoundedText<N>& text, const char* format, std::va_list arguments) {
+template <std::size_t N>
+void append_arguments(BoundedText<N>& text, const char* format, std::va_list arguments) {
     char piece[2048];
     std::vsnprintf(piece, sizeof piece, format, arguments);
     text.append(piece);

@@ -10,9 +10,7 @@ namespace {
 
 bool failed(const Machine& m) { return m.error_code != ERROR_NONE; }
 
-bool is_relation(int token) {
-    return token == '<' || token == '>' || (token >= TOKEN_NE && token <= TOKEN_EQEQ);
-}
+bool is_relation(int token) { return token == '<' || token == '>' || (token >= TOKEN_NE && token <= TOKEN_EQEQ); }
 
 /// Evaluates what stands behind a relational operator or an "=".
 double eval_right_side(Machine& m) {

@@ -14,14 +14,28 @@ namespace quillon {
 
 /// The numbers of the host's commands: menu entries, toolbar buttons and what the machine itself asks for.
 enum HostCommand : int {
-    COMMAND_OPEN = 40001,
+    COMMAND_OPEN = 40001, ///< open a listing
     COMMAND_EXIT = 40002,
     COMMAND_RUN = 40003,
     COMMAND_STOP = 40004,
+    COMMAND_EDITOR = 40005, ///< start the editor with the listing
+    COMMAND_ABOUT = 40006,
+    COMMAND_CONFIGURE = 40013,
+    COMMAND_RELOAD = 40015, ///< load the listing again
+    COMMAND_ZOOM_1 = 40016, ///< four numbers, for the zooms 1-4
+    COMMAND_ZOOM_4 = 40019,
+    COMMAND_ERROR_DETAIL = 40024,
     COMMAND_PAGE_0 = 40027, ///< ten numbers, one for each program area
     COMMAND_PAGE_9 = 40036,
-    COMMAND_TRACE = 40037,
+    COMMAND_TRACE = 40037, ///< open the trace window, or close it
+    COMMAND_ASCII_MODE = 40038,
     COMMAND_LINE = 40041, ///< the command line
+    COMMAND_HELP = 40042,
+    COMMAND_OVERDRIVE = 40043,
+    COMMAND_DEG = 40045,
+    COMMAND_RAD = 40046,
+    COMMAND_GRA = 40047,
+    COMMAND_SOFT_KEYBOARD = 40048, ///< open the soft keyboard, or close it
 };
 
 /// The kinds of message box.
@@ -41,7 +55,8 @@ struct Host {
     std::function<void()> stop_tone = [] {};
 
     /// Shows a text (UTF-8) with the caption "Error."; returns at once, the box itself comes after the tick.
-    std::function<void(const std::string& text, MessageIcon icon)> show_message = [](const std::string&, MessageIcon) {};
+    std::function<void(const std::string& text, MessageIcon icon)> show_message = [](const std::string&, MessageIcon) {
+    };
 
     /// Refreshes the fields of the trace window, where one is open. Called after each traced step.
     std::function<void()> refresh_trace = [] {};
@@ -68,7 +83,8 @@ struct Host {
     /// Puts a text (machine characters) on the clipboard. Called when a result or an entry is copied.
     std::function<void(std::string_view text)> copy_text = [](std::string_view) {};
 
-    /// The first characters of the text on the clipboard, empty when there is none. Called when an entry is pasted into.
+    /// The first characters of the text on the clipboard, empty when there is none. Called when an entry is pasted
+    /// into.
     std::function<BoundedText<15>()> paste_text = [] { return BoundedText<15>(); };
 
     /// Loads the skin with this file name (machine characters), an empty one for the default; false when there is no

@@ -38,10 +38,10 @@ ReadResult read_file(const std::string& path, std::string& text) {
 /// Where the splitting of a listing has come to.
 struct Analysis {
     Machine& m;
-    char* p;                      ///< the next character
-    int line = 1;                 ///< its line in the file, from 1
-    ProgramArea* area = nullptr;  ///< the area that lines go to; null between areas
-    int last_number = -1;         ///< number of the line before, in the area
+    char* p;                     ///< the next character
+    int line = 1;                ///< its line in the file, from 1
+    ProgramArea* area = nullptr; ///< the area that lines go to; null between areas
+    int last_number = -1;        ///< number of the line before, in the area
     bool any_area = false;
     bool failed = false;
 };
@@ -161,9 +161,7 @@ LoadResult load_listing(Machine& m, const std::string& path) {
     case ReadResult::CANNOT_READ:
         compose_system_message(m, MESSAGE_CANNOT_OPEN, ":[%s]", path.c_str());
         return LoadResult::UNREADABLE;
-    case ReadResult::TOO_LARGE:
-        compose_system_message(m, MESSAGE_OUT_OF_MEMORY);
-        return LoadResult::UNREADABLE;
+    case ReadResult::TOO_LARGE: compose_system_message(m, MESSAGE_OUT_OF_MEMORY); return LoadResult::UNREADABLE;
     case ReadResult::READ: break;
     }
     return load_listing_text(m, std::move(text));
@@ -217,8 +215,8 @@ int find_line(const Machine& m, int number) {
     const ProgramArea& area = m.areas[static_cast<std::size_t>(m.cur_area)];
     const auto* begin = area.lines.data();
     const auto* end = begin + area.line_count;
-    const auto* found = std::lower_bound(
-        begin, end, number, [](const ProgramLine& line, int wanted) { return line.number < wanted; });
+    const auto* found =
+        std::lower_bound(begin, end, number, [](const ProgramLine& line, int wanted) { return line.number < wanted; });
     return found != end && found->number == number ? static_cast<int>(found - begin) : -1;
 }
 

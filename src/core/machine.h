@@ -41,11 +41,11 @@ struct ProgramArea {
 
 /// A variable cell: it holds a number or a string, never both.
 struct Variable {
-    BoundedText<3> name;    ///< "A".."Z", then "1".."197"
-    int kind = -1;          ///< -1 never assigned (reads as 0), 0 number, 1 string
-    int string_flag = 0;    ///< 1 after a string assignment, 0 after a numeric one
-    double number = 0;      ///< 0 while a string is held
-    BoundedText<31> text;   ///< empty while a number is held
+    BoundedText<3> name;  ///< "A".."Z", then "1".."197"
+    int kind = -1;        ///< -1 never assigned (reads as 0), 0 number, 1 string
+    int string_flag = 0;  ///< 1 after a string assignment, 0 after a numeric one
+    double number = 0;    ///< 0 while a string is held
+    BoundedText<31> text; ///< empty while a number is held
 };
 
 /// The operand that lexer, evaluator and handlers pass on.
@@ -78,8 +78,8 @@ struct GosubFrame {
 struct DataItem {
     enum Kind : int { END = -1, ITEM = 0, LINE = 1, AREA = 2 };
     int kind = END;
-    int arg = 0;           ///< line number of a LINE, area number of an AREA
-    BoundedText<63> text;  ///< of an ITEM
+    int arg = 0;          ///< line number of a LINE, area number of an AREA
+    BoundedText<63> text; ///< of an ITEM
 };
 
 constexpr int SAMPLE_RATE = 44100;
@@ -114,13 +114,13 @@ struct Machine {
 
     // Where the program is. A run sets it, a reset takes it back to the selection of an area.
     int run_state = STATE_SELECT;
-    int prev_state = STATE_RUN;    ///< the state before the last change
-    int base_state = STATE_RUN;    ///< where EXE leads after a wait: the program (0) or command mode (6)
+    int prev_state = STATE_RUN;      ///< the state before the last change
+    int base_state = STATE_RUN;      ///< where EXE leads after a wait: the program (0) or command mode (6)
     int saved_run_state = STATE_RUN; ///< what the host's Run goes back to after its Stop
     int cur_area = 0;
-    int cur_line = 0;              ///< index of the line in its area
-    int run_page = 0;              ///< the area that RUN starts, 0-9; outlives runs and loads
-    int program_ended = 0;         ///< 1 once the last line has been passed
+    int cur_line = 0;                 ///< index of the line in its area
+    int run_page = 0;                 ///< the area that RUN starts, 0-9; outlives runs and loads
+    int program_ended = 0;            ///< 1 once the last line has been passed
     const char* stmt_start = nullptr; ///< where the next tick goes on; null when there is nothing to run
     ForFrame for_frames[FOR_DEPTH_MAX];
     int for_depth = 0;
@@ -128,16 +128,16 @@ struct Machine {
     int gosub_depth = 0;
 
     // The scanner and the evaluator, within a statement.
-    const char* scan_ptr = "";        ///< the next character to read; never null
-    const char* token_start = "";     ///< first character of the current token; never null
+    const char* scan_ptr = "";    ///< the next character to read; never null
+    const char* token_start = ""; ///< first character of the current token; never null
     int token = TOKEN_END;
     int prev_token = TOKEN_END;
-    Value value;                      ///< the current operand
+    Value value; ///< the current operand
     int stmt_kind = KIND_NONE;
-    int saved_token = 0;              ///< `token` and `stmt_kind` as a wait left them
+    int saved_token = 0; ///< `token` and `stmt_kind` as a wait left them
     int saved_stmt_kind = KIND_NONE;
-    int operand_done = 0;             ///< 1 when the last thing evaluated gave a value, 0 after a statement
-    int nesting_depth = 0;            ///< how deep the expression being evaluated is nested
+    int operand_done = 0;  ///< 1 when the last thing evaluated gave a value, 0 after a statement
+    int nesting_depth = 0; ///< how deep the expression being evaluated is nested
 
     // Errors. `error_code` holds the machine until it is cleared; the texts stay for the host to show.
     int error_code = ERROR_NONE;
@@ -166,15 +166,15 @@ struct Machine {
     int alt_flag = 0;
 
     // The line that is typed, for INPUT or in command mode.
-    Value entry_line;                   ///< its text; for INPUT the target cell with its kind
-    BoundedText<127> command_buffer;    ///< a committed entry, where the scanner reads it
-    const char* saved_scan_ptr = "";    ///< where the program was meanwhile; never null
+    Value entry_line;                                     ///< its text; for INPUT the target cell with its kind
+    BoundedText<127> command_buffer;                      ///< a committed entry, where the scanner reads it
+    const char* saved_scan_ptr = "";                      ///< where the program was meanwhile; never null
     std::array<BoundedText<127>, HISTORY_SIZE> history{}; ///< command lines, the newest first
-    int history_index = -1;             ///< the one that is recalled, -1 for none
-    double last_result = 0;             ///< of the last command line
-    BoundedText<15> prev_key_string;    ///< the key as it was at the last edit: a held key acts once
-    int typed_wait = 0;                 ///< 1 while a PRINT or INPUT of a command line waits: back to command mode
-    int stopped_token = 0;              ///< `token` and statement context of the program that is stopped meanwhile
+    int history_index = -1;                               ///< the one that is recalled, -1 for none
+    double last_result = 0;                               ///< of the last command line
+    BoundedText<15> prev_key_string;                      ///< the key as it was at the last edit: a held key acts once
+    int typed_wait = 0;    ///< 1 while a PRINT or INPUT of a command line waits: back to command mode
+    int stopped_token = 0; ///< `token` and statement context of the program that is stopped meanwhile
     int stopped_kind = KIND_NONE;
 
     // The soft keyboard.
@@ -194,19 +194,19 @@ struct Machine {
 
     // Modes and settings. They outlive runs and loads (PRT excepted); the host keeps most of them in a file.
     int angle_unit = ANGLE_DEG;
-    int print_mode = 0;         ///< 1 lights PRT
-    int set_e_digits = -1;      ///< significant digits of the exponent form, 0 for 8, -1 not in force
-    int set_f_digits = -1;      ///< decimals of the fixed form, -1 not in force
-    int set_g_digits = 9;       ///< kept, but nothing depends on it
-    int wait_print_sc = 24;     ///< ticks between two scroll steps
-    int wait_print_sc_ini = 64; ///< ticks before the first scroll step
-    int timer_interval = 30;    ///< milliseconds between ticks
-    int cursor_interval = 13;   ///< ticks of a blink phase, less 2
-    int ascii_mode = 1;         ///< 1: keys type what is printed on them; 0: they are the machine's own keyboard
-    int pcm_beep = 1;           ///< 1: tones are played
-    int beep_volume = 10;       ///< 0-10
-    int zoom = 1;               ///< 1-12
-    int overdrive = 0;          ///< 1 while `timer_interval` is shortened
+    int print_mode = 0;            ///< 1 lights PRT
+    int set_e_digits = -1;         ///< significant digits of the exponent form, 0 for 8, -1 not in force
+    int set_f_digits = -1;         ///< decimals of the fixed form, -1 not in force
+    int set_g_digits = 9;          ///< kept, but nothing depends on it
+    int wait_print_sc = 24;        ///< ticks between two scroll steps
+    int wait_print_sc_ini = 64;    ///< ticks before the first scroll step
+    int timer_interval = 30;       ///< milliseconds between ticks
+    int cursor_interval = 13;      ///< ticks of a blink phase, less 2
+    int ascii_mode = 1;            ///< 1: keys type what is printed on them; 0: they are the machine's own keyboard
+    int pcm_beep = 1;              ///< 1: tones are played
+    int beep_volume = 10;          ///< 0-10
+    int zoom = 1;                  ///< 1-12
+    int overdrive = 0;             ///< 1 while `timer_interval` is shortened
     int saved_timer_interval = 30; ///< the configured one meanwhile
     std::uint32_t random_seed = 1;
 };

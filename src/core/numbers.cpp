@@ -15,6 +15,7 @@ namespace {
 constexpr int DIGIT_COUNT = 17;
 constexpr std::uint64_t DIGITS_MIN = 10'000'000'000'000'000; // 10^16
 
+// clang-format off
 constexpr std::uint64_t POWERS_OF_TEN[] = {
     1,
     10,
@@ -35,6 +36,7 @@ constexpr std::uint64_t POWERS_OF_TEN[] = {
     10'000'000'000'000'000,
     100'000'000'000'000'000,
 };
+// clang-format on
 
 /// Whole numbers up to 2^53 have their digits at hand.
 bool whole_to_decimal(double magnitude, Decimal& decimal) {
@@ -140,8 +142,8 @@ double collected_value(DigitCollector& collector) {
         return from_decimal(std::strtoull(collector.digits, nullptr, 10),
                             in_range ? static_cast<int>(collector.exponent) : (collector.exponent < 0 ? -9999 : 9999));
     }
-    std::snprintf(collector.digits + collector.count, sizeof collector.digits - static_cast<std::size_t>(collector.count),
-                  "e%ld", collector.exponent);
+    std::snprintf(collector.digits + collector.count,
+                  sizeof collector.digits - static_cast<std::size_t>(collector.count), "e%ld", collector.exponent);
     return std::strtod(collector.digits, nullptr);
 }
 

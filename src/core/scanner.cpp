@@ -102,6 +102,7 @@ struct RelationPair {
     int code;
 };
 
+// clang-format off
 constexpr RelationPair RELATION_PAIRS[] = {
     {'<', '>', TOKEN_NE},
     {'!', '=', TOKEN_NE},
@@ -109,6 +110,7 @@ constexpr RelationPair RELATION_PAIRS[] = {
     {'<', '=', TOKEN_LE},
     {'=', '=', TOKEN_EQEQ},
 };
+// clang-format on
 
 void scan_relation(Token& token) {
     for (const RelationPair& pair : RELATION_PAIRS) {

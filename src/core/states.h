@@ -21,17 +21,17 @@ enum RunState : int {
 /// The context that the current statement set, or the wait that the tick serves.
 enum StmtKind : int {
     KIND_NONE = 0,
-    KIND_CONDITION = 3,    ///< in an IF condition: "=" compares, ";" and THEN may follow
-    KIND_JUMP = 4,         ///< in a jump: "#" may follow
-    KIND_PRINT = 7,        ///< a PRINT list is under way
-    KIND_FOR = 8,          ///< in a FOR
-    KIND_INPUT = 9,        ///< an INPUT list is under way
-    KIND_SCROLL = 10,      ///< a long text of PRINT is scrolling in
-    KIND_PROMPT = 11,      ///< the prompt of INPUT waits for the first key
-    KIND_INPUT_ERROR = 14, ///< an entry was refused; any key leads to the prompt
-    KIND_PROMPT_AGAIN = 15,///< the prompt is to be shown again
-    KIND_CLEARED = 16,     ///< the clear key led to command mode
-    KIND_RESULT = 17,      ///< a result or READY is shown
+    KIND_CONDITION = 3,     ///< in an IF condition: "=" compares, ";" and THEN may follow
+    KIND_JUMP = 4,          ///< in a jump: "#" may follow
+    KIND_PRINT = 7,         ///< a PRINT list is under way
+    KIND_FOR = 8,           ///< in a FOR
+    KIND_INPUT = 9,         ///< an INPUT list is under way
+    KIND_SCROLL = 10,       ///< a long text of PRINT is scrolling in
+    KIND_PROMPT = 11,       ///< the prompt of INPUT waits for the first key
+    KIND_INPUT_ERROR = 14,  ///< an entry was refused; any key leads to the prompt
+    KIND_PROMPT_AGAIN = 15, ///< the prompt is to be shown again
+    KIND_CLEARED = 16,      ///< the clear key led to command mode
+    KIND_RESULT = 17,       ///< a result or READY is shown
 };
 
 /// What an operand is (`Value::kind`).

@@ -11,10 +11,11 @@
 namespace quillon {
 
 /// A NUL-terminated 8-bit text of at most `Capacity` bytes. Copying costs what the text is long, not what it may hold.
-template <std::size_t Capacity> class BoundedText {
-  public:
+template <std::size_t Capacity>
+class BoundedText {
+public:
     BoundedText() { bytes_[0] = '\0'; }
-    BoundedText(std::string_view text) { assign(text); }
+    BoundedText(std::string_view text) { assign(text); } // NOLINT(google-explicit-constructor)
     BoundedText(const BoundedText& other) { assign(other.view()); }
     BoundedText& operator=(const BoundedText& other) {
         if (this != &other)
@@ -32,7 +33,7 @@ template <std::size_t Capacity> class BoundedText {
     [[nodiscard]] bool empty() const { return size_ == 0; }
     [[nodiscard]] const char* c_str() const { return bytes_; }
     [[nodiscard]] std::string_view view() const { return {bytes_, size_}; }
-    operator std::string_view() const { return view(); }
+    operator std::string_view() const { return view(); } // NOLINT(google-explicit-constructor)
 
     /// The byte at `index`, or NUL at and beyond the end.
     char operator[](std::size_t index) const { return index < size_ ? bytes_[index] : '\0'; }
@@ -88,7 +89,7 @@ template <std::size_t Capacity> class BoundedText {
         --size_;
     }
 
-  private:
+private:
     using Size = std::uint16_t;
     static_assert(Capacity < UINT16_MAX);
 

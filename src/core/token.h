@@ -26,11 +26,11 @@ enum TokenCode : int {
 #include "core/vocabulary.def"
 };
 
-constexpr int FUNCTION_FIRST = TOKEN_SIN;     ///< the lowest code of a function
-constexpr int FUNCTION_LAST = TOKEN_CUR;      ///< the highest code of a function
-constexpr int STATEMENT_FIRST = TOKEN_INPUT;  ///< the lowest code of a word that a statement begins with
-constexpr int STATEMENT_LAST = TOKEN_GLOAD;   ///< the highest code of a statement word
-constexpr int STATEMENT_WORD = TOKEN_BREAKA;  ///< codes from here on are statement words, BREAK and BREAKA included
+constexpr int FUNCTION_FIRST = TOKEN_SIN;    ///< the lowest code of a function
+constexpr int FUNCTION_LAST = TOKEN_CUR;     ///< the highest code of a function
+constexpr int STATEMENT_FIRST = TOKEN_INPUT; ///< the lowest code of a word that a statement begins with
+constexpr int STATEMENT_LAST = TOKEN_GLOAD;  ///< the highest code of a statement word
+constexpr int STATEMENT_WORD = TOKEN_BREAKA; ///< codes from here on are statement words, BREAK and BREAKA included
 
 /// Whether a token is an operand by itself: a literal or a variable.
 constexpr bool is_operand_token(int token) {

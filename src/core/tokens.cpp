@@ -11,9 +11,7 @@ namespace {
 void compose_scan_fault(Machine& m, const Token& token) {
     switch (token.fault) {
     case ScanFault::BAD_NUMBER: compose_detail(m, MESSAGE_BAD_NUMBER); break;
-    case ScanFault::UNKNOWN_WORD:
-        compose_detail(m, MESSAGE_UNKNOWN_TOKEN, ":\"%s\"", word_text(token).c_str());
-        break;
+    case ScanFault::UNKNOWN_WORD: compose_detail(m, MESSAGE_UNKNOWN_TOKEN, ":\"%s\"", word_text(token).c_str()); break;
     case ScanFault::BAD_AMPERSAND: compose_detail(m, MESSAGE_UNKNOWN_TOKEN, ":\"&\""); break;
     default: compose_detail(m, MESSAGE_UNKNOWN_TOKEN); break;
     }

@@ -73,8 +73,8 @@ constexpr StatementRow STATEMENT_ROWS[] = {
 /// Words of the statement range that have no statement of their own: wherever one stands in the place of a statement
 /// it is an unknown token. THEN, TO and STEP are read by IF and FOR.
 constexpr int WORDS_WITHOUT_STATEMENT[] = {
-    TOKEN_THEN, TOKEN_TO, TOKEN_STEP, TOKEN_LIST_ALL, TOKEN_CLEAR_ALL, TOKEN_SAVE_ALL, TOKEN_LOAD_ALL, TOKEN_DIM,
-    TOKEN_GLOAD,
+    TOKEN_THEN,     TOKEN_TO,       TOKEN_STEP, TOKEN_LIST_ALL, TOKEN_CLEAR_ALL,
+    TOKEN_SAVE_ALL, TOKEN_LOAD_ALL, TOKEN_DIM,  TOKEN_GLOAD,
 };
 
 struct FunctionRow {
@@ -115,11 +115,13 @@ constexpr Language build_language() {
 
 constexpr Language BASIC = build_language();
 
-template <std::size_t N> constexpr bool contains(const int (&codes)[N], int code) {
+template <std::size_t N>
+constexpr bool contains(const int (&codes)[N], int code) {
     return std::find(std::begin(codes), std::end(codes), code) != std::end(codes);
 }
 
-template <typename Row, std::size_t N> constexpr bool has_row(const Row (&rows)[N], int code) {
+template <typename Row, std::size_t N>
+constexpr bool has_row(const Row (&rows)[N], int code) {
     return std::any_of(std::begin(rows), std::end(rows), [code](const Row& row) { return row.token == code; });
 }
 

@@ -28,8 +28,9 @@ double cube_root(double x) {
     const double magnitude = std::fabs(x);
     int exponent = 0;
     const double m = std::frexp(magnitude, &exponent);
-    double y = (((-0.13466110473359522 * m + 0.5466460136639553) * m - 0.9543822477150945) * m + 1.1399983354717294) * m +
-               0.4023897956454475;
+    double y =
+        (((-0.13466110473359522 * m + 0.5466460136639553) * m - 0.9543822477150945) * m + 1.1399983354717294) * m +
+        0.4023897956454475;
     // The cube root of 2^rest, for the part of the exponent that three does not divide.
     constexpr double CUBE_ROOT_OF_POWER[] = {1, 1.2599210498948732, 1.5874010519681996};
     const int third = std::abs(exponent) / 3;

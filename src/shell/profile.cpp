@@ -59,7 +59,8 @@ Profile parse_profile(std::string_view text) {
 }
 
 bool same_name(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return to_lower(x) == to_lower(y); });
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return to_lower(x) == to_lower(y); });
 }
 
 const ProfileSection* find_section(const Profile& profile, std::string_view name) {

@@ -58,7 +58,8 @@ void assign_number(Machine& m, Variable& cell, const DataItem& item) {
         return;
     }
     char shown[200];
-    raise_error(m, ERROR_SYNTAX, MESSAGE_READ_NOT_A_NUMBER, " DATA:\"%s\"", escape_text(item.text, shown, sizeof shown));
+    raise_error(m, ERROR_SYNTAX, MESSAGE_READ_NOT_A_NUMBER, " DATA:\"%s\"",
+                escape_text(item.text, shown, sizeof shown));
 }
 
 /// The entry of the current area's first DATA line from `index` on, -1 when there is none.

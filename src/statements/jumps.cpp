@@ -24,12 +24,12 @@ struct JumpMessages {
     bool with_number;
 };
 
-//                                   "#" literal     "#" string   area range   area empty   no number    no line
-constexpr JumpMessages GOTO_MESSAGES{{"GOTO", 0},  {"GOTO", 1},  {"GOTO", 2},  {"GOTO", 3},
-                                     {"GOTO", 4},  {"GOTO", 5},  true};
-constexpr JumpMessages GOSUB_MESSAGES{{"GOSUB", 1}, {"GOSUB", 2}, {"GOSUB", 3}, {"GOSUB", 4},
-                                      {"GOSUB", 5}, {"GOSUB", 6}, true};
-constexpr JumpMessages ON_MESSAGES{{"ON", 3}, {"ON", 4}, {"ON", 5}, {"ON", 6}, {"ON", 2}, {"ON", 7}, false};
+// clang-format off
+//                                    "#" literal   "#" string    area range    area empty    no number     no line
+constexpr JumpMessages GOTO_MESSAGES {{"GOTO",  0}, {"GOTO",  1}, {"GOTO",  2}, {"GOTO",  3}, {"GOTO",  4}, {"GOTO",  5}, true};
+constexpr JumpMessages GOSUB_MESSAGES{{"GOSUB", 1}, {"GOSUB", 2}, {"GOSUB", 3}, {"GOSUB", 4}, {"GOSUB", 5}, {"GOSUB", 6}, true};
+constexpr JumpMessages ON_MESSAGES   {{"ON",    3}, {"ON",    4}, {"ON",    5}, {"ON",    6}, {"ON",    2}, {"ON",    7}, false};
+// clang-format on
 
 constexpr MessageId MESSAGE_GOSUB_DEPTH{"GOSUB", 0};
 constexpr MessageId MESSAGE_RETURN_EMPTY{"RETURN", 0};

@@ -47,7 +47,8 @@ KeyText recall_newer(Machine& m) { return m.history_index < 1 ? KeyText() : reca
 KeyText paste(Machine& m) {
     KeyText text(m.host.paste_text());
     const std::string_view view = text;
-    const auto* end = std::find_if(view.begin(), view.end(), [](char c) { return as_byte(c) < ' ' || as_byte(c) > 0x7F; });
+    const auto* end =
+        std::find_if(view.begin(), view.end(), [](char c) { return as_byte(c) < ' ' || as_byte(c) > 0x7F; });
     text.shorten(static_cast<std::size_t>(end - view.begin()));
     return text;
 }

@@ -128,7 +128,8 @@ void beep_statement(Machine& m) {
     if (m.error_code != ERROR_NONE)
         return;
     if (!is_statement_end(m.token) && !is_numeric_operand(m))
-        return raise_error(m, ERROR_SYNTAX, MESSAGE_BEEP_NOT_A_NUMBER, ":0x%04x (TOKEN_ID)", static_cast<unsigned>(m.token));
+        return raise_error(m, ERROR_SYNTAX, MESSAGE_BEEP_NOT_A_NUMBER, ":0x%04x (TOKEN_ID)",
+                           static_cast<unsigned>(m.token));
     if (!(pitch >= 0 && pitch <= 1))
         return raise_error(m, ERROR_RANGE, MESSAGE_BEEP_RANGE);
     if (pitch < 1)

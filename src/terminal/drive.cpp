@@ -216,6 +216,7 @@ Refusal do_quit(DriveSession& session, std::string_view argument, Json&) {
     return refuse_argument(argument);
 }
 
+// clang-format off
 constexpr DriveCommand COMMANDS[] = {
     {"new", do_new},     {"catalogue", do_catalogue}, {"load", do_load},   {"set", do_set},   {"run", do_run},
     {"stop", do_stop},   {"page", do_page},           {"key", do_key},     {"tick", do_tick}, {"wait", do_wait},

@@ -10,10 +10,10 @@ namespace quillon {
 /// What `run` was asked to do.
 struct RunOptions {
     std::string listing;
-    std::optional<int> page;                 ///< 0-9; else the first area in use
-    std::optional<std::uint64_t> max_ticks;  ///< else no limit
-    std::optional<std::uint32_t> seed;       ///< of the random generator
-    std::string catalogue;                   ///< a message catalogue file; empty for none
+    std::optional<int> page;                ///< 0-9; else the first area in use
+    std::optional<std::uint64_t> max_ticks; ///< else no limit
+    std::optional<std::uint32_t> seed;      ///< of the random generator
+    std::string catalogue;                  ///< a message catalogue file; empty for none
 };
 
 /// How a run ended: the program's exit status.

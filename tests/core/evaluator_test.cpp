@@ -13,7 +13,9 @@ struct Row {
 
 class Expressions : public ::testing::TestWithParam<Row> {};
 
-TEST_P(Expressions, GiveTheirValue) { EXPECT_EQ(value_of(GetParam().expression), GetParam().value) << GetParam().expression; }
+TEST_P(Expressions, GiveTheirValue) {
+    EXPECT_EQ(value_of(GetParam().expression), GetParam().value) << GetParam().expression;
+}
 
 INSTANTIATE_TEST_SUITE_P(Precedence, Expressions,
                          ::testing::Values(Row{"2+3*4", "14"}, Row{"(2+3)*4", "20"}, Row{"2^3^2", "64"},

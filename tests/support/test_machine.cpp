@@ -10,12 +10,11 @@ namespace {
 
 /// Sections that the machine asks for: numbers 0-80 of SYSTEM, 0-9 of the others.
 constexpr const char* SECTIONS[] = {
-    "SYSTEM", "INI",   "ABS",    "ACS",    "ASN",    "ATN",    "BEEP",   "BEEPS",  "COS",  "CSR",  "CUR",
-    "DEG",    "DMS",   "EOX",    "EOY",    "EXP",    "FACT",   "FOR",    "FRAC",   "GLOAD", "GOSUB", "GOTO",
-    "HEX",    "HYPACS", "HYPASN", "HYPATN", "HYPCOS", "HYPSIN", "HYPTAN", "IF",    "INPUT", "INT",  "LEN",
-    "LN",     "LOG",   "MID",    "MODE",   "NCR",    "NEXT",   "NPR",    "ON",     "POL",  "PRINT", "READ",
-    "REC",    "RESTORE", "RETURN", "RND",  "RUN",    "SET",    "SGN",    "SIN",    "SQRT", "STR",  "TAN",
-    "VAL",
+    "SYSTEM", "INI",    "ABS",    "ACS",    "ASN",    "ATN", "BEEP",  "BEEPS", "COS",   "CSR",     "CUR",    "DEG",
+    "DMS",    "EOX",    "EOY",    "EXP",    "FACT",   "FOR", "FRAC",  "GLOAD", "GOSUB", "GOTO",    "HEX",    "HYPACS",
+    "HYPASN", "HYPATN", "HYPCOS", "HYPSIN", "HYPTAN", "IF",  "INPUT", "INT",   "LEN",   "LN",      "LOG",    "MID",
+    "MODE",   "NCR",    "NEXT",   "NPR",    "ON",     "POL", "PRINT", "READ",  "REC",   "RESTORE", "RETURN", "RND",
+    "RUN",    "SET",    "SGN",    "SIN",    "SQRT",   "STR", "TAN",   "VAL",
 };
 
 MessageCatalogue naming_catalogue() {

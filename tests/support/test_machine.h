@@ -30,7 +30,8 @@ struct TestMachine {
     /// EXE, and the tick that sees it.
     void exe();
 
-    /// Ticks until the machine waits for a person, has ended or holds an error; at most `most` times. Returns how often.
+    /// Ticks until the machine waits for a person, has ended or holds an error; at most `most` times. Returns how
+    /// often.
     int wait(int most = 100000);
 
     /// Ticks with EXE held down until the program ends or fails, and returns each line that stood in an EXE wait, and
@@ -53,7 +54,8 @@ struct TestMachine {
 /// The shown lines of a program, joined by "|".
 std::string shown_by(std::string_view lines);
 
-/// What an expression gives: its text as PRINT shows it after "SET N", without the sign blank; or "ERRn SECTION number".
+/// What an expression gives: its text as PRINT shows it after "SET N", without the sign blank; or "ERRn SECTION
+/// number".
 std::string value_of(std::string_view expression);
 
 /// How a statement fails: "ERRn SECTION number"; "ok" when it does not.

@@ -1,0 +1,24 @@
+// The PC keyboard: from key messages to the machine's pending key, its EXE, and commands of the host. Keys are named
+// by virtual-key codes, plain numbers here; whoever has the keyboard maps its own keys to them.
+#pragma once
+
+namespace quillon {
+
+struct Machine;
+
+/// Held codes from here on stand for characters that no virtual key types.
+constexpr int CHARACTER_KEY_BASE = 256;
+
+/// A key goes down (or repeats while it is held): sets the pending key, asks for EXE, or runs what a function key is
+/// for. The modifiers count as they were last sampled. Any code will do; one that means nothing leaves no key.
+void on_key_down(Machine& m, int virtual_key, bool auto_repeat);
+
+/// A key goes down while Alt is held: the function keywords of machine mode. Nothing in ASCII mode.
+void on_sys_key_down(Machine& m, int virtual_key);
+
+/// A character is typed as the user's own keyboard layout has it, in ASCII mode: it becomes the pending key as it is,
+/// except that a letter alone is upper case and one with Shift lower case. `held_code` is the code under which the key
+/// counts as down.
+void on_character(Machine& m, char character, int held_code);
+
+} // namespace quillon
