@@ -43,6 +43,15 @@ constexpr std::array<std::string_view, 256> build_unicode() {
 
 constexpr std::array<std::string_view, 256> UNICODE = build_unicode();
 
+/// The code of a character beyond ASCII.
+char code_of_unicode(std::string_view character) {
+    for (const SpecialCharacter& special : SPECIAL_CHARACTERS) {
+        if (special.unicode == character)
+            return static_cast<char>(special.code);
+    }
+    return '?';
+}
+
 int escape_code(char first, char second) {
     for (const SpecialCharacter& special : SPECIAL_CHARACTERS) {
         if (!special.escape.empty() && special.escape[0] == first && special.escape[1] == second)
@@ -111,6 +120,18 @@ std::string to_unicode(std::string_view text) {
     std::string out;
     for (const char c : text)
         out += unicode_of(as_byte(c));
+    return out;
+}
+
+std::string from_unicode(std::string_view text) {
+    std::string out;
+    while (!text.empty()) {
+        std::size_t length = 1;
+        while (length < text.size() && (as_byte(text[length]) & 0xC0) == 0x80)
+            ++length;
+        out += as_byte(text[0]) < 0x80 ? text[0] : code_of_unicode(text.substr(0, length));
+        text.remove_prefix(length);
+    }
     return out;
 }
 

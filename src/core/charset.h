@@ -40,4 +40,7 @@ std::string_view unicode_of(unsigned char byte);
 /// A machine text as UTF-8.
 std::string to_unicode(std::string_view text);
 
+/// A UTF-8 text in the machine's characters; "?" for what it does not have and for bytes that are no UTF-8.
+std::string from_unicode(std::string_view text);
+
 } // namespace quillon

@@ -71,6 +71,9 @@ struct Host {
     /// Whether the key with this virtual-key code is down now. Called at the end of each tick that holds a key.
     std::function<bool(int virtual_key)> is_key_down = [](int) { return false; };
 
+    /// KEY$ has read the pending key. A host that feeds keys from a text goes on to the next one; others need not know.
+    std::function<void()> key_read = [] {};
+
     /// Gives the window the size of the record's `zoom`. Called by the zoom keys and commands.
     std::function<void()> resize_window = [] {};
 

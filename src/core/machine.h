@@ -181,6 +181,14 @@ struct Machine {
     int soft_shift_latch = 0; ///< S
     int soft_alt_latch = 0;   ///< F
     int soft_ctrl_latch = 0;  ///< EXT
+    int soft_open = 0;         ///< 1 while the keyboard is shown
+    int soft_pressed_key = -1; ///< index of the key the mouse is on, -1 for none
+    int soft_held_kind = 0;    ///< kind of the key that is held, 0 for none
+    int soft_mouse_down = 0;   ///< 1: a press has yet to be carried out
+    int soft_mouse_up = 0;     ///< 1: a release has yet to be carried out
+    int soft_repeat_count = 0; ///< ticks the held key has been down, towards its next repeat
+    int soft_highlight = -1;   ///< index of the key that is drawn pressed, -1 for none
+    int soft_changed = 0;      ///< 1: the picture is to be drawn anew; whoever draws it clears this
 
     // Tracing: single steps while the trace window is open.
     int trace_mode = 0;         ///< 1 while the trace window is open

@@ -13,6 +13,7 @@
 #include "statements/modes.h"
 #include "statements/print.h"
 #include "statements/program.h"
+#include "statements/skin.h"
 #include "statements/sound.h"
 
 #include <algorithm>
@@ -52,6 +53,7 @@ constexpr StatementRow STATEMENT_ROWS[] = {
     {TOKEN_BEEPWAIT,     NO_KIND,        beepwait_statement},
     {TOKEN_READ,         NO_KIND,        read_statement},
     {TOKEN_RESTORE,      NO_KIND,        restore_statement},
+    {TOKEN_GLOAD,        NO_KIND,        gload_statement},
     {TOKEN_REM,          NO_KIND,        rem_statement},
     {TOKEN_LET,          NO_KIND,        let_statement},
     {TOKEN_DATA,         NO_KIND,        skip_statement},
@@ -73,8 +75,8 @@ constexpr StatementRow STATEMENT_ROWS[] = {
 /// Words of the statement range that have no statement of their own: wherever one stands in the place of a statement
 /// it is an unknown token. THEN, TO and STEP are read by IF and FOR.
 constexpr int WORDS_WITHOUT_STATEMENT[] = {
-    TOKEN_THEN,     TOKEN_TO,       TOKEN_STEP, TOKEN_LIST_ALL, TOKEN_CLEAR_ALL,
-    TOKEN_SAVE_ALL, TOKEN_LOAD_ALL, TOKEN_DIM,  TOKEN_GLOAD,
+    TOKEN_THEN,      TOKEN_TO,       TOKEN_STEP,     TOKEN_LIST_ALL,
+    TOKEN_CLEAR_ALL, TOKEN_SAVE_ALL, TOKEN_LOAD_ALL, TOKEN_DIM,
 };
 
 struct FunctionRow {

@@ -4,6 +4,7 @@
 #include "core/display_line.h"
 #include "core/machine.h"
 #include "driver/run_state.h"
+#include "keys/soft_keyboard.h"
 #include "statements/command_line.h"
 #include "statements/input.h"
 
@@ -162,6 +163,7 @@ void enter_command_mode(Machine& m) {
 void machine_tick(Machine& m) {
     if (tone_holds_tick(m))
         return;
+    soft_keyboard_tick(m);
     blink_cursor(m);
     if (error_holds_tick(m))
         return;

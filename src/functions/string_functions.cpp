@@ -151,6 +151,7 @@ double key_function(Machine& m) {
     const unsigned char first = as_byte(m.key_string[0]);
     const bool is_character = first >= ' ' || first == KEY_PASTE;
     string_result(m, is_character ? m.key_string.view() : std::string_view());
+    m.host.key_read();
     next_token_behind_operand(m);
     return 0;
 }

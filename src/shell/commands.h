@@ -1,18 +1,22 @@
 // The host's commands, by number: what the menu, the toolbar, keys and the machine itself ask for.
 #pragma once
 
+#include <string>
+
 namespace quillon {
 
-struct Machine;
+struct Simulator;
 
-/// RUN: goes on after a stop, or starts the selected area from its beginning. An empty area leads to command mode.
-/// Without a listing it says so in a message box.
-void host_run(Machine& m);
+/// Carries out a command by its number (40001-40049); the numbers of toolbar buttons act as the commands they stand
+/// for. Any other number does nothing. The machine's own commands take effect at once, also from within a tick.
+void run_host_command(Simulator& s, int number);
 
-/// STOP: halts a running program; a halted one shows its position. Nothing without a listing, or where nothing runs.
-void host_stop(Machine& m);
+/// Opens a listing, as the Open command's dialog chose it or as it was dropped on the window: stops the tone, loads it,
+/// and puts the default skin in place. A fault is told in a message box; a faulty listing is the current one all the
+/// same, to be mended and loaded again. A file that cannot be read changes nothing. True when it was loaded.
+bool open_listing(Simulator& s, const std::string& path);
 
-/// Selects the program area (0-9) that RUN starts.
-void select_page(Machine& m, int page);
+/// The window's title: the program's name, and the current listing's.
+std::string window_title(const Simulator& s);
 
 } // namespace quillon

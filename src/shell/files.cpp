@@ -29,4 +29,12 @@ std::optional<std::string> read_whole_file(const std::string& path, std::size_t 
     return bytes;
 }
 
+bool write_whole_file(const std::string& path, std::span<const std::uint8_t> bytes) {
+    std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "wb"));
+    if (file == nullptr)
+        return false;
+    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
+    return std::fclose(file.release()) == 0 && written;
+}
+
 } // namespace quillon

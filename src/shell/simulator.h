@@ -2,22 +2,33 @@
 #pragma once
 
 #include "core/machine.h"
+#include "display/lcd.h"
+#include "display/skin_palette.h"
+#include "shell/key_queue.h"
+#include "shell/window.h"
+
+#include <string>
 
 namespace quillon {
 
-/// Everything of one simulated machine.
+/// Everything of one simulated machine. Large, and the machine points into it: keep it on the heap.
 struct Simulator {
     Simulator();
+    Simulator(const Simulator&) = delete;
+    Simulator& operator=(const Simulator&) = delete;
 
     Machine machine;
-
-    // The PC's modifier keys, as whoever has the keyboard sees them now; sampled before each tick.
-    bool shift_down = false;
-    bool ctrl_down = false;
-    bool alt_down = false;
+    LcdPicture lcd;
+    LcdColours colours;       ///< of the default skin
+    std::string skin_name;    ///< the skin in place, empty for the default
+    std::string listing_path; ///< the current listing; empty when there is none
+    Window window;
+    KeyQueue keys;
+    Modifiers modifiers;      ///< the PC's modifier keys now, sampled before each tick
 };
 
-/// One tick as the timer makes it: modifiers sampled, the machine's tick, the display's visible part worked out.
-void simulator_tick(Simulator& s);
+/// One tick as the timer makes it: the next key event, modifiers sampled, the machine's tick, the LCD drawn. Returns
+/// whether the LCD's picture has changed.
+bool simulator_tick(Simulator& s);
 
 } // namespace quillon

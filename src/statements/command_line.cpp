@@ -9,7 +9,7 @@
 #include "statements/print.h"
 
 #include <algorithm>
-#include <cstring>
+#include <cstdio>
 
 namespace quillon {
 namespace {
@@ -104,6 +104,7 @@ double run_statements(Machine& m, bool& printed) {
         if (has_printed(m)) {
             printed = true;
             finish_print_list(m);
+            m.operand_done = 0;
         }
         if (failed(m) || m.token == TOKEN_END || m.stmt_kind == KIND_PROMPT)
             break;
@@ -157,6 +158,22 @@ void run_line(Machine& m, const BoundedText<127>& line) {
 }
 
 } // namespace
+
+void begin_command_mode(Machine& m) {
+    clear_run_marks(m);
+    m.error_detail.clear();
+    m.error_code = ERROR_NONE;
+    m.prev_state = STATE_RUN;
+    m.base_state = STATE_COMMAND;
+    m.run_state = STATE_RUN;
+    m.stmt_kind = KIND_RESULT;
+    m.entry_line.text.clear();
+    m.history_index = -1;
+    char text[16];
+    std::snprintf(text, sizeof text, "READY P%1d", m.run_page);
+    clear_display_line(m);
+    put_display_text(m, 0, text);
+}
 
 void command_entry_tick(Machine& m) {
     if (m.enter_request == 0)

@@ -2,6 +2,7 @@
 #include "terminal/command_line.h"
 
 #include "terminal/drive.h"
+#include "terminal/lines.h"
 #include "terminal/run.h"
 
 #include <CLI/CLI.hpp>
@@ -20,20 +21,8 @@ void add_run(CLI::App& app, RunOptions& options) {
     run->add_option("--page", options.page, "Program area to run (default: the first in use)")->check(CLI::Range(0, 9));
     run->add_option("--max-ticks", options.max_ticks, "Stop after this many ticks");
     run->add_option("--seed", options.seed, "Start value of the random generator");
+    run->add_option("--keys", options.keys, "What KEY$ reads, a character each time");
     run->add_option("--catalogue", options.catalogue, "Message catalogue for error texts");
-}
-
-/// Reads a line of any bytes; what is longer than `limit` is cut. False at the end of the input.
-bool read_line(std::FILE* file, std::string& line, std::size_t limit) {
-    line.clear();
-    int c = std::getc(file);
-    if (c == EOF)
-        return false;
-    for (; c != EOF && c != '\n'; c = std::getc(file)) {
-        if (line.size() < limit)
-            line.push_back(static_cast<char>(c));
-    }
-    return true;
 }
 
 int drive() {

@@ -1,14 +1,20 @@
 // The commands of the driving protocol.
 #include "terminal/drive.h"
 
-#include "core/listing.h"
+#include "keys/key_map.h"
+#include "keys/lcd_click.h"
+#include "keys/soft_keyboard.h"
 #include "shell/catalogue.h"
+#include "shell/clipboard.h"
 #include "shell/commands.h"
+#include "shell/skins.h"
+#include "shell/snapshot.h"
 #include "terminal/drive_state.h"
 
 #include <nlohmann/json.hpp>
 
 #include <charconv>
+#include <utility>
 
 namespace quillon {
 namespace {
@@ -54,17 +60,43 @@ std::string_view take_word(std::string_view& text) {
 
 void record_host(DriveSession& session) {
     Host& host = session.simulator->machine.host;
-    std::vector<std::string>& log = session.host_log;
-    host.stop_tone = [&log] { log.emplace_back("stop-sound"); };
-    host.show_message = [&log](const std::string& text, MessageIcon) { log.push_back("message-box " + text); };
-    host.refresh_trace = [&log] { log.emplace_back("trace-refresh"); };
-    host.reset_trace = [&log] { log.emplace_back("trace-reset"); };
+    host.play_tone = [&session](std::span<const std::uint8_t>) {
+        session.tone_playing = true;
+        session.host_log.emplace_back("play");
+    };
+    host.stop_tone = [&session] {
+        session.tone_playing = false;
+        session.host_log.emplace_back("stop-sound");
+    };
+    host.show_message = [&session](const std::string& text, MessageIcon) {
+        session.host_log.push_back("message-box " + text);
+    };
+    host.refresh_trace = [&session] { session.host_log.emplace_back("trace-refresh"); };
+    host.reset_trace = [&session] { session.host_log.emplace_back("trace-reset"); };
+    host.copy_text = [&session](std::string_view text) {
+        session.clipboard = clipboard_part(text);
+        session.host_log.push_back("copy " + machine_text(session.clipboard));
+    };
+    host.paste_text = [&session] { return pasted_part(session.clipboard); };
+}
+
+void record_window(DriveSession& session) {
+    Window& window = session.simulator->window;
+    window.perform = [&session](HostCommand command) {
+        session.host_log.push_back("command " + std::to_string(command));
+    };
+    window.toggle_trace = [&session] { session.host_log.emplace_back("trace"); };
 }
 
 void start_new_machine(DriveSession& session) {
     session.simulator = std::make_unique<Simulator>();
     session.host_log.clear();
+    session.clipboard.clear();
+    session.tone_playing = false;
+    load_skin(*session.simulator, {});
     record_host(session);
+    record_window(session);
+    render_lcd(session.simulator->lcd, session.simulator->machine);
 }
 
 Refusal do_new(DriveSession& session, std::string_view argument, Json&) {
@@ -90,12 +122,7 @@ Refusal do_load(DriveSession& session, std::string_view argument, Json& answer) 
     if (argument.empty())
         return "Name a listing file.";
     Machine& m = session.simulator->machine;
-    const LoadResult result = load_listing(m, std::string(argument));
-    if (result != LoadResult::UNREADABLE)
-        m.random_seed = 1; // the milliseconds would make runs differ
-    if (result != LoadResult::LOADED)
-        m.host.show_message(m.system_message.c_str(), MessageIcon::STOP);
-    answer["loaded"] = result == LoadResult::LOADED;
+    answer["loaded"] = open_listing(*session.simulator, std::string(argument));
     answer["system_message"] = m.system_message.c_str();
     return {};
 }
@@ -112,23 +139,89 @@ Refusal do_set(DriveSession& session, std::string_view argument, Json&) {
     return {};
 }
 
-Refusal do_run(DriveSession& session, std::string_view argument, Json&) {
+template <HostCommand Command> Refusal do_command(DriveSession& session, std::string_view argument, Json&) {
     if (argument.empty())
-        host_run(session.simulator->machine);
+        run_host_command(*session.simulator, Command);
     return refuse_argument(argument);
 }
 
-Refusal do_stop(DriveSession& session, std::string_view argument, Json&) {
-    if (argument.empty())
-        host_stop(session.simulator->machine);
-    return refuse_argument(argument);
+Refusal do_host(DriveSession& session, std::string_view argument, Json&) {
+    constexpr int COMMAND_FIRST = 40001;
+    constexpr int COMMAND_LAST = 40049;
+    const auto number = parse_number(argument, COMMAND_FIRST, COMMAND_LAST);
+    if (!number)
+        return number_refusal("A command", COMMAND_FIRST, COMMAND_LAST);
+    run_host_command(*session.simulator, static_cast<int>(*number));
+    return {};
 }
 
 Refusal do_page(DriveSession& session, std::string_view argument, Json&) {
     const auto page = parse_number(argument, 0, AREA_COUNT - 1);
     if (!page)
         return number_refusal("A page", 0, AREA_COUNT - 1);
-    select_page(session.simulator->machine, static_cast<int>(*page));
+    run_host_command(*session.simulator, COMMAND_PAGE_0 + static_cast<int>(*page));
+    return {};
+}
+
+// Keys. They go straight to the machine, not through the queue: a script has its own pace.
+
+Refusal set_modifier(DriveSession& session, std::string_view name, bool down) {
+    Modifiers& modifiers = session.simulator->modifiers;
+    if (name == "shift")
+        modifiers.shift = down;
+    else if (name == "ctrl")
+        modifiers.ctrl = down;
+    else if (name == "alt")
+        modifiers.alt = down;
+    else
+        return "Name shift, ctrl or alt.";
+    return {};
+}
+
+Refusal do_hold(DriveSession& session, std::string_view argument, Json&) { return set_modifier(session, argument, true); }
+
+Refusal do_unhold(DriveSession& session, std::string_view argument, Json&) {
+    return set_modifier(session, argument, false);
+}
+
+std::optional<long long> parse_virtual_key(std::string_view text) { return parse_number(text, 0, 255); }
+
+Refusal virtual_key_refusal() { return number_refusal("A virtual key", 0, 255); }
+
+void set_key_down(DriveSession& session, int key, bool down) {
+    std::vector<int>& keys = session.simulator->keys.down_keys;
+    std::erase(keys, key);
+    if (down)
+        keys.push_back(key);
+}
+
+Refusal press_key(DriveSession& session, std::string_view argument, bool auto_repeat) {
+    const auto key = parse_virtual_key(argument);
+    if (!key)
+        return virtual_key_refusal();
+    set_key_down(session, static_cast<int>(*key), true);
+    on_key_down(session.simulator->machine, static_cast<int>(*key), auto_repeat);
+    return {};
+}
+
+Refusal do_press(DriveSession& session, std::string_view argument, Json&) { return press_key(session, argument, false); }
+
+Refusal do_repeat(DriveSession& session, std::string_view argument, Json&) { return press_key(session, argument, true); }
+
+Refusal do_altpress(DriveSession& session, std::string_view argument, Json&) {
+    const auto key = parse_virtual_key(argument);
+    if (!key)
+        return virtual_key_refusal();
+    set_key_down(session, static_cast<int>(*key), true);
+    on_sys_key_down(session.simulator->machine, static_cast<int>(*key));
+    return {};
+}
+
+Refusal do_release(DriveSession& session, std::string_view argument, Json&) {
+    const auto key = parse_virtual_key(argument);
+    if (!key)
+        return virtual_key_refusal();
+    set_key_down(session, static_cast<int>(*key), false);
     return {};
 }
 
@@ -205,6 +298,72 @@ Refusal do_state(DriveSession& session, std::string_view argument, Json& answer)
     return {};
 }
 
+// The mouse, the picture, sound and clipboard.
+
+Refusal do_soft(DriveSession& session, std::string_view argument, Json&) {
+    Machine& m = session.simulator->machine;
+    const std::string_view action = take_word(argument);
+    if (action == "up" && argument.empty()) {
+        open_soft_keyboard(m);
+        soft_mouse_up(m);
+        return {};
+    }
+    const auto row = parse_number(take_word(argument), 0, 3);
+    const auto column = parse_number(argument, 0, 13);
+    if (action != "down" || !row || !column)
+        return "Say up, or down with a row from 0 to 3 and a column from 0 to 13.";
+    open_soft_keyboard(m);
+    soft_mouse_down(m, static_cast<int>(*row), static_cast<int>(*column));
+    return {};
+}
+
+Refusal do_click(DriveSession& session, std::string_view argument, Json&) {
+    constexpr long long COORDINATE_MAX = 100'000;
+    constexpr std::pair<std::string_view, LcdClick> BUTTONS[] = {
+        {"left", LcdClick::LEFT}, {"double", LcdClick::LEFT_DOUBLE}, {"right", LcdClick::RIGHT}};
+    const std::string_view button = take_word(argument);
+    const auto x = parse_number(take_word(argument), -COORDINATE_MAX, COORDINATE_MAX);
+    const auto y = parse_number(argument, -COORDINATE_MAX, COORDINATE_MAX);
+    for (const auto& [name, click] : BUTTONS) {
+        if (name != button || !x || !y)
+            continue;
+        Machine& m = session.simulator->machine;
+        const int zoom = std::exchange(m.zoom, 1); // these are coordinates of the unscaled LCD
+        on_lcd_click(m, click, static_cast<int>(*x), static_cast<int>(*y), 0);
+        m.zoom = zoom;
+        return {};
+    }
+    return "Say left, double or right, and two whole numbers.";
+}
+
+Refusal do_lcd(DriveSession& session, std::string_view argument, Json& answer) {
+    if (argument.empty())
+        answer_lcd(session.simulator->lcd, answer);
+    return refuse_argument(argument);
+}
+
+Refusal do_snapshot(DriveSession& session, std::string_view argument, Json&) {
+    if (argument.empty())
+        return "Name a file.";
+    const bool written = write_snapshot(session.simulator->lcd.canvas, std::string(argument));
+    return written ? Refusal() : "The snapshot cannot be written.";
+}
+
+Refusal do_sound(DriveSession& session, std::string_view argument, Json& answer) {
+    const Tone& tone = session.simulator->machine.tone;
+    answer["playing"] = session.tone_playing;
+    answer["samples"] = tone.samples;
+    answer["half_period"] = tone.half_period;
+    return refuse_argument(argument);
+}
+
+Refusal do_clipboard(DriveSession& session, std::string_view argument, Json& answer) {
+    if (!argument.empty())
+        session.clipboard = argument;
+    answer["text"] = machine_text(session.clipboard);
+    return {};
+}
+
 Refusal do_vars(DriveSession& session, std::string_view argument, Json& answer) {
     if (argument.empty())
         answer_variables(session.simulator->machine, answer);
@@ -218,10 +377,18 @@ Refusal do_quit(DriveSession& session, std::string_view argument, Json&) {
 
 // clang-format off
 constexpr DriveCommand COMMANDS[] = {
-    {"new", do_new},     {"catalogue", do_catalogue}, {"load", do_load},   {"set", do_set},   {"run", do_run},
-    {"stop", do_stop},   {"page", do_page},           {"key", do_key},     {"tick", do_tick}, {"wait", do_wait},
-    {"exe", do_exe},     {"type", do_type},           {"state", do_state}, {"vars", do_vars}, {"quit", do_quit},
+    {"new", do_new},         {"catalogue", do_catalogue}, {"load", do_load},
+    {"set", do_set},         {"page", do_page},           {"host", do_host},
+    {"run", do_command<COMMAND_RUN>}, {"stop", do_command<COMMAND_STOP>}, {"command", do_command<COMMAND_LINE>},
+    {"hold", do_hold},       {"unhold", do_unhold},       {"press", do_press},
+    {"repeat", do_repeat},   {"altpress", do_altpress},   {"release", do_release},
+    {"key", do_key},         {"type", do_type},           {"soft", do_soft},
+    {"click", do_click},     {"tick", do_tick},           {"wait", do_wait},
+    {"exe", do_exe},         {"state", do_state},         {"vars", do_vars},
+    {"lcd", do_lcd},         {"snapshot", do_snapshot},   {"sound", do_sound},
+    {"clipboard", do_clipboard}, {"quit", do_quit},
 };
+// clang-format on
 
 Refusal carry_out(DriveSession& session, std::string_view line, Json& answer) {
     std::string_view argument = line;

@@ -18,6 +18,8 @@ struct DriveSession {
 
     std::unique_ptr<Simulator> simulator;
     std::vector<std::string> host_log; ///< since the last `state`
+    std::string clipboard;             ///< its own, machine text
+    bool tone_playing = false;
     bool finished = false;             ///< after `quit`
 };
 

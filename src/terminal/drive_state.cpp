@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include <cmath>
+#include <cstdio>
 
 namespace quillon {
 namespace {
@@ -77,7 +78,59 @@ constexpr NumberField NUMBER_FIELDS[] = {
     {"soft_ctrl_latch", &Machine::soft_ctrl_latch},
 };
 
-/// Machine text: each byte as the code point of the same number.
+/// JSON has no infinities and no not-a-number.
+Json number_json(double x) {
+    if (std::isnan(x))
+        return "nan";
+    if (std::isinf(x))
+        return x < 0 ? "-inf" : "inf";
+    return x;
+}
+
+/// The checksum of zlib's crc32.
+std::uint32_t crc32(std::uint32_t crc, std::uint8_t byte) {
+    crc ^= byte;
+    for (int bit = 0; bit < 8; ++bit)
+        crc = (crc >> 1) ^ (0xEDB88320U & (0U - (crc & 1U)));
+    return crc;
+}
+
+/// Of the canvas as bytes red, green, blue from the top row on.
+std::string canvas_checksum(const Canvas& canvas) {
+    std::uint32_t crc = 0xFFFFFFFF;
+    for (const std::uint32_t pixel : canvas.pixels) {
+        for (int shift = 16; shift >= 0; shift -= 8)
+            crc = crc32(crc, static_cast<std::uint8_t>(pixel >> shift));
+    }
+    char text[16];
+    std::snprintf(text, sizeof text, "%08x", ~crc);
+    return text;
+}
+
+std::string_view without_trailing_blanks(std::string_view text) {
+    return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
+void answer_texts(const Simulator& s, Json& answer) {
+    const Machine& m = s.machine;
+    const std::string_view line(m.display_line, DISPLAY_LINE_SIZE);
+    answer["display"] = machine_text(without_trailing_blanks(line));
+    answer["visible"] = machine_text(line.substr(static_cast<std::size_t>(m.display_offset), DISPLAY_WIDTH));
+    answer["entry"] = machine_text(m.entry_line.text);
+    answer["key_string"] = machine_text(m.key_string);
+    answer["error_detail"] = m.error_detail.c_str();
+    answer["system_message"] = m.system_message.c_str();
+    answer["skin"] = machine_text(s.skin_name);
+    Json history = Json::array();
+    for (const auto& slot : m.history) {
+        if (!slot.empty())
+            history.push_back(machine_text(slot));
+    }
+    answer["history"] = std::move(history);
+}
+
+} // namespace
+
 std::string machine_text(std::string_view bytes) {
     std::string text;
     for (const char c : bytes) {
@@ -91,38 +144,6 @@ std::string machine_text(std::string_view bytes) {
     }
     return text;
 }
-
-/// JSON has no infinities and no not-a-number.
-Json number_json(double x) {
-    if (std::isnan(x))
-        return "nan";
-    if (std::isinf(x))
-        return x < 0 ? "-inf" : "inf";
-    return x;
-}
-
-std::string_view without_trailing_blanks(std::string_view text) {
-    return text.substr(0, text.find_last_not_of(' ') + 1);
-}
-
-void answer_texts(const Machine& m, Json& answer) {
-    const std::string_view line(m.display_line, DISPLAY_LINE_SIZE);
-    answer["display"] = machine_text(without_trailing_blanks(line));
-    answer["visible"] = machine_text(line.substr(static_cast<std::size_t>(m.display_offset), DISPLAY_WIDTH));
-    answer["entry"] = machine_text(m.entry_line.text);
-    answer["key_string"] = machine_text(m.key_string);
-    answer["error_detail"] = m.error_detail.c_str();
-    answer["system_message"] = m.system_message.c_str();
-    answer["skin"] = "";
-    Json history = Json::array();
-    for (const auto& slot : m.history) {
-        if (!slot.empty())
-            history.push_back(machine_text(slot));
-    }
-    answer["history"] = std::move(history);
-}
-
-} // namespace
 
 const DriveField* find_settable_field(std::string_view name) {
     for (const DriveField& field : SETTABLE_FIELDS) {
@@ -146,7 +167,16 @@ void answer_state(const Simulator& s, Json& answer) {
     answer["line_number"] = current_line_number(m);
     answer["random_seed"] = m.random_seed;
     answer["last_result"] = number_json(m.last_result);
-    answer_texts(m, answer);
+    answer_texts(s, answer);
+}
+
+void answer_lcd(const LcdPicture& picture, Json& answer) {
+    std::string text;
+    for (const std::uint8_t code : picture.codes)
+        text += static_cast<char>(code);
+    answer["text"] = machine_text(text);
+    answer["indicators"] = lit_indicators(picture);
+    answer["crc32"] = canvas_checksum(picture.canvas);
 }
 
 void answer_variables(const Machine& m, Json& answer) {

@@ -5,6 +5,7 @@
 
 #include <nlohmann/json_fwd.hpp>
 
+#include <string>
 #include <string_view>
 
 namespace quillon {
@@ -23,8 +24,14 @@ const DriveField* find_settable_field(std::string_view name);
 /// Sets one field and no other.
 void set_field(Machine& m, const DriveField& field, long long number);
 
+/// Machine text as UTF-8: each byte as the code point of the same number.
+std::string machine_text(std::string_view bytes);
+
 /// Adds the members of a `state` answer, all but the host's log.
 void answer_state(const Simulator& s, nlohmann::ordered_json& answer);
+
+/// Adds what the LCD shows.
+void answer_lcd(const LcdPicture& picture, nlohmann::ordered_json& answer);
 
 /// Adds the assigned variables.
 void answer_variables(const Machine& m, nlohmann::ordered_json& answer);

@@ -6,8 +6,13 @@
 #include "shell/catalogue.h"
 #include "shell/commands.h"
 #include "shell/simulator.h"
+#include "statements/input.h"
+#include "terminal/lines.h"
 #include "terminal/shown_lines.h"
 
+#include <unistd.h>
+
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <memory>
@@ -75,8 +80,8 @@ bool start_program(Simulator& s, const RunOptions& options) {
     int page = options.page.value_or(0);
     while (!options.page && page < AREA_COUNT - 1 && area_is_empty(m, page))
         ++page;
-    select_page(m, page);
-    host_run(m);
+    run_host_command(s, COMMAND_PAGE_0 + page);
+    run_host_command(s, COMMAND_RUN);
     return true;
 }
 
@@ -86,11 +91,46 @@ bool has_ended(const Machine& m) {
     return !under_way;
 }
 
+/// Puts the next line of standard input in the place of an entry; false when there is none.
+bool enter_line(Machine& m, ShownLines& shown) {
+    constexpr std::size_t LINE_MAX_SIZE = 1024; // more than an entry holds, symbols of several bytes included
+    std::string line;
+    if (!read_line(stdin, line, LINE_MAX_SIZE))
+        return false;
+    if (isatty(STDIN_FILENO) != 0)
+        shown.stands = true; // the terminal has shown the end of the line
+    if (line.ends_with('\r'))
+        line.pop_back();
+    begin_entry(m);
+    m.entry_line.text = from_unicode(line);
+    return true;
+}
+
+/// What KEY$ reads: each character is pending until it has been read once.
+struct FedKeys {
+    std::string keys; ///< machine text
+    std::size_t index = 0;
+    bool read = false; ///< the pending one has been read
+};
+
+void feed_key(FedKeys& fed, Machine& m) {
+    fed.index += fed.read && fed.index < fed.keys.size() ? 1 : 0;
+    fed.read = false;
+    m.key_string = std::string_view(fed.keys).substr(fed.index, 1);
+}
+
 RunStatus tick_to_the_end(Simulator& s, const RunOptions& options, ShownLines& shown, const Output& output) {
     Machine& m = s.machine;
+    FedKeys fed{from_unicode(options.keys)};
+    m.host.key_read = [&fed] { fed.read = true; };
     for (std::uint64_t tick = 0; !has_ended(m) && !output.failed; ++tick) {
         if (options.max_ticks && tick >= *options.max_ticks)
             return RUN_TICKS_USED;
+        if (m.stmt_kind == KIND_INPUT_ERROR)
+            prompt_again(m);
+        if (m.stmt_kind == KIND_PROMPT && !enter_line(m, shown))
+            return RUN_NO_INPUT;
+        feed_key(fed, m);
         m.enter_request = 1;
         simulator_tick(s);
         follow_display(shown, m);

@@ -14,6 +14,7 @@ struct RunOptions {
     std::optional<std::uint64_t> max_ticks; ///< else no limit
     std::optional<std::uint32_t> seed;      ///< of the random generator
     std::string catalogue;                  ///< a message catalogue file; empty for none
+    std::string keys;                       ///< UTF-8: what KEY$ reads, a character at a time
 };
 
 /// How a run ended: the program's exit status.
@@ -25,8 +26,8 @@ enum RunStatus : int {
     RUN_TICKS_USED = 4, ///< the limit of ticks was reached
 };
 
-/// Runs a listing. Lines go to standard output, errors to standard error. Output that cannot be written ends the run
-/// as if the program had ended.
+/// Runs a listing. Lines go to standard output, errors to standard error; INPUT takes lines of standard input. Output
+/// that cannot be written ends the run as if the program had ended.
 RunStatus run_listing(const RunOptions& options);
 
 } // namespace quillon

@@ -64,7 +64,7 @@ bool TestMachine::load(std::string_view listing) {
 
 void TestMachine::start(std::string_view lines) {
     load(numbered(lines));
-    host_run(m);
+    run_host_command(*simulator, COMMAND_RUN);
 }
 
 void TestMachine::tick(int count) {

@@ -1,0 +1,97 @@
+// Pacing key events.
+#include "shell/key_queue.h"
+
+#include "core/machine.h"
+#include "keys/key_map.h"
+
+#include <algorithm>
+
+namespace quillon {
+namespace {
+
+constexpr std::size_t EVENTS_MAX = 256;
+
+bool is_down(const KeyEvent& event) { return event.kind != KeyEvent::Kind::UP; }
+
+bool same_key(const KeyEvent& a, const KeyEvent& b) {
+    return a.kind == b.kind && a.key == b.key && a.character == b.character && a.modifiers.shift == b.modifiers.shift &&
+           a.modifiers.ctrl == b.modifiers.ctrl && a.modifiers.alt == b.modifiers.alt;
+}
+
+/// A key is pending that the line editor has yet to see: the one that began an entry.
+bool key_unread(const Machine& m) {
+    const bool typing = m.run_state == STATE_INPUT || m.run_state == STATE_COMMAND;
+    return typing && !m.key_string.empty() && m.key_string.view() != m.prev_key_string.view();
+}
+
+bool may_go_down(const KeyQueue& queue, const Machine& m, const KeyEvent& event) {
+    if (key_unread(m))
+        return false;
+    const bool equal = !event.auto_repeat && queue.last_down && same_key(*queue.last_down, event);
+    return !equal || !queue.key_in_last_tick;
+}
+
+void key_up(KeyQueue& queue, int key) { std::erase(queue.down_keys, key); }
+
+/// Whether a key-up means something: the key is down, or will be when the waiting events have been fed.
+bool is_or_will_be_down(const KeyQueue& queue, int key) {
+    const auto last = std::find_if(queue.events.rbegin(), queue.events.rend(),
+                                   [key](const KeyEvent& event) { return event.key == key; });
+    return last == queue.events.rend() ? is_key_down(queue, key) : is_down(*last);
+}
+
+} // namespace
+
+void push_key_event(KeyQueue& queue, const KeyEvent& event) {
+    const bool has_room = queue.events.size() < EVENTS_MAX;
+    const bool wanted = is_down(event) ? has_room && (!event.auto_repeat || queue.events.empty())
+                                       : is_or_will_be_down(queue, event.key);
+    if (wanted)
+        queue.events.push_back(event);
+}
+
+void release_all_keys(KeyQueue& queue) {
+    std::vector<int> keys = queue.down_keys;
+    for (const KeyEvent& event : queue.events)
+        keys.push_back(event.key);
+    for (const int key : keys) {
+        KeyEvent up;
+        up.kind = KeyEvent::Kind::UP;
+        up.key = key;
+        push_key_event(queue, up);
+    }
+}
+
+std::optional<KeyEvent> next_key_down(KeyQueue& queue, const Machine& m) {
+    while (!queue.events.empty()) {
+        const KeyEvent event = queue.events.front();
+        if (is_down(event)) {
+            if (!may_go_down(queue, m, event))
+                return std::nullopt;
+            queue.events.pop_front();
+            return event;
+        }
+        queue.events.pop_front();
+        key_up(queue, event.key);
+    }
+    return std::nullopt;
+}
+
+void apply_key_down(KeyQueue& queue, Machine& m, const KeyEvent& event) {
+    queue.last_down = event;
+    key_up(queue, event.key);
+    queue.down_keys.push_back(event.key);
+    switch (event.kind) {
+    case KeyEvent::Kind::SYS_DOWN: on_sys_key_down(m, event.key); break;
+    case KeyEvent::Kind::CHARACTER: on_character(m, event.character, event.key); break;
+    default: on_key_down(m, event.key, event.auto_repeat);
+    }
+}
+
+void note_pending_key(KeyQueue& queue, const Machine& m) { queue.key_in_last_tick = !m.key_string.empty(); }
+
+bool is_key_down(const KeyQueue& queue, int key) {
+    return std::find(queue.down_keys.begin(), queue.down_keys.end(), key) != queue.down_keys.end();
+}
+
+} // namespace quillon

@@ -1,0 +1,28 @@
+// GLOAD.
+#include "statements/skin.h"
+
+#include "core/errors.h"
+#include "core/interpreter.h"
+#include "core/variables.h"
+
+namespace quillon {
+namespace {
+
+constexpr MessageId MESSAGE_GLOAD_NUMVAR{"GLOAD", 0};
+constexpr MessageId MESSAGE_GLOAD_NO_STRING{"GLOAD", 1};
+
+} // namespace
+
+void gload_statement(Machine& m) {
+    eval_argument(m);
+    if (m.error_code != ERROR_NONE)
+        return;
+    if (m.value.kind == VALUE_NUMVAR)
+        raise_error(m, ERROR_SYNTAX, MESSAGE_GLOAD_NUMVAR);
+    else if (value_type(m.value) == TYPE_STRING)
+        m.host.load_skin(m.value.text);
+    else
+        raise_error(m, ERROR_SYNTAX, MESSAGE_GLOAD_NO_STRING);
+}
+
+} // namespace quillon

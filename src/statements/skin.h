@@ -1,0 +1,10 @@
+// GLOAD: a program brings its own character shapes.
+#pragma once
+
+namespace quillon {
+
+struct Machine;
+
+void gload_statement(Machine& m);
+
+} // namespace quillon
