@@ -29,10 +29,11 @@ public:
     ~BoundedText() = default;
 
     [[nodiscard]] static constexpr std::size_t capacity() { return Capacity; }
-    [[nodiscard]] std::size_t size() const { return size_; }
+    /// The minimum tells the compiler what always holds, so that it sees no overrun where texts of two sizes meet.
+    [[nodiscard]] std::size_t size() const { return std::min<std::size_t>(size_, Capacity); }
     [[nodiscard]] bool empty() const { return size_ == 0; }
     [[nodiscard]] const char* c_str() const { return bytes_; }
-    [[nodiscard]] std::string_view view() const { return {bytes_, size_}; }
+    [[nodiscard]] std::string_view view() const { return {bytes_, size()}; }
     operator std::string_view() const { return view(); } // NOLINT(google-explicit-constructor)
 
     /// The byte at `index`, or NUL at and beyond the end.
