@@ -11,11 +11,13 @@
 #include "statements/command_line.h"
 
 #include <cstdio>
+#include <optional>
 
 namespace quillon {
 namespace {
 
 constexpr int OVERDRIVE_INTERVAL_MS = 5;
+constexpr MessageId MESSAGE_NO_EDITOR{"SYSTEM", 10};
 
 /// Loads, and listings that run, silence what is left of a tone.
 void stop_sound(Machine& m) {
@@ -107,6 +109,8 @@ void stop(Simulator& s, int) {
 bool finish_load(Simulator& s, LoadResult result) {
     if (result != LoadResult::LOADED)
         s.machine.host.show_message(s.machine.system_message.c_str(), MessageIcon::STOP);
+    if (result == LoadResult::LOADED)
+        add_recent_listing(s.recent, s.settings.last_file);
     if (result != LoadResult::UNREADABLE && restore_default_skin(s))
         s.window.refresh();
     return result == LoadResult::LOADED;
@@ -114,9 +118,9 @@ bool finish_load(Simulator& s, LoadResult result) {
 
 void reload(Simulator& s, int) {
     stop_sound(s.machine);
-    const LoadResult result = load_listing(s.machine, s.listing_path);
+    const LoadResult result = load_listing(s.machine, s.settings.last_file);
     if (result == LoadResult::FAULTY)
-        s.listing_path.clear();
+        s.settings.last_file.clear();
     finish_load(s, result);
 }
 
@@ -165,6 +169,7 @@ void toggle_trace(Simulator& s, int) {
 }
 
 void toggle_soft_keyboard(Simulator& s, int) {
+    s.settings.soft_keyboard = 1 - s.machine.soft_open;
     if (s.machine.soft_open != 0)
         close_soft_keyboard(s.machine);
     else
@@ -239,13 +244,27 @@ bool open_listing(Simulator& s, const std::string& path) {
     stop_sound(s.machine);
     const LoadResult result = load_listing(s.machine, path);
     if (result != LoadResult::UNREADABLE)
-        s.listing_path = path;
+        s.settings.last_file = path;
     return finish_load(s, result);
+}
+
+std::optional<EditorCall> editor_call(Simulator& s) {
+    if (s.settings.editor.empty()) {
+        show_catalogue_message(s.machine, MESSAGE_NO_EDITOR);
+        return std::nullopt;
+    }
+    if (s.settings.last_file.empty()) {
+        show_catalogue_message(s.machine, MESSAGE_NO_LISTING);
+        return std::nullopt;
+    }
+    // There is no such program here: the system's own opener of text files stands for it.
+    const bool is_default = name_of(s.settings.editor) == "notepad.exe";
+    return EditorCall{is_default ? "xdg-open" : s.settings.editor, s.settings.last_file};
 }
 
 std::string window_title(const Simulator& s) {
     const std::string program = "Quillon Simulator.";
-    return s.listing_path.empty() ? program : program + " [" + std::string(name_of(s.listing_path)) + "]";
+    return s.settings.last_file.empty() ? program : program + " [" + std::string(name_of(s.settings.last_file)) + "]";
 }
 
 } // namespace quillon

@@ -1,6 +1,7 @@
 // The host's commands, by number: what the menu, the toolbar, keys and the machine itself ask for.
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace quillon {
@@ -15,6 +16,15 @@ void run_host_command(Simulator& s, int number);
 /// and puts the default skin in place. A fault is told in a message box; a faulty listing is the current one all the
 /// same, to be mended and loaded again. A file that cannot be read changes nothing. True when it was loaded.
 bool open_listing(Simulator& s, const std::string& path);
+
+/// The text editor and the listing that it is to open: a program and its one argument, which no shell ever sees.
+struct EditorCall {
+    std::string program;
+    std::string file;
+};
+
+/// How to start the editor; nothing, after a message box, when there is no editor or no listing.
+std::optional<EditorCall> editor_call(Simulator& s);
 
 /// The window's title: the program's name, and the current listing's.
 std::string window_title(const Simulator& s);

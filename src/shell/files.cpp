@@ -1,6 +1,7 @@
 // Reading whole files.
 #include "shell/files.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -14,27 +15,27 @@ struct CloseFile {
 } // namespace
 
 std::optional<std::string> read_whole_file(const std::string& path, std::size_t limit) {
+    std::optional<std::string> bytes = read_file_start(path, limit + 1);
+    if (bytes && bytes->size() > limit)
+        return std::nullopt;
+    return bytes;
+}
+
+std::optional<std::string> read_file_start(const std::string& path, std::size_t count) {
     const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
     if (file == nullptr)
         return std::nullopt;
     std::string bytes;
     char chunk[65536];
-    while (const std::size_t count = std::fread(chunk, 1, sizeof chunk, file.get())) {
-        if (bytes.size() + count > limit)
-            return std::nullopt;
-        bytes.append(chunk, count);
+    while (bytes.size() < count) {
+        const std::size_t got = std::fread(chunk, 1, std::min(sizeof chunk, count - bytes.size()), file.get());
+        if (got == 0)
+            break;
+        bytes.append(chunk, got);
     }
     if (std::ferror(file.get()) != 0)
         return std::nullopt;
     return bytes;
-}
-
-bool write_whole_file(const std::string& path, std::span<const std::uint8_t> bytes) {
-    std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "wb"));
-    if (file == nullptr)
-        return false;
-    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
-    return std::fclose(file.release()) == 0 && written;
 }
 
 } // namespace quillon

@@ -1,10 +1,8 @@
-// Whole files: reading them into memory, with a limit, and writing them.
+// Whole files: reading them into memory, with a limit.
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
 
 namespace quillon {
@@ -12,7 +10,7 @@ namespace quillon {
 /// The bytes of a file, or nothing when it cannot be read or has more than `limit` bytes.
 std::optional<std::string> read_whole_file(const std::string& path, std::size_t limit);
 
-/// Writes a whole file; false when that cannot be.
-bool write_whole_file(const std::string& path, std::span<const std::uint8_t> bytes);
+/// The first `count` bytes of a file, or all when it has fewer; nothing when it cannot be read.
+std::optional<std::string> read_file_start(const std::string& path, std::size_t count);
 
 } // namespace quillon

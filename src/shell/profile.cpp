@@ -4,40 +4,34 @@
 #include "core/charset.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <limits>
+#include <utility>
 
 namespace quillon {
 namespace {
 
-constexpr std::string_view BLANKS = " \t\r\v\f";
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(BLANKS);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(BLANKS) - first + 1);
-}
+constexpr std::string_view BLANKS = " \t\r\n\v\f";
 
 std::string_view unquoted(std::string_view text) {
     const bool quoted = text.size() >= 2 && text.front() == '"' && text.back() == '"';
     return quoted ? text.substr(1, text.size() - 2) : text;
 }
 
+/// The name in the line that begins a section; nothing in any other line.
+std::optional<std::string_view> section_name(std::string_view line) {
+    const std::string_view content = without_blanks(line);
+    if (content.empty() || content.front() != '[')
+        return std::nullopt;
+    return without_blanks(content.substr(1, content.find(']') - 1));
+}
+
 void parse_line(Profile& profile, std::string_view line) {
-    const std::string_view content = trimmed(line);
-    if (content.empty() || content.front() == ';')
-        return;
-    if (content.front() == '[') {
-        const std::string_view name = content.substr(1, content.find(']') - 1);
-        profile.sections.push_back({std::string(trimmed(name)), {}});
-        return;
-    }
-    const std::size_t equals = content.find('=');
-    if (equals == std::string_view::npos || profile.sections.empty())
-        return;
-    const std::string_view key = trimmed(content.substr(0, equals));
-    const std::string_view value = unquoted(trimmed(content.substr(equals + 1)));
-    profile.sections.back().entries.push_back({std::string(key), std::string(value), std::string(content)});
+    if (const auto name = section_name(line))
+        profile.sections.push_back({std::string(*name), {}, {}});
+    else if (auto entry = profile.sections.empty() ? std::nullopt : parse_profile_entry(line))
+        profile.sections.back().entries.push_back(std::move(*entry));
+    (profile.sections.empty() ? profile.head : profile.sections.back().text) += line;
 }
 
 int digit_value(char c, int base) {
@@ -51,11 +45,29 @@ int digit_value(char c, int base) {
 Profile parse_profile(std::string_view text) {
     Profile profile;
     while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
-        parse_line(profile, text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
+        const std::size_t feed = text.find('\n');
+        const std::size_t size = feed == std::string_view::npos ? text.size() : feed + 1;
+        parse_line(profile, text.substr(0, size));
+        text.remove_prefix(size);
     }
     return profile;
+}
+
+std::optional<ProfileEntry> parse_profile_entry(std::string_view line) {
+    const std::string_view content = without_blanks(line);
+    const std::size_t equals = content.find('=');
+    if (equals == std::string_view::npos || content.front() == ';' || content.front() == '[')
+        return std::nullopt;
+    const std::string_view key = without_blanks(content.substr(0, equals));
+    const std::string_view value = unquoted(without_blanks(content.substr(equals + 1)));
+    return ProfileEntry{std::string(key), std::string(value), std::string(content)};
+}
+
+std::string_view without_blanks(std::string_view line) {
+    const std::size_t first = line.find_first_not_of(BLANKS);
+    if (first == std::string_view::npos)
+        return {};
+    return line.substr(first, line.find_last_not_of(BLANKS) - first + 1);
 }
 
 bool same_name(std::string_view a, std::string_view b) {
@@ -76,7 +88,7 @@ const std::string* find_value(const ProfileSection& section, std::string_view ke
 }
 
 int parse_profile_integer(std::string_view value) {
-    std::string_view text = trimmed(value);
+    std::string_view text = without_blanks(value);
     const bool negative = !text.empty() && text.front() == '-';
     if (negative || (!text.empty() && text.front() == '+'))
         text.remove_prefix(1);
@@ -84,13 +96,15 @@ int parse_profile_integer(std::string_view value) {
     const int base = hexadecimal ? 16 : 10;
     if (hexadecimal)
         text.remove_prefix(2);
-    constexpr long long LIMIT = std::numeric_limits<int>::max();
+    // Hexadecimal digits give all 32 bits, so that a colour written with eight of them keeps its last six.
+    const long long limit = hexadecimal && !negative ? std::numeric_limits<std::uint32_t>::max()
+                                                     : std::numeric_limits<int>::max() + (negative ? 1LL : 0LL);
     long long number = 0;
     for (const char c : text) {
         const int digit = digit_value(c, base);
         if (digit < 0)
             break;
-        number = std::min(number * base + digit, LIMIT + (negative ? 1 : 0));
+        number = std::min(number * base + digit, limit);
     }
     return static_cast<int>(negative ? -number : number);
 }

@@ -18,15 +18,23 @@ struct ProfileEntry {
 struct ProfileSection {
     std::string name;
     std::vector<ProfileEntry> entries;
+    std::string text; ///< the section as it stands in the file, the line of its name and all other lines included
 };
 
-/// A profile in file order. Lines that are neither a section's name nor a key with "=" are left out.
+/// A profile in file order. Lines that are neither a section's name nor a key with "=" make no entries.
 struct Profile {
+    std::string head; ///< what stands before the first section
     std::vector<ProfileSection> sections;
 };
 
 /// Reads a profile. Any bytes will do: what is no profile yields no sections.
 Profile parse_profile(std::string_view text);
+
+/// Reads one line of a section; nothing when it gives no key a value: a section's name, a remark (";"), no "=".
+std::optional<ProfileEntry> parse_profile_entry(std::string_view line);
+
+/// A line without the blanks around it, its line end included.
+std::string_view without_blanks(std::string_view line);
 
 /// Whether two names are the same; letters of either case count as equal.
 bool same_name(std::string_view a, std::string_view b);
@@ -38,7 +46,8 @@ const ProfileSection* find_section(const Profile& profile, std::string_view name
 const std::string* find_value(const ProfileSection& section, std::string_view key);
 
 /// The whole number at the start of a value: an optional sign and decimal digits, or hexadecimal ones behind "0x"; 0
-/// where there is none, the nearest end beyond the range of 32 bits.
+/// where there is none, the nearest end beyond the range of 32 bits. Hexadecimal digits without a "-" are the bits of
+/// the number: 0xFFFFFFFF is -1.
 int parse_profile_integer(std::string_view value);
 
 } // namespace quillon

@@ -3,8 +3,10 @@
 
 #include "core/machine.h"
 #include "display/lcd.h"
-#include "display/skin_palette.h"
 #include "shell/key_queue.h"
+#include "shell/places.h"
+#include "shell/recent_listings.h"
+#include "shell/settings.h"
 #include "shell/window.h"
 
 #include <string>
@@ -19,9 +21,10 @@ struct Simulator {
 
     Machine machine;
     LcdPicture lcd;
-    LcdColours colours;       ///< of the default skin
+    Settings settings;        ///< those that the record does not have are current here
+    DataFiles files;          ///< where state is kept between runs; empty paths for nowhere
+    RecentListings recent;    ///< the listings that were loaded last
     std::string skin_name;    ///< the skin in place, empty for the default
-    std::string listing_path; ///< the current listing; empty when there is none
     Window window;
     KeyQueue keys;
     Modifiers modifiers;      ///< the PC's modifier keys now, sampled before each tick

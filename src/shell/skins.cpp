@@ -6,6 +6,7 @@
 #include "display/glz.h"
 #include "display/resources.h"
 #include "display/skin_file.h"
+#include "display/skin_palette.h"
 #include "display/sprite_table.h"
 #include "shell/files.h"
 #include "shell/paths.h"
@@ -47,7 +48,7 @@ void refuse_fault(Machine& m, SkinFault fault, std::string_view name) {
 /// Reads and installs a skin file; false, after a message, when that cannot be.
 bool install_skin_file(Simulator& s, std::string_view name) {
     Machine& m = s.machine;
-    const std::string path = folder_of(s.listing_path) + std::string(name);
+    const std::string path = folder_of(s.settings.last_file) + std::string(name);
     const auto bytes = leaves_folder(name) || !is_regular_file(path) ? std::nullopt : read_whole_file(path, SKIN_FILE_MAX);
     if (!bytes) {
         refuse_skin(m, MESSAGE_CANNOT_OPEN, "", name);
@@ -68,7 +69,7 @@ bool install_skin_file(Simulator& s, std::string_view name) {
 bool install_default_skin(Simulator& s) {
     auto image = decode_image_resource(image_resource(SKIN_IMAGE));
     if (image)
-        set_lcd_colours(image->palette, s.colours);
+        set_lcd_colours(image->palette, {s.settings.pal_on, s.settings.pal_off, s.settings.pal_bg});
     s.skin_name.clear();
     if (image && install_skin(s.lcd, *image))
         return true;

@@ -2,7 +2,9 @@
 #include "shell/snapshot.h"
 
 #include "display/little_endian.h"
-#include "shell/files.h"
+#include "shell/safe_write.h"
+
+#include <cstdio>
 
 namespace quillon {
 namespace {
@@ -28,7 +30,7 @@ void append_headers(std::vector<std::uint8_t>& file, const Canvas& canvas, std::
 
 } // namespace
 
-std::vector<std::uint8_t> snapshot_bitmap(const Canvas& canvas) {
+std::string snapshot_bitmap(const Canvas& canvas) {
     const std::size_t row_size = (static_cast<std::size_t>(canvas.width) * 3 + 3) / 4 * 4;
     const std::size_t image_size = row_size * static_cast<std::size_t>(canvas.height);
     std::vector<std::uint8_t> file;
@@ -42,11 +44,22 @@ std::vector<std::uint8_t> snapshot_bitmap(const Canvas& canvas) {
         }
         file.resize((file.size() - HEADERS_SIZE + 3) / 4 * 4 + HEADERS_SIZE);
     }
-    return file;
+    return {file.begin(), file.end()};
 }
 
 bool write_snapshot(const Canvas& canvas, const std::string& path) {
-    return write_whole_file(path, snapshot_bitmap(canvas));
+    return safe_write(path, snapshot_bitmap(canvas));
+}
+
+bool take_snapshot(const Canvas& canvas, const std::string& folder) {
+    constexpr int NUMBERS = 256;
+    std::vector<std::string> names;
+    for (int n = 0; n < NUMBERS; ++n) {
+        char name[32];
+        std::snprintf(name, sizeof name, "/qzsnap_%03d.bmp", n);
+        names.push_back(folder + name);
+    }
+    return write_new_file(names, snapshot_bitmap(canvas)) != NewFile::NO_FREE_NAME;
 }
 
 } // namespace quillon

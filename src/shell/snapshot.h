@@ -4,14 +4,17 @@
 #include "display/image.h"
 
 #include <string>
-#include <vector>
 
 namespace quillon {
 
 /// A canvas as an uncompressed bitmap file of 24 bits per pixel.
-std::vector<std::uint8_t> snapshot_bitmap(const Canvas& canvas);
+std::string snapshot_bitmap(const Canvas& canvas);
 
 /// Writes a canvas to a file; false when that cannot be, and then no half file is left.
 bool write_snapshot(const Canvas& canvas, const std::string& path);
+
+/// Writes a canvas to the first free of the names qzsnap_000.bmp to qzsnap_255.bmp in a folder. False when all of them
+/// are taken; any other failure is silent.
+bool take_snapshot(const Canvas& canvas, const std::string& folder);
 
 } // namespace quillon

@@ -99,6 +99,8 @@ bool enter_line(Machine& m, ShownLines& shown) {
         return false;
     if (isatty(STDIN_FILENO) != 0)
         shown.stands = true; // the terminal has shown the end of the line
+    else
+        finish_shown_lines(shown);
     if (line.ends_with('\r'))
         line.pop_back();
     begin_entry(m);

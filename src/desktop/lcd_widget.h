@@ -1,0 +1,33 @@
+// The LCD in the window: shows the simulator's canvas in whole device pixels, and takes the mouse.
+#pragma once
+
+#include "shell/simulator.h"
+
+#include <QWidget>
+
+namespace quillon {
+
+class LcdWidget : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit LcdWidget(Simulator& simulator, QWidget* parent = nullptr);
+
+    /// Device pixels of one canvas pixel, from the zoom and the screen's scale factor.
+    [[nodiscard]] int pixel_size() const;
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+  private:
+    void click(const QMouseEvent& event, bool is_double);
+
+    Simulator& simulator;
+    bool double_click_held = false; ///< the release that ends a double click is none of its own
+};
+
+} // namespace quillon

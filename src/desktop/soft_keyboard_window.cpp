@@ -1,0 +1,99 @@
+// Drawing the soft keyboard, and the mouse on it.
+#include "desktop/soft_keyboard_window.h"
+
+#include "display/glz.h"
+#include "display/resources.h"
+#include "keys/soft_keyboard.h"
+#include "keys/soft_keys.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <cmath>
+
+namespace quillon {
+namespace {
+
+constexpr int SCALE = 2;
+constexpr int LAYER_WIDTH = 224;
+constexpr int LAYER_HEIGHT = 80;
+constexpr int KEY_WIDTH = 16;
+constexpr int KEY_HEIGHT = 20;
+constexpr int BORDER = 2;
+constexpr int LAYERS_BELOW = 3; ///< the picture has three layers below each other, and three more beside them
+
+QImage load_picture() {
+    const auto image = decode_image_resource(image_resource(SOFT_KEYBOARD_IMAGE));
+    if (!image)
+        return {};
+    QImage picture(image->width, image->height, QImage::Format_RGB32);
+    for (int y = 0; y < image->height; ++y) {
+        for (int x = 0; x < image->width; ++x)
+            picture.setPixel(x, y, 0xFF000000 | image->palette[image->pixels[pixel_index(*image, x, y)]]);
+    }
+    return picture;
+}
+
+QRect layer_rectangle(int layer) {
+    return {layer / LAYERS_BELOW * LAYER_WIDTH, layer % LAYERS_BELOW * LAYER_HEIGHT, LAYER_WIDTH, LAYER_HEIGHT};
+}
+
+/// The place of a key in its layer; the EXE key is twice as wide as the others.
+QRect key_rectangle(int key) {
+    const int width = key == SOFT_EXE_KEY ? 2 * KEY_WIDTH : KEY_WIDTH;
+    return {key % SOFT_KEY_COLUMNS * KEY_WIDTH, key / SOFT_KEY_COLUMNS * KEY_HEIGHT, width, KEY_HEIGHT};
+}
+
+} // namespace
+
+SoftKeyboardWindow::SoftKeyboardWindow(Simulator& simulator_, QWidget* main_window_, bool as_panel_)
+    : QWidget(main_window_, as_panel_ ? Qt::Widget : Qt::Tool | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus),
+      simulator(simulator_), main_window(main_window_), as_panel(as_panel_), picture(load_picture()) {
+    setWindowTitle("QZ-SIM SoftwareKeyboard.");
+    setAccessibleName(windowTitle());
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setFocusPolicy(Qt::NoFocus);
+    setFixedSize(SCALE * LAYER_WIDTH + 2 * BORDER, SCALE * LAYER_HEIGHT + 2 * BORDER);
+}
+
+void SoftKeyboardWindow::dock() {
+    if (as_panel)
+        return;
+    const QRect frame = main_window->frameGeometry();
+    move(frame.left(), frame.bottom() + 1);
+}
+
+void SoftKeyboardWindow::refresh() {
+    if (std::exchange(simulator.machine.soft_changed, 0) != 0)
+        update();
+}
+
+void SoftKeyboardWindow::paintEvent(QPaintEvent*) {
+    const Machine& m = simulator.machine;
+    QPainter painter(this);
+    painter.fillRect(rect(), Qt::black);
+    painter.translate(BORDER, BORDER);
+    painter.scale(SCALE, SCALE);
+    painter.drawImage(QRect(0, 0, LAYER_WIDTH, LAYER_HEIGHT), picture, layer_rectangle(current_soft_layer(m)));
+    if (m.soft_highlight < 0)
+        return;
+    const QRect key = key_rectangle(m.soft_highlight).adjusted(1, 1, -1, -1);
+    painter.setCompositionMode(QPainter::CompositionMode_Difference); // the key's colours turn into their opposites
+    painter.fillRect(key, Qt::white);
+}
+
+void SoftKeyboardWindow::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton)
+        return;
+    const QPointF place = event->position() - QPointF(BORDER, BORDER);
+    soft_mouse_down(simulator.machine, static_cast<int>(std::floor(place.y() / (SCALE * KEY_HEIGHT))),
+                    static_cast<int>(std::floor(place.x() / (SCALE * KEY_WIDTH))));
+    main_window->activateWindow();
+}
+
+void SoftKeyboardWindow::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        soft_mouse_up(simulator.machine);
+}
+
+} // namespace quillon

@@ -1,0 +1,41 @@
+// The soft keyboard's window: shows the layer that the latches choose and hands the mouse on to the machine. It docks to
+// the main window's lower edge and follows it; where the system lets no program place its windows it is a panel there.
+#pragma once
+
+#include "display/image.h"
+#include "shell/simulator.h"
+
+#include <QImage>
+#include <QWidget>
+
+namespace quillon {
+
+class SoftKeyboardWindow : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// `as_panel`: a part of the main window instead of a window of its own.
+    SoftKeyboardWindow(Simulator& simulator, QWidget* main_window, bool as_panel);
+
+    /// Whether the keyboard's picture could be prepared.
+    [[nodiscard]] bool is_usable() const { return !picture.isNull(); }
+
+    /// Puts the window below the main window's lower edge.
+    void dock();
+
+    /// Paints anew if the machine says that the picture has changed.
+    void refresh();
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+  private:
+    Simulator& simulator;
+    QWidget* main_window;
+    bool as_panel;
+    QImage picture; ///< the six layers
+};
+
+} // namespace quillon

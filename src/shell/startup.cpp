@@ -1,0 +1,78 @@
+// Starting and ending.
+#include "shell/startup.h"
+
+#include "core/listing.h"
+#include "keys/soft_keyboard.h"
+#include "shell/commands.h"
+#include "shell/saved_values.h"
+#include "shell/simulator.h"
+#include "shell/skins.h"
+#include "statements/command_line.h"
+
+namespace quillon {
+namespace {
+
+void read_state(Simulator& s) {
+    if (!s.files.settings.empty())
+        use_settings(s, read_settings(s.files.settings));
+    if (!s.files.saved_values.empty())
+        read_saved_values(s.files.saved_values, s.machine);
+    if (!s.files.recent_listings.empty())
+        s.recent = read_recent_listings(s.files.recent_listings);
+}
+
+/// The listing of the last run. One that cannot be read stays the current one: it may be back the next time.
+void load_last_listing(Simulator& s) {
+    if (s.settings.last_file.empty())
+        return;
+    const LoadResult result = load_listing(s.machine, s.settings.last_file);
+    if (result != LoadResult::LOADED)
+        s.machine.host.show_message(s.machine.system_message.c_str(), MessageIcon::STOP);
+    if (result == LoadResult::FAULTY)
+        s.settings.last_file.clear();
+}
+
+void write_state(Simulator& s) {
+    if (s.files.settings.empty())
+        return;
+    create_folder(s.files.folder);
+    collect_settings(s.machine, s.settings);
+    // What cannot be written stays as it was; there is nobody left to tell.
+    static_cast<void>(write_settings(s.files.settings, s.settings));
+    static_cast<void>(write_saved_values(s.files.saved_values, s.machine));
+    static_cast<void>(write_recent_listings(s.files.recent_listings, s.recent));
+}
+
+} // namespace
+
+void use_settings(Simulator& s, const LoadedSettings& loaded) {
+    constexpr const char* SECTION = "INI";
+    s.settings = loaded.settings;
+    apply_settings(s.machine, s.settings);
+    for (const int number : loaded.messages)
+        s.machine.host.show_message(lookup_message(s.machine.catalogue, SECTION, number), MessageIcon::WARNING);
+}
+
+bool start_simulator(Simulator& s) {
+    read_state(s);
+    load_last_listing(s);
+    if (!load_skin(s, {}))
+        return false;
+    if (s.settings.start_mode == 1)
+        begin_command_mode(s.machine);
+    if (s.settings.soft_keyboard == 1) {
+        open_soft_keyboard(s.machine);
+        s.window.toggle_soft_keyboard();
+    }
+    render_lcd(s.lcd, s.machine);
+    return true;
+}
+
+void shut_down_simulator(Simulator& s) {
+    close_soft_keyboard(s.machine);
+    if (s.machine.tone.samples > 0)
+        s.machine.host.stop_tone();
+    write_state(s);
+}
+
+} // namespace quillon

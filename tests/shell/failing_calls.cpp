@@ -1,0 +1,189 @@
+// The functions in the way of the C library's: each counts, and fails when its turn has come.
+#include "tests/shell/failing_calls.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdarg>
+
+#include <fcntl.h>
+#include <sys/ptrace.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+// Names for the two functions that --wrap=NAME makes of each one.
+#define WRAPPED(name) __asm__("__wrap_" #name)
+#define REAL(name) __asm__("__real_" #name)
+
+extern "C" {
+int real_open(const char* path, int flags, ...) REAL(open);
+ssize_t real_write(int descriptor, const void* bytes, size_t size) REAL(write);
+int real_fsync(int descriptor) REAL(fsync);
+int real_close(int descriptor) REAL(close);
+int real_rename(const char* from, const char* to) REAL(rename);
+int real_link(const char* from, const char* to) REAL(link);
+int real_unlink(const char* path) REAL(unlink);
+int real_fchmod(int descriptor, mode_t mode) REAL(fchmod);
+int real_fstat(int descriptor, struct stat* out) REAL(fstat);
+int real_stat(const char* path, struct stat* out) REAL(stat);
+int real_lstat(const char* path, struct stat* out) REAL(lstat);
+int real_access(const char* path, int mode) REAL(access);
+
+int wrapped_open(const char* path, int flags, ...) WRAPPED(open);
+ssize_t wrapped_write(int descriptor, const void* bytes, size_t size) WRAPPED(write);
+int wrapped_fsync(int descriptor) WRAPPED(fsync);
+int wrapped_close(int descriptor) WRAPPED(close);
+int wrapped_rename(const char* from, const char* to) WRAPPED(rename);
+int wrapped_link(const char* from, const char* to) WRAPPED(link);
+int wrapped_unlink(const char* path) WRAPPED(unlink);
+int wrapped_fchmod(int descriptor, mode_t mode) WRAPPED(fchmod);
+int wrapped_fstat(int descriptor, struct stat* out) WRAPPED(fstat);
+int wrapped_stat(const char* path, struct stat* out) WRAPPED(stat);
+int wrapped_lstat(const char* path, struct stat* out) WRAPPED(lstat);
+int wrapped_access(const char* path, int mode) WRAPPED(access);
+}
+
+namespace quillon::testing {
+namespace {
+
+struct Plan {
+    bool active = false;
+    Fault fault;
+    int calls = 0;
+    std::string failed_call;
+};
+
+Plan& plan() {
+    static Plan instance;
+    return instance;
+}
+
+enum class Needs { ROOM, NO_ROOM }; ///< on the disk: a full one has no effect on the others
+
+/// Counts a call; true when it is to fail, or for a write to be short.
+bool is_due(const char* name, Needs needs) {
+    Plan& p = plan();
+    if (!p.active || (p.fault.error == ENOSPC && needs == Needs::NO_ROOM))
+        return false;
+    ++p.calls;
+    if (p.calls != p.fault.at && !(p.fault.lasts && p.calls > p.fault.at))
+        return false;
+    if (p.failed_call.empty())
+        p.failed_call = name;
+    return true;
+}
+
+bool fails(const char* name, Needs needs = Needs::NO_ROOM) {
+    if (!is_due(name, needs) || plan().fault.error == 0)
+        return false;
+    errno = plan().fault.error;
+    return true;
+}
+
+bool is_folder(int descriptor) {
+    struct stat entry {};
+    return real_fstat(descriptor, &entry) == 0 && S_ISDIR(entry.st_mode);
+}
+
+} // namespace
+
+FailingCalls::FailingCalls(const Fault& fault) { plan() = {true, fault, 0, ""}; }
+
+FailingCalls::~FailingCalls() { plan().active = false; }
+
+std::string FailingCalls::failed_call() const { return plan().failed_call; }
+
+bool run_and_kill(const std::function<void()>& action, int stop) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        if (::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0)
+            ::_exit(2);
+        ::raise(SIGSTOP);
+        action();
+        ::_exit(0);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    for (int i = 0; i < stop && !WIFEXITED(status); ++i) {
+        ::ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
+        ::waitpid(child, &status, 0);
+    }
+    if (WIFEXITED(status)) {
+        EXPECT_EQ(WEXITSTATUS(status), 0) << "2: this system lets no process follow its child";
+        return false;
+    }
+    ::kill(child, SIGKILL);
+    ::waitpid(child, &status, 0);
+    return true;
+}
+
+bool run_as_a_user(const std::function<bool()>& action) {
+    constexpr uid_t NOBODY = 65534;
+    constexpr int YES = 0, NO = 1;
+    const pid_t child = ::fork();
+    if (child == 0) {
+        if (::getuid() == 0 && ::setuid(NOBODY) != 0)
+            ::_exit(2);
+        ::_exit(action() ? YES : NO);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) <= NO) << status;
+    return WIFEXITED(status) && WEXITSTATUS(status) == YES;
+}
+
+} // namespace quillon::testing
+
+using quillon::testing::fails;
+using quillon::testing::is_due;
+using quillon::testing::is_folder;
+using quillon::testing::Needs;
+using quillon::testing::plan;
+
+int wrapped_open(const char* path, int flags, ...) {
+    mode_t mode = 0;
+    if ((flags & O_CREAT) != 0) {
+        va_list arguments;
+        va_start(arguments, flags);
+        mode = va_arg(arguments, mode_t);
+        va_end(arguments);
+    }
+    const bool failed = (flags & O_CREAT) != 0 ? fails("open", Needs::ROOM) : fails("open folder");
+    return failed ? -1 : real_open(path, flags, mode);
+}
+
+ssize_t wrapped_write(int descriptor, const void* bytes, size_t size) {
+    if (!is_due("write", Needs::ROOM))
+        return real_write(descriptor, bytes, size);
+    const ssize_t half = real_write(descriptor, bytes, (size + 1) / 2);
+    const int error = plan().fault.error;
+    if (error == 0)
+        return half;
+    errno = error;
+    return -1;
+}
+
+int wrapped_fsync(int descriptor) {
+    return fails(is_folder(descriptor) ? "fsync folder" : "fsync", Needs::ROOM) ? -1 : real_fsync(descriptor);
+}
+
+int wrapped_close(int descriptor) {
+    const bool failed = fails(is_folder(descriptor) ? "close folder" : "close", Needs::ROOM);
+    const int outcome = real_close(descriptor); // a failed close closes too
+    if (failed)
+        errno = plan().fault.error;
+    return failed ? -1 : outcome;
+}
+
+int wrapped_rename(const char* from, const char* to) {
+    return fails("rename", Needs::ROOM) ? -1 : real_rename(from, to);
+}
+int wrapped_link(const char* from, const char* to) { return fails("link", Needs::ROOM) ? -1 : real_link(from, to); }
+int wrapped_unlink(const char* path) { return fails("unlink") ? -1 : real_unlink(path); }
+int wrapped_fchmod(int descriptor, mode_t mode) { return fails("fchmod") ? -1 : real_fchmod(descriptor, mode); }
+int wrapped_fstat(int descriptor, struct stat* out) { return fails("fstat") ? -1 : real_fstat(descriptor, out); }
+int wrapped_stat(const char* path, struct stat* out) { return fails("stat") ? -1 : real_stat(path, out); }
+int wrapped_lstat(const char* path, struct stat* out) { return fails("lstat") ? -1 : real_lstat(path, out); }
+int wrapped_access(const char* path, int mode) { return fails("access") ? -1 : real_access(path, mode); }

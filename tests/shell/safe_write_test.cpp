@@ -1,0 +1,311 @@
+// Whole files or none: after a kill at any system call, after any call that fails, and with several writers at once.
+#include "shell/safe_write.h"
+
+#include "core/machine.h"
+#include "shell/saved_values.h"
+#include "shell/settings.h"
+#include "tests/shell/failing_calls.h"
+#include "tests/shell/temp_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace quillon {
+namespace {
+
+using testing::FailingCalls;
+using testing::Fault;
+using testing::get_file;
+using testing::put_file;
+using testing::run_and_kill;
+using testing::run_as_a_user;
+using testing::TempFolder;
+using Names = std::set<std::string>;
+
+constexpr const char* NO_FILE = "(none)";
+const std::string OLD = "the old file";
+const std::string NEW(20000, 'n');
+
+/// Ways to write the file "file", which holds OLD before where `is_there`.
+struct Way {
+    const char* what;
+    bool is_there;
+    std::function<bool(const TempFolder&)> write;
+};
+
+std::vector<Way> ways() {
+    return {
+        {"new", false, [](const TempFolder& f) { return safe_write(f / "file", NEW); }},
+        {"in place of an old one", true, [](const TempFolder& f) { return safe_write(f / "file", NEW); }},
+        {"and the old one kept", true, [](const TempFolder& f) { return safe_write_keeping_old(f / "file", NEW); }},
+        {"under a free name", false,
+         [](const TempFolder& f) {
+             return write_new_file({f / "taken", f / "file", f / "spare"}, NEW) == NewFile::WRITTEN;
+         }},
+    };
+}
+
+void prepare(const TempFolder& folder, const Way& way) {
+    put_file(folder / "taken", OLD);
+    if (!way.is_there)
+        return;
+    put_file(folder / "file", OLD);
+    ::chmod((folder / "file").c_str(), 0640);
+}
+
+/// Looks that nothing was lost: the old file is whole, at its place or kept, or the new one is whole.
+void expect_whole(const TempFolder& folder, const Way& way) {
+    const std::string file = get_file(folder / "file");
+    const bool old_is_kept = get_file(folder / "file.bad") == OLD;
+    EXPECT_TRUE(file == NEW || file == (way.is_there ? OLD : NO_FILE) || (file == NO_FILE && old_is_kept))
+        << file.substr(0, 20) << ' ' << file.size();
+    EXPECT_EQ(get_file(folder / "taken"), OLD);
+}
+
+TEST(SafeWrite, SurvivesBeingKilledAtAnyCall) {
+    for (const Way& way : ways()) {
+        int stop = 0;
+        for (bool killed = true; killed; ++stop) {
+            SCOPED_TRACE(way.what + std::string(", stop ") + std::to_string(stop));
+            const TempFolder folder;
+            prepare(folder, way);
+            killed = run_and_kill([&] { way.write(folder); }, stop);
+            expect_whole(folder, way);
+            if (!killed) {
+                EXPECT_EQ(get_file(folder / "file"), NEW);
+            }
+        }
+        EXPECT_GT(stop, 16) << "too few to be all";
+    }
+}
+
+TEST(SafeWrite, SettingsAndValuesSurviveBeingKilledAtAnyCall) {
+    const auto machine = std::make_unique<Machine>();
+    const TempFolder folder;
+    const std::string ini = folder / "QZ740.ini";
+    const std::string values = folder / "QZ740.val";
+    Settings settings;
+    int stop = 0;
+    for (bool killed = true; killed; ++stop) {
+        const std::string old_ini = get_file(ini);
+        const std::string old_values = get_file(values);
+        settings.last_file = "/listing " + std::to_string(stop);
+        machine->variables[0].kind = 0;
+        machine->variables[0].number = stop;
+        const auto image = values_image(*machine);
+        killed = run_and_kill(
+            [&] { ::_exit(write_settings(ini, settings) && write_saved_values(values, *machine) ? 0 : 1); }, stop);
+        const std::string now = get_file(ini);
+        EXPECT_TRUE(now == old_ini || now == settings_text(settings)) << stop << now;
+        const std::string values_now = get_file(values);
+        EXPECT_TRUE(values_now == old_values || values_now == std::string(image.begin(), image.end())) << stop;
+    }
+    EXPECT_EQ(get_file(ini), settings_text(settings));
+    EXPECT_GT(stop, 40);
+}
+
+/// One run with one fault; false when it did not come, for want of so many calls.
+bool run_with_fault(const Way& way, const Fault& fault) {
+    const TempFolder folder;
+    prepare(folder, way);
+    bool written = false;
+    std::string failed;
+    {
+        const FailingCalls failing(fault);
+        written = way.write(folder);
+        failed = failing.failed_call();
+    }
+    SCOPED_TRACE(way.what + std::string(", ") + std::strerror(fault.error) + " at " + failed + ", call " +
+                 std::to_string(fault.at) + (fault.lasts ? " and later" : ""));
+    expect_whole(folder, way);
+    if (written) {
+        EXPECT_EQ(get_file(folder / "file"), NEW);
+    } else if (way.is_there && get_file(folder / "file.bad") == NO_FILE) {
+        EXPECT_EQ(get_file(folder / "file"), OLD);
+    }
+    if (!fault.lasts && failed != "unlink") {
+        for (const std::string& name : folder.names())
+            EXPECT_FALSE(name.starts_with(".quillon-")) << name << " is left";
+    }
+    // After the file has its name nothing can fail any more, and a link that cannot be made is done without.
+    const Names harmless = {"", "open folder", "fsync folder", "close folder", "link", "lstat", "unlink"};
+    EXPECT_TRUE(written ? harmless.contains(failed) : !failed.empty());
+    return !failed.empty();
+}
+
+TEST(SafeWrite, SurvivesEveryFaultOfEveryCall) {
+    for (const Way& way : ways()) {
+        for (const int error : {ENOSPC, EIO, EACCES}) {
+            for (const bool lasts : {false, true}) {
+                int at = 1;
+                while (run_with_fault(way, {at, error, lasts}))
+                    ++at;
+                EXPECT_GT(at, 6);
+            }
+        }
+    }
+}
+
+TEST(SafeWrite, GoesOnAfterShortWritesAndSignals) {
+    for (const int error : {0, EINTR}) {
+        const TempFolder folder;
+        for (int at = 1; at <= 20; ++at) {
+            const FailingCalls failing({at, error, false});
+            const bool written = safe_write(folder / "file", NEW);
+            const std::string failed = failing.failed_call();
+            if (error == 0 || failed == "write" || failed == "fsync") {
+                EXPECT_TRUE(written) << failed;
+            }
+        }
+        EXPECT_EQ(get_file(folder / "file"), NEW) << error;
+    }
+}
+
+TEST(SafeWrite, SurvivesAnEndOfRoom) {
+    const TempFolder folder;
+    ::chmod(folder.path.c_str(), 0777);
+    put_file(folder / "file", OLD);
+    ::chmod((folder / "file").c_str(), 0666);
+    const auto write_with_room = [&](rlim_t bytes) {
+        const rlimit room{bytes, bytes};
+        ::signal(SIGXFSZ, SIG_IGN);
+        ::setrlimit(RLIMIT_FSIZE, &room);
+        return safe_write(folder / "file", NEW);
+    };
+    EXPECT_FALSE(run_as_a_user([&] { return write_with_room(NEW.size() - 1); }));
+    EXPECT_EQ(get_file(folder / "file"), OLD);
+    EXPECT_EQ(folder.names(), Names{"file"});
+    EXPECT_TRUE(run_as_a_user([&] { return write_with_room(NEW.size()); }));
+    EXPECT_EQ(get_file(folder / "file"), NEW);
+}
+
+TEST(SafeWrite, KeepsPermissions) {
+    const TempFolder folder;
+    const mode_t mask = ::umask(027);
+    for (const auto& [before, after] : {std::pair{0, 0640}, {0600, 0600}, {0666, 0666}, {0755, 0755}}) {
+        std::filesystem::remove(folder / "file");
+        if (before != 0) {
+            put_file(folder / "file", OLD);
+            ::chmod((folder / "file").c_str(), static_cast<mode_t>(before));
+        }
+        EXPECT_TRUE(safe_write(folder / "file", NEW));
+        struct stat now {};
+        ::stat((folder / "file").c_str(), &now);
+        EXPECT_EQ(now.st_mode & 0777, static_cast<mode_t>(after)) << before;
+    }
+    ::umask(mask);
+}
+
+TEST(SafeWrite, LeavesAloneWhatMayNotBeWritten) {
+    const TempFolder folder;
+    ::chmod(folder.path.c_str(), 0777);
+    put_file(folder / "file", OLD);
+    ::chmod((folder / "file").c_str(), 0444);
+    EXPECT_FALSE(run_as_a_user([&] { return safe_write(folder / "file", NEW); }));
+    EXPECT_EQ(get_file(folder / "file"), OLD);
+
+    std::filesystem::create_directory(folder / "folder");
+    EXPECT_FALSE(safe_write(folder / "folder", NEW));
+    EXPECT_FALSE(safe_write_keeping_old(folder / "folder", NEW));
+    ::mkfifo((folder / "pipe").c_str(), 0666);
+    EXPECT_FALSE(safe_write(folder / "pipe", NEW));
+    EXPECT_FALSE(safe_write(folder / "missing/file", NEW));
+    EXPECT_FALSE(safe_write("", NEW));
+    EXPECT_EQ(write_new_file({folder / "missing/file"}, NEW), NewFile::FAILED);
+    EXPECT_EQ(folder.names(), (Names{"file", "folder", "pipe"}));
+}
+
+TEST(SafeWrite, FollowsLinks) {
+    const TempFolder folder;
+    std::filesystem::create_directory(folder / "away");
+    put_file(folder / "away/target", OLD);
+    std::filesystem::create_symlink("away/second", folder / "first");
+    std::filesystem::create_symlink("target", folder / "away/second");
+    EXPECT_TRUE(safe_write_keeping_old(folder / "first", NEW));
+    EXPECT_EQ(std::filesystem::read_symlink(folder / "first"), "away/second");
+    EXPECT_EQ(std::filesystem::read_symlink(folder / "away/second"), "target");
+    EXPECT_EQ(get_file(folder / "away/target"), NEW);
+    EXPECT_EQ(get_file(folder / "away/target.bad"), OLD);
+
+    std::filesystem::create_symlink("away/unborn", folder / "to nothing");
+    EXPECT_TRUE(safe_write(folder / "to nothing", NEW));
+    EXPECT_EQ(get_file(folder / "away/unborn"), NEW);
+    std::filesystem::create_symlink("round", folder / "round");
+    EXPECT_FALSE(safe_write(folder / "round", NEW));
+    EXPECT_EQ(folder.names(), (Names{"away", "first", "round", "to nothing"}));
+}
+
+TEST(SafeWrite, KeepsEveryOldFile) {
+    const TempFolder folder;
+    for (const char* bytes : {"1", "2", "3"})
+        EXPECT_TRUE(safe_write_keeping_old(folder / "file", bytes));
+    EXPECT_EQ(get_file(folder / "file"), "3");
+    EXPECT_EQ(get_file(folder / "file.bad"), "1");
+    EXPECT_EQ(get_file(folder / "file.bad1"), "2");
+    EXPECT_EQ(folder.names().size(), 3U);
+}
+
+TEST(SafeWrite, TakesTheFirstFreeName) {
+    const TempFolder folder;
+    const std::vector<std::string> names = {folder / "0", folder / "1", folder / "2"};
+    for (const char* bytes : {"a", "b"})
+        EXPECT_EQ(write_new_file(names, bytes), NewFile::WRITTEN);
+    std::filesystem::remove(folder / "0");
+    EXPECT_EQ(write_new_file(names, "c"), NewFile::WRITTEN);
+    std::filesystem::create_symlink("nowhere", folder / "2"); // a name that is taken, though no file is there
+    EXPECT_EQ(write_new_file(names, "d"), NewFile::NO_FREE_NAME);
+    EXPECT_EQ(get_file(folder / "0") + get_file(folder / "1"), "cb");
+    EXPECT_EQ(folder.names(), (Names{"0", "1", "2"}));
+}
+
+TEST(SafeWrite, SeveralWritersMixNothing) {
+    constexpr int WRITERS = 3, ROUNDS = 20;
+    const TempFolder folder;
+    put_file(folder / "file", std::string(5000, '0'));
+    std::vector<std::string> names;
+    for (int i = 0; i < WRITERS * ROUNDS; ++i)
+        names.push_back(folder / ("snap" + std::to_string(i)));
+    std::vector<pid_t> children;
+    for (int writer = 1; writer <= WRITERS; ++writer) {
+        children.push_back(::fork());
+        if (children.back() != 0)
+            continue;
+        const std::string bytes(5000, static_cast<char>('0' + writer));
+        bool good = true;
+        for (int i = 0; i < ROUNDS; ++i)
+            good = safe_write(folder / "file", bytes) && write_new_file(names, bytes) == NewFile::WRITTEN && good;
+        ::_exit(good ? 0 : 1);
+    }
+    for (std::size_t ended = 0; ended < children.size();) {
+        const std::string bytes = get_file(folder / "file");
+        EXPECT_EQ(std::count(bytes.begin(), bytes.end(), bytes[0]), 5000);
+        int status = 0;
+        if (::waitpid(children[ended], &status, WNOHANG) == 0)
+            continue;
+        EXPECT_EQ(status, 0);
+        ++ended;
+    }
+    std::vector<int> count(WRITERS + 1);
+    for (const std::string& name : names) {
+        const std::string bytes = get_file(name);
+        EXPECT_EQ(std::count(bytes.begin(), bytes.end(), bytes[0]), 5000) << name;
+        ++count[static_cast<std::size_t>(bytes[0] - '0')];
+    }
+    EXPECT_EQ(count, (std::vector<int>{0, ROUNDS, ROUNDS, ROUNDS}));
+    EXPECT_EQ(folder.names().size(), names.size() + 1);
+}
+
+} // namespace
+} // namespace quillon
