@@ -6,14 +6,13 @@
 #include "shell/files.h"
 #include "shell/profile.h"
 
-#include <cstdio>
+#include <algorithm>
 
 namespace quillon {
 namespace {
 
 constexpr std::size_t VALUE_MAX = 259;
 constexpr std::size_t FILE_MAX = std::size_t{1} << 20;
-constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 
 /// The number of a key "M_000", -1 for any other key. Keys are looked up as written with three digits at least.
 int key_number(std::string_view key) {
@@ -30,6 +29,13 @@ int key_number(std::string_view key) {
     return padded_too_far ? -1 : number;
 }
 
+/// Sections are looked up in capitals, however the file writes them.
+std::string section_key(std::string_view name) {
+    std::string key(name);
+    std::transform(key.begin(), key.end(), key.begin(), to_upper);
+    return key;
+}
+
 std::string with_line_breaks(std::string_view value) {
     std::string text;
     for (const char c : value) {
@@ -44,17 +50,15 @@ std::string with_line_breaks(std::string_view value) {
 } // namespace
 
 MessageCatalogue parse_catalogue(std::string_view text) {
-    if (text.starts_with(BYTE_ORDER_MARK))
-        text.remove_prefix(BYTE_ORDER_MARK.size());
     const bool utf8 = is_valid_utf8(text);
     MessageCatalogue catalogue;
     for (const ProfileSection& section : parse_profile(text).sections) {
-        auto [place, is_first] = catalogue.sections.try_emplace(section.name);
+        auto [place, is_first] = catalogue.sections.try_emplace(section_key(section.name));
         if (!is_first)
             continue; // of two sections of a name the first counts
         for (const ProfileEntry& entry : section.entries) {
             const int number = key_number(entry.key);
-            if (number < 0 || entry.value.empty())
+            if (number < 0)
                 continue;
             const std::string value = utf8 ? std::string(cut_utf8(entry.value, VALUE_MAX))
                                            : shift_jis_to_utf8(cut_shift_jis(entry.value, VALUE_MAX));

@@ -12,6 +12,7 @@ namespace quillon {
 namespace {
 
 constexpr std::string_view BLANKS = " \t\r\n\v\f";
+constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 
 std::string_view unquoted(std::string_view text) {
     const bool quoted = text.size() >= 2 && text.front() == '"' && text.back() == '"';
@@ -44,6 +45,8 @@ int digit_value(char c, int base) {
 
 Profile parse_profile(std::string_view text) {
     Profile profile;
+    if (text.starts_with(BYTE_ORDER_MARK))
+        text.remove_prefix(BYTE_ORDER_MARK.size());
     while (!text.empty()) {
         const std::size_t feed = text.find('\n');
         const std::size_t size = feed == std::string_view::npos ? text.size() : feed + 1;

@@ -17,7 +17,6 @@ namespace quillon {
 namespace {
 
 constexpr std::string_view SECTION = "QZS";
-constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 constexpr std::size_t FILE_MAX = std::size_t{1} << 20;
 constexpr int NO_MESSAGE = -1;
 constexpr int ANY = std::numeric_limits<int>::max();
@@ -140,25 +139,19 @@ void append_value(std::string& out, const Row& row, const Settings& settings) {
     }
 }
 
-Profile parse_file(std::string_view text) {
-    if (text.starts_with(BYTE_ORDER_MARK))
-        text.remove_prefix(BYTE_ORDER_MARK.size());
-    return parse_profile(text);
-}
-
 /// Whether a file is there that has more in it than reading it as settings would tell.
 bool is_foreign(const std::string& path) {
     std::error_code fault;
     if (!std::filesystem::exists(path, fault))
         return false;
     const std::optional<std::string> text = read_whole_file(path, FILE_MAX);
-    return !text || (!text->empty() && find_section(parse_file(*text), SECTION) == nullptr);
+    return !text || (!text->empty() && find_section(parse_profile(*text), SECTION) == nullptr);
 }
 
 } // namespace
 
 LoadedSettings parse_settings(std::string_view text) {
-    const Profile profile = parse_file(text);
+    const Profile profile = parse_profile(text);
     LoadedSettings loaded;
     Settings& settings = loaded.settings;
     keep_other_lines(profile.head, false, settings.other_lines);

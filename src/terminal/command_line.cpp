@@ -19,17 +19,16 @@ void add_run(CLI::App& app, RunOptions& options) {
     CLI::App* run = app.add_subcommand("run", "Run a listing and print what it shows");
     run->add_option("listing", options.listing, "The listing file")->required();
     run->add_option("--page", options.page, "Program area to run (default: the first in use)")->check(CLI::Range(0, 9));
-    run->add_option("--max-ticks", options.max_ticks, "Stop after this many ticks");
-    run->add_option("--seed", options.seed, "Start value of the random generator");
+    run->add_option("--max-ticks", options.max_ticks, "Stop after this many ticks")->check(CLI::NonNegativeNumber);
+    run->add_option("--seed", options.seed, "Start value of the random generator")->check(CLI::NonNegativeNumber);
     run->add_option("--keys", options.keys, "What KEY$ reads, a character each time");
     run->add_option("--catalogue", options.catalogue, "Message catalogue for error texts");
 }
 
 int drive() {
-    constexpr std::size_t LINE_MAX_SIZE = std::size_t{1} << 16;
     DriveSession session;
     std::string line;
-    while (!session.finished && read_line(stdin, line, LINE_MAX_SIZE)) {
+    while (!session.finished && read_line(stdin, line, DRIVE_LINE_MAX + 1)) {
         const std::optional<std::string> answer = drive_line(session, line);
         if (answer && (std::fprintf(stdout, "%s\n", answer->c_str()) < 0 || std::fflush(stdout) != 0))
             break;

@@ -64,6 +64,7 @@ void record_host(DriveSession& session) {
         session.tone_playing = true;
         session.host_log.emplace_back("play");
     };
+    host.milliseconds = [] { return 1U; }; // what a load seeds the generator with: so runs repeat
     host.stop_tone = [&session] {
         session.tone_playing = false;
         session.host_log.emplace_back("stop-sound");
@@ -405,13 +406,14 @@ Refusal carry_out(DriveSession& session, std::string_view line, Json& answer) {
 DriveSession::DriveSession() { start_new_machine(*this); }
 
 std::optional<std::string> drive_line(DriveSession& session, std::string_view line) {
+    const bool too_long = line.size() > DRIVE_LINE_MAX; // with its CR: a line may have been cut behind one
     if (line.ends_with('\r'))
         line.remove_suffix(1);
     if (line.empty() || line.front() == '#')
         return std::nullopt;
     Json answer = Json::object();
     answer["ok"] = true;
-    const Refusal refusal = carry_out(session, line, answer);
+    const Refusal refusal = too_long ? "This line is too long." : carry_out(session, line, answer);
     if (!refusal.empty())
         answer = {{"ok", false}, {"error", refusal}};
     return answer.dump(-1, ' ', false, Json::error_handler_t::replace);

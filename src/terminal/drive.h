@@ -4,6 +4,7 @@
 
 #include "shell/simulator.h"
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -22,6 +23,9 @@ struct DriveSession {
     bool tone_playing = false;
     bool finished = false;             ///< after `quit`
 };
+
+/// A line of more bytes than this is refused.
+constexpr std::size_t DRIVE_LINE_MAX = std::size_t{1} << 16;
 
 /// Carries out one line (without its line feed) and returns the answer, one line of JSON without a line feed; nothing
 /// for an empty line or a comment. Any bytes will do: what is no command is refused and changes nothing.

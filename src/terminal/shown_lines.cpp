@@ -17,6 +17,17 @@ void start_line(ShownLines& shown) {
     shown.stands = false;
 }
 
+/// A line that is joined and joined grows without end: of what has scrolled off and been handed on, the end is kept.
+void forget_oldest(ShownLines& shown) {
+    constexpr std::size_t KEPT = 1024;
+    const std::size_t done = std::min(shown.scrolled, shown.written);
+    if (done <= KEPT)
+        return;
+    shown.line.erase(0, done - KEPT);
+    shown.scrolled -= done - KEPT;
+    shown.written -= done - KEPT;
+}
+
 /// Hands on what is new; a rewritten line as a whole, below what was handed on before.
 void write_rest(ShownLines& shown) {
     if (shown.rewritten) {
@@ -27,6 +38,7 @@ void write_rest(ShownLines& shown) {
     if (shown.written < shown.line.size())
         shown.write(std::string_view(shown.line).substr(shown.written));
     shown.written = shown.line.size();
+    forget_oldest(shown);
 }
 
 void end_line(ShownLines& shown) {
@@ -43,12 +55,12 @@ void update_line(ShownLines& shown, const Machine& m, bool scrolling) {
         shown.extent = DISPLAY_WIDTH;
     }
     shown.extent = std::max(shown.extent, static_cast<std::size_t>(m.display_cursor));
-    std::string line = shown.line.substr(0, shown.scrolled);
-    line += display.substr(0, shown.extent);
+    std::string end(display.substr(0, shown.extent));
     if (scrolling)
-        line += m.pending_print_text.view().substr(0, COLUMNS_MAX - shown.extent);
-    shown.rewritten = shown.rewritten || line.compare(0, shown.written, shown.line, 0, shown.written) != 0;
-    shown.line = std::move(line);
+        end += m.pending_print_text.view().substr(0, COLUMNS_MAX - shown.extent);
+    const std::size_t handed_on = shown.written - std::min(shown.written, shown.scrolled);
+    shown.rewritten = shown.rewritten || end.compare(0, handed_on, shown.line, shown.scrolled, handed_on) != 0;
+    shown.line.replace(shown.scrolled, std::string::npos, end);
 }
 
 /// A bare PRINT, or a reset, has taken the line away.

@@ -12,11 +12,11 @@ namespace quillon {
 
 /// The line that is being shown. Its text is handed on as soon as the PRINT statement is done with it. A line that is
 /// changed after that, because its column is moved back, is handed on anew and once, when it stands: when the machine
-/// waits for EXE, clears it or ends.
+/// waits for EXE, clears it or ends; of a line that has grown beyond a thousand characters, the end.
 struct ShownLines {
     std::function<void(std::string_view text)> write; ///< gets machine text, with a line feed behind each whole line
 
-    std::string line;         ///< the whole line, what has scrolled off included
+    std::string line;         ///< the line with what has scrolled off; of a very long one, the end
     std::size_t scrolled = 0; ///< how much of it lies to the left of the display line
     std::size_t extent = 0;   ///< columns of the display line that belong to it
     std::size_t written = 0;  ///< how much of it has been handed on

@@ -1,0 +1,218 @@
+// What every tick does around the run states: tone, blinking, error hold, keys, single steps.
+#include "tests/support/scripts.h"
+
+#include "core/errors.h"
+
+#include <gtest/gtest.h>
+
+namespace quillon::testing {
+namespace {
+
+double number_in(const TestMachine& t, char letter) {
+    return t.m.variables[static_cast<std::size_t>(letter - 'A')].number;
+}
+
+TEST(Tick, BlinksEveryIntervalAndTwoMore) {
+    for (const int interval : {0, 1, 13, 1000}) {
+        SCOPED_TRACE(interval);
+        TestMachine t;
+        t.m.cursor_interval = interval;
+        for (const int phase : {1, 0, 1}) {
+            t.tick(interval + 1);
+            EXPECT_EQ(t.m.cursor_visible, 1 - phase);
+            t.tick();
+            EXPECT_EQ(t.m.cursor_visible, phase);
+            EXPECT_EQ(t.m.blink_counter, 0);
+        }
+    }
+}
+
+TEST(Tick, StopsToneWhenItsTimeIsUp) {
+    for (const int pcm_beep : {1, 0}) {
+        SCOPED_TRACE(pcm_beep);
+        TestMachine t;
+        int stops = 0;
+        t.m.host.stop_tone = [&stops] { ++stops; };
+        t.m.pcm_beep = pcm_beep;
+        t.m.tone.samples = 100;
+        t.m.sound_ticks_left = 3;
+        t.tick(2);
+        EXPECT_EQ(stops, 0);
+        t.tick(3);
+        EXPECT_EQ(stops, pcm_beep) << "a tone that was never played is not stopped";
+        EXPECT_EQ(t.m.sound_ticks_left, 0);
+    }
+}
+
+TEST(Tick, HoldsEverythingWhileAToneIsWaitedFor) {
+    TestMachine t;
+    t.start("PRINT 1\nA=2");
+    t.tick();
+    t.m.sound_ticks_left = 3;
+    t.m.sound_holds_run = 1;
+    t.m.enter_request = 1;
+    t.m.held_key = 'Q';
+    const int blink = t.m.blink_counter;
+    t.tick(2);
+    EXPECT_EQ(moment(t), "wait 0 2 [ 1]");
+    EXPECT_EQ(t.m.enter_request, 1) << "EXE counts after the tone";
+    EXPECT_EQ(t.m.held_key, 'Q');
+    EXPECT_EQ(t.m.blink_counter, blink);
+    t.tick();
+    EXPECT_EQ(t.m.sound_holds_run, 0);
+    EXPECT_EQ(moment(t), "run 0 0 []") << "the tick in which the tone ends goes on";
+}
+
+TEST(Tick, RunsOnBesideAToneThatIsNotWaitedFor) {
+    TestMachine t;
+    t.start("A=1:B=2");
+    t.m.sound_ticks_left = 5;
+    t.tick(2);
+    EXPECT_EQ(number_in(t, 'B'), 2);
+    EXPECT_EQ(t.m.sound_ticks_left, 3);
+}
+
+TEST(Tick, HoldsAnErrorUntilItIsCleared) {
+    for (const char* key : {"home", "up", "soft"}) {
+        SCOPED_TRACE(key);
+        TestMachine t;
+        t.start("A=1\nA=1/0:A=2");
+        t.m.sound_ticks_left = 100;
+        play(t, "2 exe a 5");
+        EXPECT_EQ(moment(t), "ended 0 10 [ERR3 P0-20]") << "neither EXE nor another key clears it";
+        EXPECT_EQ(t.m.blink_counter, 9);
+        EXPECT_EQ(t.m.sound_ticks_left, 91) << "a tone ends all the same";
+        t.m.enter_request = 1;
+        play(t, key);
+        EXPECT_EQ(moment(t), "command 16 0 []");
+        EXPECT_EQ(t.m.error_code, ERROR_NONE);
+        EXPECT_EQ(t.m.prev_state, STATE_ENDED);
+        EXPECT_EQ(t.m.base_state, STATE_COMMAND) << "a failed program is not resumed";
+        EXPECT_EQ(t.m.enter_request, 0);
+        EXPECT_EQ(t.detail_id(), "SYSTEM 5") << "the detail stays for the host to show";
+        EXPECT_EQ(number_in(t, 'A'), 1);
+    }
+}
+
+TEST(Tick, DoesNotHoldARefusedEntry) {
+    TestMachine t;
+    t.m.error_code = ERROR_INPUT;
+    t.tick();
+    EXPECT_EQ(t.visible(), "P  123456789");
+}
+
+TEST(Tick, HoldsNoErrorForTheSoftUpKey) {
+    TestMachine t;
+    t.start("A=1/0");
+    t.tick();
+    t.m.soft_key_code = KEY_UP;
+    t.tick();
+    EXPECT_EQ(moment(t), "ended 0 10 [ERR3 P0-10]");
+}
+
+TEST(Tick, LetsACommandLineErrorBeClearedByTheSameKeys) {
+    struct Row {
+        int held_key;
+        int soft_key_code;
+    };
+    for (const Row row : {Row{VIRTUAL_KEY_HOME, 0}, Row{VIRTUAL_KEY_UP, 0}, Row{0, KEY_CLEAR}}) {
+        SCOPED_TRACE(row.held_key);
+        TestMachine t;
+        t.m.host.is_key_down = [](int) { return true; };
+        t.m.run_state = t.m.base_state = STATE_COMMAND;
+        t.m.entry_line.text = "1/0";
+        raise_error(t.m, ERROR_ARITHMETIC, MESSAGE_DIVISION_BY_ZERO);
+        play(t, "exe 3");
+        EXPECT_EQ(t.m.run_state, STATE_COMMAND_ERROR);
+        EXPECT_EQ(t.display(), "ERR3") << "without a position";
+        EXPECT_EQ(t.m.error_detail.view(), "SYSTEM 5\x01") << "without a location";
+        t.m.held_key = row.held_key;
+        t.m.key_string = "\x06";
+        t.m.soft_key_code = row.soft_key_code;
+        t.tick();
+        EXPECT_EQ(t.m.run_state, STATE_COMMAND);
+        EXPECT_EQ(t.m.prev_state, STATE_COMMAND_ERROR);
+        EXPECT_EQ(t.m.error_code, ERROR_NONE);
+        EXPECT_EQ(t.display(), "");
+        EXPECT_TRUE(t.m.entry_line.text.empty());
+        EXPECT_TRUE(t.m.key_string.empty());
+        EXPECT_EQ(t.m.held_key, 0);
+        EXPECT_EQ(t.m.soft_key_code, 0);
+    }
+}
+
+TEST(Tick, ForgetsAKeyThatIsUp) {
+    TestMachine t;
+    bool down = true;
+    t.m.host.is_key_down = [&down](int virtual_key) { return down && virtual_key == 'Q'; };
+    t.m.key_string = "q";
+    t.m.held_key = 'Q';
+    t.tick(3);
+    EXPECT_EQ(t.m.key_string.view(), "q");
+    down = false;
+    t.tick();
+    EXPECT_TRUE(t.m.key_string.empty());
+    EXPECT_EQ(t.m.held_key, 0);
+    t.m.key_string = "w"; // put there by no key
+    t.tick();
+    EXPECT_EQ(t.m.key_string.view(), "w");
+}
+
+TEST(Tick, ForgetsExeThatNothingWaitedFor) {
+    TestMachine t;
+    t.start("A=1\nPRINT 7");
+    play(t, "exe 3");
+    EXPECT_EQ(moment(t), "wait 0 2 [ 7]");
+}
+
+TEST(Tick, StepsOneStatementForEachExeWhileTraced) {
+    TestMachine t;
+    int refreshed = 0;
+    t.m.host.refresh_trace = [&refreshed] { ++refreshed; };
+    t.start("A=1:B=2\nC=3");
+    t.m.trace_mode = 1;
+    t.tick(3);
+    EXPECT_EQ(refreshed, 1) << "once for the statement that waits";
+    EXPECT_EQ(number_in(t, 'A'), 0);
+    t.exe();
+    EXPECT_EQ(number_in(t, 'A'), 1);
+    EXPECT_EQ(number_in(t, 'B'), 0);
+    t.tick(3);
+    EXPECT_EQ(refreshed, 2);
+    EXPECT_EQ(number_in(t, 'B'), 0);
+    t.m.trace_step_request = 1;
+    t.tick();
+    EXPECT_EQ(number_in(t, 'B'), 2);
+    EXPECT_EQ(t.m.trace_step_request, 0);
+    t.exe();
+    EXPECT_EQ(number_in(t, 'C'), 3);
+    EXPECT_EQ(refreshed, 3) << "a statement that is stepped over at once is shown too";
+    t.tick();
+    EXPECT_EQ(t.m.run_state, STATE_RUN) << "the end of the program is a step too";
+    t.exe();
+    EXPECT_EQ(t.m.run_state, STATE_ENDED);
+}
+
+TEST(Tick, RunsACommandLineWithoutSteps) {
+    TestMachine t;
+    t.start("A=1");
+    t.m.trace_mode = 1;
+    t.m.base_state = STATE_COMMAND;
+    t.tick();
+    EXPECT_EQ(number_in(t, 'A'), 1);
+}
+
+TEST(Tick, OpensTheTraceWindowAtBreak) {
+    for (const bool breaks : {true, false}) {
+        TestMachine t;
+        std::vector<int> commands;
+        t.m.host.run_command = [&commands](int command) { commands.push_back(command); };
+        t.start(breaks ? "BREAK A=5" : "BREAKA A=5");
+        t.tick();
+        EXPECT_EQ(commands, breaks ? std::vector<int>{COMMAND_TRACE} : std::vector<int>{});
+        EXPECT_EQ(number_in(t, 'A'), 5) << "the statement behind it runs";
+    }
+}
+
+} // namespace
+} // namespace quillon::testing

@@ -1,0 +1,85 @@
+// Scripts for a machine under test.
+#include "tests/support/scripts.h"
+
+#include "shell/commands.h"
+
+#include <charconv>
+#include <stdexcept>
+
+namespace quillon::testing {
+namespace {
+
+constexpr const char* STATE_NAMES[] = {"run",    "wait",    "input",         "stopped",    "ended",
+                                       "select", "command", "command-error", "line-shown", "to-command"};
+
+/// A tick with a key of the PC's keyboard; it is up again at the end of the tick.
+void tick_with_key(TestMachine& t, int virtual_key, std::string_view key) {
+    t.m.held_key = virtual_key;
+    t.m.key_string = key;
+    t.tick();
+    t.m.held_key = 0;
+    t.m.key_string.clear();
+}
+
+void tick_with_soft_clear(TestMachine& t) {
+    t.m.soft_key_code = KEY_CLEAR;
+    t.tick();
+    t.m.soft_key_code = 0;
+}
+
+void play_word(TestMachine& t, std::string_view word) {
+    int count = 0;
+    if (std::from_chars(word.data(), word.data() + word.size(), count).ec == std::errc())
+        t.tick(count);
+    else if (word == "exe")
+        t.exe();
+    else if (word == "home")
+        tick_with_key(t, VIRTUAL_KEY_HOME, "\x06");
+    else if (word == "up")
+        tick_with_key(t, VIRTUAL_KEY_UP, "\x08");
+    else if (word == "soft")
+        tick_with_soft_clear(t);
+    else if (word == "run")
+        run_host_command(*t.simulator, COMMAND_RUN);
+    else if (word == "stop")
+        run_host_command(*t.simulator, COMMAND_STOP);
+    else if (word.size() == 1)
+        tick_with_key(t, word[0], word);
+    else
+        throw std::invalid_argument("no such word in a script: " + std::string(word));
+}
+
+} // namespace
+
+void play(TestMachine& t, std::string_view script) {
+    while (!script.empty()) {
+        const std::size_t end = std::min(script.find(' '), script.size());
+        play_word(t, script.substr(0, end));
+        script.remove_prefix(std::min(end + 1, script.size()));
+    }
+}
+
+std::string moment(const TestMachine& t) {
+    std::string visible = t.visible();
+    visible.erase(visible.find_last_not_of(' ') + 1);
+    return std::string(STATE_NAMES[t.m.run_state]) + " " + std::to_string(t.m.stmt_kind) + " " +
+           std::to_string(t.m.display_cursor) + " [" + visible + "]";
+}
+
+std::string moment_after(std::string_view lines, std::string_view script) {
+    TestMachine t;
+    t.start(lines);
+    play(t, script);
+    return moment(t);
+}
+
+std::string failure_of(std::string_view lines) {
+    TestMachine t;
+    t.start(lines);
+    t.run_through();
+    if (t.m.error_code == ERROR_NONE)
+        return t.detail_id().empty() ? "ok" : "ended " + t.detail_id() + t.detail();
+    return t.display() + " " + t.detail_id() + t.detail();
+}
+
+} // namespace quillon::testing
