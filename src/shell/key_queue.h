@@ -27,7 +27,7 @@ struct KeyEvent {
         UP,        ///< the key comes up
     };
     Kind kind = Kind::DOWN;
-    int key = 0;          ///< virtual key, or for characters a code of CHARACTER_KEY_BASE and up
+    int key = 0; ///< virtual key, or for characters a code of CHARACTER_KEY_BASE and up
     char character = 0;
     bool auto_repeat = false;
     Modifiers modifiers{};

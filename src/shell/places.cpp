@@ -154,6 +154,19 @@ bool create_folder(const std::string& folder) {
     return is_folder(path);
 }
 
+std::string find_resources(const std::string& program) {
+    constexpr int LEVELS = 6; // a build tree lies below the sources
+    fs::path folder = program;
+    for (int level = 0; level < LEVELS; ++level, folder = folder.parent_path()) {
+        for (const char* place : {"share/quillon", "resources"}) {
+            std::error_code error;
+            if (fs::is_regular_file(folder / place / "message.en.ini", error))
+                return folder / place;
+        }
+    }
+    return {};
+}
+
 std::string find_catalogue(const Environment& environment, const std::string& installed, const std::string& working) {
     const fs::path own = fs::path(working) / "message.ini";
     if (is_file(own))

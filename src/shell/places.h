@@ -36,6 +36,10 @@ DataFiles find_data_files(const Environment& environment, const std::string& pro
 /// Makes a folder, for the user alone, with those above it that are missing; false when it is not there afterwards.
 bool create_folder(const std::string& folder);
 
+/// The folder of the catalogues and other files that come with the program: `share/quillon` beside the program's folder
+/// when it is installed, else `resources` of the tree that it was built in. Empty when there is neither.
+std::string find_resources(const std::string& program);
+
 /// The message catalogue: `message.ini` in the working folder when there is one, else the catalogue of the user's
 /// language (Japanese or English) in the folder of installed ones; whether that one is there is not looked at.
 std::string find_catalogue(const Environment& environment, const std::string& installed,

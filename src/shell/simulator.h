@@ -21,13 +21,13 @@ struct Simulator {
 
     Machine machine;
     LcdPicture lcd;
-    Settings settings;        ///< those that the record does not have are current here
-    DataFiles files;          ///< where state is kept between runs; empty paths for nowhere
-    RecentListings recent;    ///< the listings that were loaded last
-    std::string skin_name;    ///< the skin in place, empty for the default
+    Settings settings;     ///< those that the record does not have are current here
+    DataFiles files;       ///< where state is kept between runs; empty paths for nowhere
+    RecentListings recent; ///< the listings that were loaded last
+    std::string skin_name; ///< the skin in place, empty for the default
     Window window;
     KeyQueue keys;
-    Modifiers modifiers;      ///< the PC's modifier keys now, sampled before each tick
+    Modifiers modifiers; ///< the PC's modifier keys now, sampled before each tick
 };
 
 /// One tick as the timer makes it: the next key event, modifiers sampled, the machine's tick, the LCD drawn. Returns

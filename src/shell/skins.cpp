@@ -24,8 +24,8 @@ constexpr MessageId MESSAGE_BAD_BITMAP{"SYSTEM", 8};
 void refuse_skin(Machine& m, MessageId message, const char* remark, std::string_view name) {
     char shown[400];
     char text[1024];
-    std::snprintf(text, sizeof text, "%s %s\"%s\"", lookup_message(m.catalogue, message.section, message.number), remark,
-                  escape_text(name, shown, sizeof shown));
+    std::snprintf(text, sizeof text, "%s %s\"%s\"", lookup_message(m.catalogue, message.section, message.number),
+                  remark, escape_text(name, shown, sizeof shown));
     m.error_detail.assign(text);
     m.host.show_message(text, MessageIcon::STOP);
 }
@@ -49,7 +49,8 @@ void refuse_fault(Machine& m, SkinFault fault, std::string_view name) {
 bool install_skin_file(Simulator& s, std::string_view name) {
     Machine& m = s.machine;
     const std::string path = folder_of(s.settings.last_file) + std::string(name);
-    const auto bytes = leaves_folder(name) || !is_regular_file(path) ? std::nullopt : read_whole_file(path, SKIN_FILE_MAX);
+    const auto bytes =
+        leaves_folder(name) || !is_regular_file(path) ? std::nullopt : read_whole_file(path, SKIN_FILE_MAX);
     if (!bytes) {
         refuse_skin(m, MESSAGE_CANNOT_OPEN, "", name);
         return false;

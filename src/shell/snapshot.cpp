@@ -47,9 +47,7 @@ std::string snapshot_bitmap(const Canvas& canvas) {
     return {file.begin(), file.end()};
 }
 
-bool write_snapshot(const Canvas& canvas, const std::string& path) {
-    return safe_write(path, snapshot_bitmap(canvas));
-}
+bool write_snapshot(const Canvas& canvas, const std::string& path) { return safe_write(path, snapshot_bitmap(canvas)); }
 
 bool take_snapshot(const Canvas& canvas, const std::string& folder) {
     constexpr int NUMBERS = 256;

@@ -22,7 +22,10 @@ void add_run(CLI::App& app, RunOptions& options) {
     run->add_option("--max-ticks", options.max_ticks, "Stop after this many ticks")->check(CLI::NonNegativeNumber);
     run->add_option("--seed", options.seed, "Start value of the random generator")->check(CLI::NonNegativeNumber);
     run->add_option("--keys", options.keys, "What KEY$ reads, a character each time");
-    run->add_option("--catalogue", options.catalogue, "Message catalogue for error texts");
+    run->add_option("--settings", options.settings, "KEY=VALUE, as in the settings file (may be repeated)")
+        ->allow_extra_args(false);
+    run->add_option("--values", options.values, "File that variables are restored from and saved to");
+    run->add_option("--catalogue", options.catalogue, "Message catalogue (default: that of your language)");
 }
 
 int drive() {

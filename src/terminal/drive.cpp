@@ -140,7 +140,8 @@ Refusal do_set(DriveSession& session, std::string_view argument, Json&) {
     return {};
 }
 
-template <HostCommand Command> Refusal do_command(DriveSession& session, std::string_view argument, Json&) {
+template <HostCommand Command>
+Refusal do_command(DriveSession& session, std::string_view argument, Json&) {
     if (argument.empty())
         run_host_command(*session.simulator, Command);
     return refuse_argument(argument);
@@ -179,7 +180,9 @@ Refusal set_modifier(DriveSession& session, std::string_view name, bool down) {
     return {};
 }
 
-Refusal do_hold(DriveSession& session, std::string_view argument, Json&) { return set_modifier(session, argument, true); }
+Refusal do_hold(DriveSession& session, std::string_view argument, Json&) {
+    return set_modifier(session, argument, true);
+}
 
 Refusal do_unhold(DriveSession& session, std::string_view argument, Json&) {
     return set_modifier(session, argument, false);
@@ -205,9 +208,13 @@ Refusal press_key(DriveSession& session, std::string_view argument, bool auto_re
     return {};
 }
 
-Refusal do_press(DriveSession& session, std::string_view argument, Json&) { return press_key(session, argument, false); }
+Refusal do_press(DriveSession& session, std::string_view argument, Json&) {
+    return press_key(session, argument, false);
+}
 
-Refusal do_repeat(DriveSession& session, std::string_view argument, Json&) { return press_key(session, argument, true); }
+Refusal do_repeat(DriveSession& session, std::string_view argument, Json&) {
+    return press_key(session, argument, true);
+}
 
 Refusal do_altpress(DriveSession& session, std::string_view argument, Json&) {
     const auto key = parse_virtual_key(argument);

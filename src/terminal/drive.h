@@ -21,7 +21,7 @@ struct DriveSession {
     std::vector<std::string> host_log; ///< since the last `state`
     std::string clipboard;             ///< its own, machine text
     bool tone_playing = false;
-    bool finished = false;             ///< after `quit`
+    bool finished = false; ///< after `quit`
 };
 
 /// A line of more bytes than this is refused.

@@ -5,6 +5,9 @@
 #include "core/listing.h"
 #include "shell/catalogue.h"
 #include "shell/commands.h"
+#include "shell/places.h"
+#include "shell/saved_values.h"
+#include "shell/settings.h"
 #include "shell/simulator.h"
 #include "statements/input.h"
 #include "terminal/lines.h"
@@ -60,26 +63,63 @@ std::uint32_t milliseconds_since_epoch() {
     return static_cast<std::uint32_t>(duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count());
 }
 
-/// Loads catalogue and listing and starts the program; false, with a message, when that cannot be.
-bool start_program(Simulator& s, const RunOptions& options) {
-    Machine& m = s.machine;
-    if (!options.catalogue.empty()) {
-        auto catalogue = read_catalogue(options.catalogue);
-        if (!catalogue) {
-            print_error("cannot read the catalogue " + options.catalogue);
+/// Reads the texts: those that were named, else the ones of the user's language, where they are installed.
+bool load_catalogue(Machine& m, const std::string& named) {
+    const std::string path =
+        named.empty() ? find_catalogue(read_environment(), find_resources(program_folder())) : named;
+    auto catalogue = read_catalogue(path);
+    if (catalogue)
+        m.catalogue = std::move(*catalogue);
+    else if (!named.empty())
+        print_error("cannot read the catalogue " + path);
+    return catalogue || named.empty();
+}
+
+bool use_settings(Machine& m, const std::vector<std::string>& assignments) {
+    Settings settings;
+    for (const std::string& assignment : assignments) {
+        const std::size_t equals = std::min(assignment.find('='), assignment.size());
+        const std::string key = assignment.substr(0, equals);
+        std::vector<int> messages;
+        const bool has_value = equals < assignment.size();
+        if (!has_value || !set_setting(settings, key, assignment.substr(equals + 1), messages) || !messages.empty()) {
+            print_error("--settings takes KEY=VALUE with a key and a value of the settings file, not " + assignment);
             return false;
         }
-        m.catalogue = std::move(*catalogue);
     }
+    apply_settings(m, settings);
+    return true;
+}
+
+/// The area to run: the one asked for, else the first in use. -1, with a message, when it holds no program.
+int choose_page(const Machine& m, const std::optional<int>& page) {
+    int first = 0;
+    while (first < AREA_COUNT - 1 && area_is_empty(m, first))
+        ++first;
+    const int chosen = page.value_or(first);
+    if (!area_is_empty(m, chosen))
+        return chosen;
+    print_error("the listing has no program in area P" + std::to_string(chosen));
+    return -1;
+}
+
+/// Puts everything in place and starts the program; false, with a message, when that cannot be.
+bool start_program(Simulator& s, const RunOptions& options) {
+    Machine& m = s.machine;
+    if (!load_catalogue(m, options.catalogue) || !use_settings(m, options.settings))
+        return false;
+    if (!options.values.empty())
+        read_saved_values(options.values, m);
     if (load_listing(m, options.listing) != LoadResult::LOADED) {
         print_error(options.listing + ": the listing does not load: " + with_plain_line_ends(m.system_message));
         return false;
     }
+    s.settings.last_file = options.listing;
     if (options.seed)
         m.random_seed = *options.seed;
-    int page = options.page.value_or(0);
-    while (!options.page && page < AREA_COUNT - 1 && area_is_empty(m, page))
-        ++page;
+    const int page = choose_page(m, options.page);
+    if (page < 0)
+        return false;
     run_host_command(s, COMMAND_PAGE_0 + page);
     run_host_command(s, COMMAND_RUN);
     return true;
@@ -154,6 +194,10 @@ RunStatus run_listing(const RunOptions& options) {
     finish_shown_lines(shown);
     if (status == RUN_ERROR)
         print_program_error(simulator->machine);
+    if (!options.values.empty() && !write_saved_values(options.values, simulator->machine)) {
+        print_error("cannot write the values to " + options.values);
+        return status == RUN_ENDED ? RUN_BAD_CALL : status;
+    }
     return status;
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quillon {
 
@@ -13,7 +14,9 @@ struct RunOptions {
     std::optional<int> page;                ///< 0-9; else the first area in use
     std::optional<std::uint64_t> max_ticks; ///< else no limit
     std::optional<std::uint32_t> seed;      ///< of the random generator
-    std::string catalogue;                  ///< a message catalogue file; empty for none
+    std::string catalogue;                  ///< a message catalogue file; empty for that of the user's language
+    std::vector<std::string> settings;      ///< KEY=VALUE, as in the settings file
+    std::string values;                     ///< file of the variable memory; empty for none
     std::string keys;                       ///< UTF-8: what KEY$ reads, a character at a time
 };
 
