@@ -65,7 +65,7 @@ int escape_code(char first, char second) {
 int read_char(const char*& text) {
     const char* p = text;
     if (*p != '\\') {
-        text += *p != '\0' ? 1 : 0;
+        text += *p != '\0' && *p != '\n' ? 1 : 0;
         return as_byte(*p);
     }
     const char first = to_lower(p[1]);

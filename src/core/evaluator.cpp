@@ -157,7 +157,10 @@ double run_statement_word(Machine& m, const Statement& statement) {
     m.operand_done = 0;
     if (word == TOKEN_PRINT || word == TOKEN_INPUT)
         return 0; // their lists are eval_statement's
+    if (!descend(m))
+        return 0;
     statement.handler(m);
+    ascend(m);
     m.operand_done = 0;
     if (word != TOKEN_LET)
         m.value.kind = VALUE_NONE;

@@ -11,7 +11,8 @@
 namespace quillon {
 
 /// How deep expressions may be nested: a factor inside a factor (parentheses, signs, functions) counts one, a subscript
-/// two, for itself and its factor. One more is an unknown token. Small enough for a stack of 64 KiB.
+/// and a statement word two, for themselves and their factor. One more is an unknown token. Small enough for a stack
+/// of 64 KiB.
 constexpr int NESTING_DEPTH_MAX = 72;
 
 /// Reads the token at `scan_ptr` and moves behind it: sets `token`, `prev_token`, `token_start`, and for a literal or

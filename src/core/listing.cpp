@@ -182,6 +182,7 @@ LoadResult load_listing_text(Machine& m, std::string text) {
 void unload_listing(Machine& m) {
     m.listing_text.clear();
     m.scan_ptr = "";
+    m.saved_scan_ptr = "";
     clear_program_areas(m);
     clear_data_index(m);
     reset_machine(m);

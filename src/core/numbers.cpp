@@ -265,7 +265,7 @@ NumberText format_general(double x, int significant) {
 }
 
 double round6_by_digits(double x) {
-    if (!std::isfinite(x))
+    if (!std::isfinite(x) || x == 0)
         return x;
     const Decimal decimal = to_decimal(x);
     const Decimal rounded = round_significant(decimal, decimal.exponent + 1 + 6);

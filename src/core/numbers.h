@@ -52,7 +52,7 @@ double round6(double x);
 /// `round6` by way of text: what the quick way must agree with.
 double round6_by_digits(double x);
 
-/// 1, 0 or -1 as a is above, equal to or below b, both rounded to six decimals. Not-a-number is below everything.
+/// 1, 0 or -1 as a is above, equal to or below b, both rounded to six decimals. -1 for not-a-number on either side.
 int compare_numbers(double a, double b);
 
 /// Truncation toward zero. Beyond the range the nearest end; 0 for not-a-number.

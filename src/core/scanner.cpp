@@ -161,7 +161,9 @@ Token scan_token(const char* text) {
         case CHAR_PI: token.code = TOKEN_PI; break;
         case CHAR_EXPONENT: token.code = TOKEN_EX; break;
         case CHAR_NEGATIVE_EXPONENT: token.code = TOKEN_EM; break;
-        default: break;
+        default:
+            if (as_byte(c) < ' ') // its code would be that of an operand
+                token.code = TOKEN_UNKNOWN;
         }
     }
     return token;

@@ -9,7 +9,7 @@ enum TokenCode : int {
     TOKEN_LEXICAL_ERROR = -11,   ///< text that cannot be read; the same number as ERROR_SYNTAX
     TOKEN_COLON = -2,            ///< ":", the end of a statement
     TOKEN_END = -1,              ///< the end of the line; the scanner does not move past it
-    TOKEN_UNKNOWN = 0,           ///< a word whose slot of the keyword table is empty; an ignored token in command mode
+    TOKEN_UNKNOWN = 0,           ///< a control character, a word with an empty slot, what command mode ignores
 
     TOKEN_NUMBER = 1, ///< numeric literal, decimal or hexadecimal
     TOKEN_NUMVAR = 3, ///< numeric variable

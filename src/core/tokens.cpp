@@ -55,7 +55,7 @@ void take_variable(Machine& m, const Token& token) {
     if (cell == nullptr)
         return;
     m.value.number = token.code == TOKEN_NUMVAR ? cell->number : 0;
-    if (token.code == TOKEN_STRVAR)
+    if (token.code == TOKEN_STRVAR || cell->kind == 1)
         m.value.text = cell->text;
     if (token.letter == DOLLAR_LETTER)
         cell->kind = 1;

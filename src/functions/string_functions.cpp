@@ -94,12 +94,17 @@ double mid_function(Machine& m) {
     return string_result(m, take_part(m, dollar_var(m).text, part));
 }
 
+/// Not inlined: the buffer must not lie in the frames of nested calls.
+[[gnu::noinline]] void raise_no_decimal(Machine& m) {
+    char shown[400];
+    raise_error(m, ERROR_SYNTAX, {"VAL", 3}, "\"%s\"", escape_text(m.value.text, shown, sizeof shown));
+}
+
 double val_function(Machine& m) {
     if (!read_string(m, "VAL"))
         return 0;
     if (!is_plain_decimal(m.value.text)) {
-        char shown[400];
-        raise_error(m, ERROR_SYNTAX, {"VAL", 3}, "\"%s\"", escape_text(m.value.text, shown, sizeof shown));
+        raise_no_decimal(m);
         return 0;
     }
     std::size_t used = 0;
@@ -127,10 +132,9 @@ double hex_function(Machine& m) {
     return 0;
 }
 
-double dms_function(Machine& m) {
-    double x = 0;
-    if (!open_arguments(m, {"DMS", 0}) || !read_number(m, {"DMS", 1, 2, 3}, x))
-        return 0;
+/// Makes a text of degrees, minutes and seconds of the value. Not inlined: the texts must not lie in the frames of
+/// nested calls.
+[[gnu::noinline]] void dms_result(Machine& m, double x) {
     constexpr int SHOWN_DIGITS = 6;
     double degrees = 0;
     double minutes = 0;
@@ -143,6 +147,13 @@ double dms_function(Machine& m) {
     text.append("' ");
     text.append(format_fixed(seconds, 1));
     string_result(m, text);
+}
+
+double dms_function(Machine& m) {
+    double x = 0;
+    if (!open_arguments(m, {"DMS", 0}) || !read_number(m, {"DMS", 1, 2, 3}, x))
+        return 0;
+    dms_result(m, x);
     next_token_behind_operand(m);
     return 0;
 }

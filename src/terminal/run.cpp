@@ -91,16 +91,15 @@ bool use_settings(Machine& m, const std::vector<std::string>& assignments) {
     return true;
 }
 
-/// The area to run: the one asked for, else the first in use. -1, with a message, when it holds no program.
+/// The area to run: the one asked for, else the first in use. One that holds no program is told; it ends at once.
 int choose_page(const Machine& m, const std::optional<int>& page) {
     int first = 0;
     while (first < AREA_COUNT - 1 && area_is_empty(m, first))
         ++first;
     const int chosen = page.value_or(first);
-    if (!area_is_empty(m, chosen))
-        return chosen;
-    print_error("the listing has no program in area P" + std::to_string(chosen));
-    return -1;
+    if (area_is_empty(m, chosen))
+        print_error("the listing has no program in area P" + std::to_string(chosen));
+    return chosen;
 }
 
 /// Puts everything in place and starts the program; false, with a message, when that cannot be.
@@ -117,10 +116,7 @@ bool start_program(Simulator& s, const RunOptions& options) {
     s.settings.last_file = options.listing;
     if (options.seed)
         m.random_seed = *options.seed;
-    const int page = choose_page(m, options.page);
-    if (page < 0)
-        return false;
-    run_host_command(s, COMMAND_PAGE_0 + page);
+    run_host_command(s, COMMAND_PAGE_0 + choose_page(m, options.page));
     run_host_command(s, COMMAND_RUN);
     return true;
 }

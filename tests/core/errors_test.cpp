@@ -1,0 +1,166 @@
+// The error report: the text on the display, the detail with its location block, and the state that follows.
+#include "core/errors.h"
+
+#include "tests/support/evaluation.h"
+#include "tests/support/test_machine.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace quillon::testing {
+namespace {
+
+/// Plain texts for a few messages and for the location block.
+MessageCatalogue plain_catalogue() {
+    MessageCatalogue catalogue;
+    catalogue.sections["SYSTEM"] = {{4, "Unknown"}, {5, "100%s of zero"}, {7, "日本語"}, {20, "Bad line"}};
+    catalogue.sections["DLG_ERRINFO"] = {{1, "WHERE"}, {2, "AREA"}, {3, "INDEX"}, {4, "LINE"}, {5, "TEXT"}, {6, "<"}};
+    return catalogue;
+}
+
+/// The location block of line `index` with this number in area 2, and its program text from the faulty token on.
+std::string block(int index, int number, const std::string& text) {
+    const std::string rule = "\r\n------------------------\r\n";
+    return "\r\n\r\nWHERE\r\nAREA:2\r\nINDEX:" + std::to_string(index) + "\r\nLINE:\"" + std::to_string(number) +
+           "\"\r\n\r\nTEXT" + rule + "::::" + text + "<" + rule;
+}
+
+class Errors : public ::testing::Test {
+protected:
+    TestMachine machine;
+    Machine& m = machine.m;
+
+    void run_area_2(std::string_view lines) {
+        m.run_page = 2;
+        machine.start("[P2]\n" + std::string(lines));
+        machine.tick(10);
+    }
+};
+
+TEST_F(Errors, TheDetailEndsWithItsPlace) {
+    m.catalogue = plain_catalogue();
+    struct Row {
+        std::string lines;
+        std::string detail;
+    };
+    const Row rows[] = {
+        {"10 A=1\n30 FOO 5\n", "Unknown:\"foo\"" + block(1, 30, "FOO 5")},
+        {"10 A=1:  FOO:B=2\n", "Unknown:\"foo\"" + block(0, 10, "FOO:B=2")},
+        {"10 A=1/0\n", "100%s of zero" + block(0, 10, "")},
+        {"10 A=1/0:B=2\n", "100%s of zero" + block(0, 10, ":B=2")},
+        {"10 A=1 MOD 2\r\n", "Unknown:0x000e (TOKEN_ID)" + block(0, 10, "MOD 2\r")},
+        {"10 B=1.5.2+1\n", "日本語" + block(0, 10, "1.5.2+1")},
+        {"10 A=1+Z(197)\n", " =Z(197)(MAX:222)" + block(0, 10, "Z(197)")},
+        {"10 FOO 5678901234567890123456789012345\n",
+         "Unknown:\"foo\"" + block(0, 10, "FOO 5678901234567890123456789012")},
+        {"10 \xA0\\pi\x87\x83\x99\n", "Unknown:0x00a0 (TOKEN_ID)" + block(0, 10, "?\\pi\\pi\\ge?")},
+        {"10 |" + std::string(40, '\x87') + "\n", "Unknown:0x007c (TOKEN_ID)" + block(
+                                                                                    0, 10,
+                                                                                    "|" +
+                                                                                        [] {
+                                                                                            std::string pis;
+                                                                                            for (int i = 0; i < 31; ++i)
+                                                                                                pis += "\\pi";
+                                                                                            return pis;
+                                                                                        }())},
+    };
+    for (const Row& row : rows) {
+        run_area_2(row.lines);
+        EXPECT_EQ(m.error_detail.view(), row.detail) << row.lines;
+    }
+}
+
+TEST_F(Errors, AMissingCatalogueLeavesTheFixedParts) {
+    m.catalogue = {};
+    run_area_2("10 FOO\n");
+    EXPECT_EQ(m.error_detail.view(),
+              ":\"foo\"\r\n\r\n\r\n:2\r\n:0\r\n:\"10\"\r\n\r\n\r\n------------------------\r\n::::FOO"
+              "\r\n------------------------\r\n");
+}
+
+TEST_F(Errors, ACommandLineHasNoPlace) {
+    m.catalogue = plain_catalogue();
+    m.run_state = STATE_COMMAND;
+    EXPECT_EQ(outcome_of(m, "1/0"), "ERR3 100%s of zero");
+    EXPECT_EQ(m.error_detail.view(), "100%s of zero");
+    EXPECT_EQ(machine.display(), "ERR3");
+    EXPECT_EQ(m.display_cursor, 4);
+    EXPECT_EQ(m.run_state, STATE_COMMAND_ERROR);
+    EXPECT_EQ(m.prev_state, STATE_COMMAND);
+}
+
+TEST_F(Errors, TheDisplayNamesAreaAndLine) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"30 A=1/0\n", "ERR3 P2-30"},  {"10 A=1\n9999999 FOO\n", "ERR2 P2-9999999"},
+        {"0 A=A(222)\n", "ERR6 P2-0"}, {"10 GOTO 11\n", "ERR4 P2-10"},
+        {"10 RETURN\n", "ERR7 P2-10"}, {"10 PRINT \"TEXT\";:A=\n", "ERR2 P2-10"},
+    };
+    for (const auto& [lines, shown] : rows) {
+        run_area_2(lines);
+        EXPECT_EQ(machine.display(), shown) << lines;
+        EXPECT_EQ(m.display_cursor, static_cast<int>(std::string_view(shown).size()));
+        EXPECT_EQ(m.run_state, STATE_ENDED);
+        EXPECT_EQ(m.prev_state, STATE_RUN);
+    }
+}
+
+TEST_F(Errors, WhateverTheContextTheTextIsWhole) {
+    for (const int kind : {KIND_NONE, KIND_PRINT, KIND_SCROLL, KIND_INPUT}) {
+        ASSERT_TRUE(machine.load("[P2]\n9999999 A\n"));
+        m.cur_area = 2;
+        m.run_state = STATE_RUN;
+        m.stmt_kind = kind;
+        m.display_cursor = 100;
+        raise_error(m, ERROR_NESTING, {"SYSTEM", 1});
+        EXPECT_EQ(machine.display(), "ERR7 P2-9999999") << kind;
+        EXPECT_EQ(m.display_cursor, 15);
+        EXPECT_TRUE(m.pending_print_text.empty());
+    }
+}
+
+TEST_F(Errors, AnEntryFaultAsksAgain) {
+    ASSERT_TRUE(machine.load("[P2]\n10 A\n"));
+    m.cur_area = 2;
+    m.run_state = STATE_INPUT;
+    raise_error(m, ERROR_INPUT, {"INPUT", 1});
+    EXPECT_EQ(machine.display(), "ERR2");
+    EXPECT_EQ(m.run_state, STATE_RUN);
+    EXPECT_EQ(m.stmt_kind, KIND_INPUT_ERROR);
+    EXPECT_EQ(m.prev_state, STATE_INPUT);
+    EXPECT_EQ(m.error_code, ERROR_INPUT);
+}
+
+TEST_F(Errors, TheFirstCauseCounts) {
+    m.run_state = STATE_RUN;
+    raise_error(m, ERROR_ARITHMETIC, {"SYSTEM", 5});
+    raise_error(m, ERROR_SYNTAX, {"SYSTEM", 4}, ":%d", 1);
+    EXPECT_EQ(failure_of(m), "ERR3 SYSTEM 5");
+    EXPECT_EQ(m.prev_state, STATE_RUN);
+}
+
+TEST_F(Errors, DetailsHoldLongTexts) {
+    MessageCatalogue catalogue;
+    const std::string text(250, 'm');
+    catalogue.sections["SYSTEM"][4] = text;
+    for (int i = 1; i <= 6; ++i)
+        catalogue.sections["DLG_ERRINFO"][i] = text;
+    m.catalogue = catalogue;
+    run_area_2("10 " + std::string(127, 'A') + "\n");
+    EXPECT_TRUE(m.error_detail.view().starts_with(text + ":\"" + std::string(127, 'a') + "\"\r\n\r\n"));
+    EXPECT_TRUE(
+        m.error_detail.view().ends_with("::::" + std::string(32, 'A') + text + "\r\n------------------------\r\n"));
+}
+
+TEST_F(Errors, TextsOfTheHost) {
+    m.catalogue = plain_catalogue();
+    EXPECT_FALSE(machine.load("[P0]\nx"));
+    EXPECT_EQ(m.system_message.view(), "Bad line:2 LINE");
+    compose_system_message(m, {"SYSTEM", 5});
+    EXPECT_EQ(m.system_message.view(), "100%s of zero");
+    compose_system_message(m, {"NONE", 5}, "%s", "%d");
+    EXPECT_EQ(m.system_message.view(), "%d");
+}
+
+} // namespace
+} // namespace quillon::testing

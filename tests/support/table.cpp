@@ -1,0 +1,43 @@
+// Splitting tables of test cases.
+#include "tests/support/table.h"
+
+#include <algorithm>
+
+namespace quillon::testing {
+namespace {
+
+TableRow cells_of(std::string_view line) {
+    TableRow cells;
+    std::size_t at = line.find_first_not_of(' ');
+    while (at < line.size()) {
+        const std::size_t end = std::min(line.find("  ", at), line.find_last_not_of(' ') + 1);
+        cells.emplace_back(line.substr(at, end - at));
+        at = line.find_first_not_of(' ', end);
+    }
+    return cells;
+}
+
+} // namespace
+
+std::vector<TableRow> table(std::string_view text) {
+    std::vector<TableRow> rows;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        TableRow row = cells_of(text.substr(0, end));
+        if (!row.empty())
+            rows.push_back(std::move(row));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return rows;
+}
+
+std::vector<Case> cases(std::string_view text) {
+    std::vector<Case> list;
+    for (const TableRow& row : table(text)) {
+        for (std::size_t i = 1; i < row.size(); ++i)
+            list.push_back({row[i], row[0]});
+    }
+    return list;
+}
+
+} // namespace quillon::testing
