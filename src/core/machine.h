@@ -178,9 +178,9 @@ struct Machine {
     int stopped_kind = KIND_NONE;
 
     // The soft keyboard.
-    int soft_shift_latch = 0; ///< S
-    int soft_alt_latch = 0;   ///< F
-    int soft_ctrl_latch = 0;  ///< EXT
+    int soft_shift_latch = 0;  ///< S
+    int soft_alt_latch = 0;    ///< F
+    int soft_ctrl_latch = 0;   ///< EXT
     int soft_open = 0;         ///< 1 while the keyboard is shown
     int soft_pressed_key = -1; ///< index of the key the mouse is on, -1 for none
     int soft_held_kind = 0;    ///< kind of the key that is held, 0 for none

@@ -9,9 +9,9 @@ namespace quillon {
 
 /// A command that is shown to the user.
 struct CommandText {
-    int command;              ///< HostCommand
-    const char* text;         ///< built-in label (UTF-8), "&" before its access key
-    const char* icon;         ///< name of its icon, null for none
+    int command;      ///< HostCommand
+    const char* text; ///< built-in label (UTF-8), "&" before its access key
+    const char* icon; ///< name of its icon, null for none
     bool checkable = false;
 };
 

@@ -49,7 +49,8 @@ constexpr int VIRTUAL_KEY_YEN = 220;
 /// X11 and Wayland count the kernel's key codes from 8.
 constexpr int SCAN_CODE_OFFSET = 8;
 
-template <std::size_t N> int find_key(const SymbolKey (&keys)[N], int qt_key) {
+template <std::size_t N>
+int find_key(const SymbolKey (&keys)[N], int qt_key) {
     for (const SymbolKey& key : keys) {
         if (key.qt_key == qt_key)
             return key.virtual_key;
@@ -102,26 +103,34 @@ bool types_character(const QKeyEvent& event) {
 
 } // namespace
 
-std::optional<KeyEvent> key_event_from(const QKeyEvent& event, bool ascii_mode) {
-    const bool down = event.type() == QEvent::KeyPress;
+std::optional<KeyEvent> key_down_from(const QKeyEvent& event, bool ascii_mode) {
     const Qt::KeyboardModifiers modifiers = event.modifiers();
     KeyEvent result;
     result.auto_repeat = event.isAutoRepeat();
     result.modifiers = {modifiers.testFlag(Qt::ShiftModifier), modifiers.testFlag(Qt::ControlModifier),
                         modifiers.testFlag(Qt::AltModifier)};
     if (ascii_mode && types_character(event)) {
-        result.kind = down ? KeyEvent::Kind::CHARACTER : KeyEvent::Kind::UP;
+        result.kind = KeyEvent::Kind::CHARACTER;
         result.key = held_code_of(event);
         result.character = typed_character(event);
-        const bool nothing = down && result.character == '\0';
-        return nothing ? std::nullopt : std::optional(result);
+        return result.character == '\0' ? std::nullopt : std::optional(result);
     }
     result.key = virtual_key_of(event);
-    if (result.key == 0)
-        return std::nullopt;
     const bool with_alt = result.modifiers.alt && !result.modifiers.ctrl;
-    result.kind = !down ? KeyEvent::Kind::UP : (with_alt ? KeyEvent::Kind::SYS_DOWN : KeyEvent::Kind::DOWN);
-    return result;
+    result.kind = with_alt ? KeyEvent::Kind::SYS_DOWN : KeyEvent::Kind::DOWN;
+    return result.key == 0 ? std::nullopt : std::optional(result);
+}
+
+std::array<int, 2> key_codes_of(const QKeyEvent& event) { return {virtual_key_of(event), held_code_of(event)}; }
+
+void follow_modifiers(Modifiers& modifiers, const QKeyEvent& event) {
+    const bool down = event.type() == QEvent::KeyPress;
+    switch (event.key()) {
+    case Qt::Key_Shift: modifiers.shift = down; break;
+    case Qt::Key_Control: modifiers.ctrl = down; break;
+    case Qt::Key_Alt: modifiers.alt = down; break;
+    default: break;
+    }
 }
 
 } // namespace quillon

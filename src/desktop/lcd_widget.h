@@ -10,7 +10,7 @@ namespace quillon {
 class LcdWidget : public QWidget {
     Q_OBJECT
 
-  public:
+public:
     explicit LcdWidget(Simulator& simulator, QWidget* parent = nullptr);
 
     /// Device pixels of one canvas pixel, from the zoom and the screen's scale factor.
@@ -18,12 +18,12 @@ class LcdWidget : public QWidget {
 
     [[nodiscard]] QSize sizeHint() const override;
 
-  protected:
+protected:
     void paintEvent(QPaintEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 
-  private:
+private:
     void click(const QMouseEvent& event, bool is_double);
 
     Simulator& simulator;

@@ -1,5 +1,6 @@
-// The soft keyboard's window: shows the layer that the latches choose and hands the mouse on to the machine. It docks to
-// the main window's lower edge and follows it; where the system lets no program place its windows it is a panel there.
+// The soft keyboard's window: shows the layer that the latches choose and hands the mouse on to the machine. It docks
+// to the main window's lower edge and follows it; where the system lets no program place its windows it is a panel
+// there.
 #pragma once
 
 #include "display/image.h"
@@ -13,7 +14,7 @@ namespace quillon {
 class SoftKeyboardWindow : public QWidget {
     Q_OBJECT
 
-  public:
+public:
     /// `as_panel`: a part of the main window instead of a window of its own.
     SoftKeyboardWindow(Simulator& simulator, QWidget* main_window, bool as_panel);
 
@@ -26,12 +27,12 @@ class SoftKeyboardWindow : public QWidget {
     /// Paints anew if the machine says that the picture has changed.
     void refresh();
 
-  protected:
+protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 
-  private:
+private:
     Simulator& simulator;
     QWidget* main_window;
     bool as_panel;

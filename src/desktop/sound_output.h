@@ -1,5 +1,5 @@
-// Tones from the loudspeaker: loops a tone's samples until told otherwise. Without a sound device, or when it goes away,
-// there is silence and nothing else happens.
+// Tones from the loudspeaker: loops a tone's samples until told otherwise. Without a sound device, or when it goes
+// away, there is silence and nothing else happens.
 #pragma once
 
 #include <QIODevice>
@@ -16,18 +16,18 @@ namespace quillon {
 
 /// A source without an end: the same samples over and over.
 class ToneLoop : public QIODevice {
-  public:
+public:
     /// Takes over the samples, to be played from the first one on.
     void set_samples(std::span<const std::uint8_t> samples);
 
     [[nodiscard]] bool isSequential() const override { return true; }
     [[nodiscard]] qint64 bytesAvailable() const override;
 
-  protected:
+protected:
     qint64 readData(char* data, qint64 size) override;
     qint64 writeData(const char*, qint64) override { return -1; }
 
-  private:
+private:
     std::vector<std::uint8_t> loop;
     std::size_t next = 0;
 };
@@ -35,7 +35,7 @@ class ToneLoop : public QIODevice {
 class SoundOutput : public QObject {
     Q_OBJECT
 
-  public:
+public:
     explicit SoundOutput(QObject* parent = nullptr);
     ~SoundOutput() override;
 
@@ -45,7 +45,7 @@ class SoundOutput : public QObject {
 
     void stop();
 
-  private:
+private:
     bool open_device();
 
     ToneLoop tone;

@@ -40,8 +40,8 @@ void blit_sprite(LcdPicture& picture, Place place, int sprite) {
     const int width = std::min(from.width, picture.canvas.width - place.x);
     const int height = std::min(from.height, picture.canvas.height - place.y);
     for (int row = 0; row < height; ++row) {
-        const auto source = picture.skin.pixels.begin() +
-                            static_cast<std::ptrdiff_t>(pixel_index(picture.skin, from.x, from.y + row));
+        const auto source =
+            picture.skin.pixels.begin() + static_cast<std::ptrdiff_t>(pixel_index(picture.skin, from.x, from.y + row));
         const auto target = picture.canvas.pixels.begin() +
                             static_cast<std::ptrdiff_t>(pixel_index(picture.canvas, place.x, place.y + row));
         std::copy_n(source, width, target);
@@ -52,14 +52,10 @@ void blit_sprite(LcdPicture& picture, Place place, int sprite) {
 std::array<int, LCD_INDICATORS> indicator_sprites(const Machine& m) {
     const bool stopped =
         m.run_state == STATE_PRINT_WAIT || m.run_state == STATE_STOPPED || m.run_state == STATE_LINE_SHOWN;
-    return {SPRITE_EXT_UNLIT + m.ctrl_flag,
-            SPRITE_S_UNLIT + m.shift_flag,
-            SPRITE_F_UNLIT + m.alt_flag,
-            m.run_state == STATE_SELECT ? SPRITE_WRT : SPRITE_RUN,
-            SPRITE_DEG + m.angle_unit,
-            m.trace_mode != 0 ? SPRITE_TR_LIT : SPRITE_TR_UNLIT,
-            SPRITE_PRT_UNLIT + m.print_mode,
-            stopped ? SPRITE_STOP_LIT : SPRITE_STOP_UNLIT};
+    return {SPRITE_EXT_UNLIT + m.ctrl_flag,  SPRITE_S_UNLIT + m.shift_flag,
+            SPRITE_F_UNLIT + m.alt_flag,     m.run_state == STATE_SELECT ? SPRITE_WRT : SPRITE_RUN,
+            SPRITE_DEG + m.angle_unit,       m.trace_mode != 0 ? SPRITE_TR_LIT : SPRITE_TR_UNLIT,
+            SPRITE_PRT_UNLIT + m.print_mode, stopped ? SPRITE_STOP_LIT : SPRITE_STOP_UNLIT};
 }
 
 std::uint8_t drawn_code(char c) {

@@ -21,10 +21,10 @@ constexpr int LCD_INDICATORS = 8;
 struct LcdPicture {
     LcdPicture();
 
-    Canvas skin;              ///< the skin in true colours; empty until one is installed
-    Canvas canvas;            ///< 392 x 88
-    std::array<std::uint8_t, LCD_CELLS> codes{};  ///< characters as drawn, 0 where none is yet
-    std::array<int, LCD_INDICATORS> sprites{};    ///< indicators as drawn, in the order of their drawing
+    Canvas skin;                                 ///< the skin in true colours; empty until one is installed
+    Canvas canvas;                               ///< 392 x 88
+    std::array<std::uint8_t, LCD_CELLS> codes{}; ///< characters as drawn, 0 where none is yet
+    std::array<int, LCD_INDICATORS> sprites{};   ///< indicators as drawn, in the order of their drawing
 };
 
 /// Puts a skin in place and lays down its panel; everything is drawn anew with the next rendering. False, and nothing

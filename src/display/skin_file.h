@@ -11,10 +11,10 @@ namespace quillon {
 /// What is wrong with a skin file.
 enum class SkinFault {
     NONE,
-    NOT_BITMAP,  ///< no "BM" at its start, or cut short
-    NOT_256,     ///< not 8 bits per pixel
-    WRONG_SIZE,  ///< not 512 x 480
-    UNREADABLE,  ///< compressed, or its pixels lie outside the file
+    NOT_BITMAP, ///< no "BM" at its start, or cut short
+    NOT_256,    ///< not 8 bits per pixel
+    WRONG_SIZE, ///< not 512 x 480
+    UNREADABLE, ///< compressed, or its pixels lie outside the file
 };
 
 /// Reads a skin from the bytes of a bitmap file: 512 x 480 pixels of 8 bits, uncompressed, from the bottom row up. Its

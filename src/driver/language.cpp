@@ -75,8 +75,7 @@ constexpr StatementRow STATEMENT_ROWS[] = {
 /// Words of the statement range that have no statement of their own: wherever one stands in the place of a statement
 /// it is an unknown token. THEN, TO and STEP are read by IF and FOR.
 constexpr int WORDS_WITHOUT_STATEMENT[] = {
-    TOKEN_THEN,      TOKEN_TO,       TOKEN_STEP,     TOKEN_LIST_ALL,
-    TOKEN_CLEAR_ALL, TOKEN_SAVE_ALL, TOKEN_LOAD_ALL, TOKEN_DIM,
+    TOKEN_THEN, TOKEN_TO, TOKEN_STEP, TOKEN_LIST_ALL, TOKEN_CLEAR_ALL, TOKEN_SAVE_ALL, TOKEN_LOAD_ALL, TOKEN_DIM,
 };
 
 struct FunctionRow {

@@ -166,8 +166,6 @@ void soft_keyboard_tick(Machine& m) {
     }
 }
 
-int current_soft_layer(const Machine& m) {
-    return soft_layer(m.soft_shift_latch, m.soft_alt_latch, m.soft_ctrl_latch);
-}
+int current_soft_layer(const Machine& m) { return soft_layer(m.soft_shift_latch, m.soft_alt_latch, m.soft_ctrl_latch); }
 
 } // namespace quillon

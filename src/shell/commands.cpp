@@ -12,6 +12,7 @@
 
 #include <cstdio>
 #include <optional>
+#include <sstream>
 
 namespace quillon {
 namespace {
@@ -122,6 +123,21 @@ void reload(Simulator& s, int) {
     if (result == LoadResult::FAULTY)
         s.settings.last_file.clear();
     finish_load(s, result);
+}
+
+/// The program of the setting, and its own arguments. What is a file as it stands has none, whatever blanks are in it.
+EditorCall split_editor(const std::string& editor) {
+    // There is no such program here: the system's own opener of text files stands for it.
+    if (name_of(editor) == "notepad.exe")
+        return {"xdg-open", {}};
+    if (is_regular_file(editor))
+        return {editor, {}};
+    std::istringstream words(editor);
+    EditorCall call;
+    words >> call.program;
+    for (std::string word; words >> word;)
+        call.arguments.push_back(word);
+    return call;
 }
 
 // The command line.
@@ -257,9 +273,9 @@ std::optional<EditorCall> editor_call(Simulator& s) {
         show_catalogue_message(s.machine, MESSAGE_NO_LISTING);
         return std::nullopt;
     }
-    // There is no such program here: the system's own opener of text files stands for it.
-    const bool is_default = name_of(s.settings.editor) == "notepad.exe";
-    return EditorCall{is_default ? "xdg-open" : s.settings.editor, s.settings.last_file};
+    EditorCall call = split_editor(s.settings.editor);
+    call.arguments.push_back(s.settings.last_file);
+    return call;
 }
 
 std::string window_title(const Simulator& s) {

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quillon {
 
@@ -17,10 +18,10 @@ void run_host_command(Simulator& s, int number);
 /// same, to be mended and loaded again. A file that cannot be read changes nothing. True when it was loaded.
 bool open_listing(Simulator& s, const std::string& path);
 
-/// The text editor and the listing that it is to open: a program and its one argument, which no shell ever sees.
+/// The text editor and the listing that it is to open: a program and its arguments, which no shell ever sees.
 struct EditorCall {
     std::string program;
-    std::string file;
+    std::vector<std::string> arguments; ///< the listing is the last
 };
 
 /// How to start the editor; nothing, after a message box, when there is no editor or no listing.

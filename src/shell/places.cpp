@@ -120,6 +120,20 @@ std::optional<std::string> configured_desktop(const Environment& environment) {
     return desktop;
 }
 
+/// The first of these files in the program's folder or one above it; a build tree lies below the sources. Empty when
+/// there is none.
+fs::path find_above(const fs::path& program, std::initializer_list<const char*> files) {
+    constexpr int LEVELS = 6;
+    fs::path folder = program;
+    for (int level = 0; level < LEVELS; ++level, folder = folder.parent_path()) {
+        for (const char* file : files) {
+            if (is_file(folder / file))
+                return folder / file;
+        }
+    }
+    return {};
+}
+
 } // namespace
 
 Environment read_environment() {
@@ -155,16 +169,12 @@ bool create_folder(const std::string& folder) {
 }
 
 std::string find_resources(const std::string& program) {
-    constexpr int LEVELS = 6; // a build tree lies below the sources
-    fs::path folder = program;
-    for (int level = 0; level < LEVELS; ++level, folder = folder.parent_path()) {
-        for (const char* place : {"share/quillon", "resources"}) {
-            std::error_code error;
-            if (fs::is_regular_file(folder / place / "message.en.ini", error))
-                return folder / place;
-        }
-    }
-    return {};
+    const fs::path found = find_above(program, {"share/quillon/message.en.ini", "resources/message.en.ini"});
+    return found.parent_path().string();
+}
+
+std::string find_manual(const std::string& program) {
+    return find_above(program, {"share/doc/quillon/html/index.html", "docs/language.md"}).string();
 }
 
 std::string find_catalogue(const Environment& environment, const std::string& installed, const std::string& working) {

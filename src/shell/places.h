@@ -40,6 +40,10 @@ bool create_folder(const std::string& folder);
 /// when it is installed, else `resources` of the tree that it was built in. Empty when there is neither.
 std::string find_resources(const std::string& program);
 
+/// The manual's first page: the installed one, else the language reference of the tree that the program was built in.
+/// Empty when there is neither.
+std::string find_manual(const std::string& program);
+
 /// The message catalogue: `message.ini` in the working folder when there is one, else the catalogue of the user's
 /// language (Japanese or English) in the folder of installed ones; whether that one is there is not looked at.
 std::string find_catalogue(const Environment& environment, const std::string& installed,

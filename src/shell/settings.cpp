@@ -193,7 +193,8 @@ bool set_setting(Settings& settings, std::string_view key, std::string_view valu
 }
 
 std::string settings_text(const Settings& settings) {
-    std::string text = "[" + std::string(SECTION) + "]";
+    std::string text("[");
+    text.append(SECTION).append("]");
     for (const Row& row : rows) {
         text += '\n';
         text += row.label;

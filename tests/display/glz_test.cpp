@@ -1,8 +1,8 @@
 // GLZ0: exact streams, refusals, round trips, steps, and ten thousand damaged streams.
 #include "display/glz.h"
 
-#include "tests/display/glz_streams.h"
 #include "display/resources.h"
+#include "tests/display/glz_streams.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,65 @@
+// The main window: places the toolbar, the LCD and the windows around it, and forwards events and commands. What they
+// mean is the simulator's business.
+#pragma once
+
+#include "desktop/lcd_widget.h"
+#include "desktop/menus.h"
+#include "desktop/message_boxes.h"
+#include "desktop/soft_keyboard_window.h"
+#include "desktop/sound_output.h"
+#include "desktop/ticker.h"
+
+#include <QMainWindow>
+
+#include <memory>
+
+namespace quillon {
+
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    /// Builds the window around a simulator whose catalogue is in place, and connects the simulator to it.
+    explicit MainWindow(Simulator& simulator);
+    ~MainWindow() override;
+
+    /// Starts the simulator, shows the window and lets the machine tick. `listing`, if not empty, counts as dropped on
+    /// the window.
+    void start(const QString& listing);
+
+protected:
+    bool event(QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void connect_machine();
+    void connect_window();
+    void after_tick(bool picture_changed);
+    void perform(HostCommand command);
+    void refresh();
+    void resize_to_zoom();
+    void open_listing_dialog();
+    void start_editor();
+    void fill_recent(QMenu& menu);
+    void show_soft_keyboard();
+    void place_on_screen();
+
+    Simulator& simulator;
+    LcdWidget* lcd;
+    Ticker ticker;
+    SoundOutput sound;
+    MessageBoxes messages;
+    CommandActions checks;
+    std::unique_ptr<SoftKeyboardWindow> soft_keyboard;
+};
+
+} // namespace quillon

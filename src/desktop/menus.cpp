@@ -1,0 +1,111 @@
+// Building menus and toolbar.
+#include "desktop/menus.h"
+
+#include "desktop/commands_table.h"
+
+#include <QIcon>
+#include <QMenuBar>
+#include <QToolBar>
+#include <QToolButton>
+
+namespace quillon {
+namespace {
+
+constexpr const char* MENU_SECTION = "MENU";
+constexpr const char* TOOLTIP_SECTION = "TOOLTIP";
+constexpr int ENTRIES_PER_MENU = 10; ///< the catalogue numbers the entries of menu i from 10 * i + 10 on
+
+QIcon icon_of(const CommandText& command) {
+    return command.icon == nullptr ? QIcon() : QIcon(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(command.icon)));
+}
+
+/// The catalogue's label, or the built-in one where it has none.
+QString label(const MessageCatalogue& catalogue, int number, const char* built_in) {
+    const char* text = lookup_message(catalogue, MENU_SECTION, number);
+    return QString::fromUtf8(*text != '\0' ? text : built_in);
+}
+
+QAction* add_command(QWidget& menu, const CommandText& command, const QString& text, const CommandHandler& handler) {
+    auto* action = new QAction(icon_of(command), text, &menu);
+    const int number = command.command;
+    QObject::connect(action, &QAction::triggered, [handler, number] { handler(number); });
+    menu.addAction(action);
+    return action;
+}
+
+std::span<const CommandText> submenu_commands(MenuEntry::Kind kind) {
+    switch (kind) {
+    case MenuEntry::Kind::PAGES: return page_commands();
+    case MenuEntry::Kind::ANGLES: return angle_commands();
+    case MenuEntry::Kind::ZOOMS: return zoom_commands();
+    default: return {};
+    }
+}
+
+void add_commands(QMenu& menu, std::span<const CommandText> commands, const CommandHandler& handler) {
+    for (const CommandText& command : commands)
+        add_command(menu, command, QString::fromUtf8(command.text), handler);
+}
+
+void add_entry(QMenu& menu, const MenuEntry& entry, const QString& text, const CommandHandler& handler) {
+    if (entry.kind == MenuEntry::Kind::SEPARATOR)
+        menu.addSeparator();
+    else if (entry.kind == MenuEntry::Kind::COMMAND)
+        add_command(menu, entry.command, text, handler);
+    else
+        add_commands(*menu.addMenu(text), submenu_commands(entry.kind), handler);
+}
+
+/// The menu that a toolbar button drops down.
+QMenu* drop_down_menu(QToolButton& button, int command, const CommandHandler& handler,
+                      const std::function<void(QMenu&)>& fill_recent) {
+    auto* menu = new QMenu(&button);
+    if (command == COMMAND_OPEN)
+        QObject::connect(menu, &QMenu::aboutToShow, [menu, fill_recent] { fill_recent(*menu); });
+    else
+        add_commands(*menu, page_commands(), handler);
+    return menu;
+}
+
+} // namespace
+
+void build_menu_bar(QMainWindow& window, const MessageCatalogue& catalogue, const CommandHandler& handler) {
+    int number = 0;
+    for (const MenuText& text : menu_table()) {
+        QMenu* menu = window.menuBar()->addMenu(label(catalogue, number, text.text));
+        int entry_number = ENTRIES_PER_MENU * number + ENTRIES_PER_MENU;
+        for (const MenuEntry& entry : text.entries)
+            add_entry(*menu, entry, label(catalogue, entry_number++, entry.command.text), handler);
+        ++number;
+    }
+}
+
+CommandActions build_toolbar(QMainWindow& window, const MessageCatalogue& catalogue, const CommandHandler& handler,
+                             const std::function<void(QMenu&)>& fill_recent) {
+    constexpr int ICON_SIZE = 20;
+    auto* toolbar = new QToolBar(&window);
+    toolbar->setMovable(false);
+    toolbar->setContextMenuPolicy(Qt::PreventContextMenu);
+    toolbar->setIconSize({ICON_SIZE, ICON_SIZE});
+    CommandActions checks;
+    for (const ToolbarEntry& entry : toolbar_table()) {
+        if (entry.command.command == 0) {
+            toolbar->addSeparator();
+            continue;
+        }
+        QAction* action = add_command(*toolbar, entry.command, QString::fromUtf8(entry.command.text), handler);
+        action->setToolTip(QString::fromUtf8(lookup_message(catalogue, TOOLTIP_SECTION, entry.tooltip)));
+        action->setCheckable(entry.command.checkable);
+        if (entry.command.checkable)
+            checks[entry.command.command] = action;
+        auto* button = qobject_cast<QToolButton*>(toolbar->widgetForAction(action));
+        if (entry.drop_down && button != nullptr) {
+            button->setMenu(drop_down_menu(*button, entry.command.command, handler, fill_recent));
+            button->setPopupMode(QToolButton::MenuButtonPopup);
+        }
+    }
+    window.addToolBar(toolbar);
+    return checks;
+}
+
+} // namespace quillon

@@ -1,0 +1,28 @@
+// Menu bar and toolbar, built from the tables of commands, with the catalogue's labels where it has them.
+#pragma once
+
+#include "core/messages.h"
+
+#include <QMainWindow>
+#include <QMenu>
+
+#include <functional>
+#include <map>
+
+namespace quillon {
+
+/// What a chosen entry does: the number of its command.
+using CommandHandler = std::function<void(int command)>;
+
+/// Actions by command number: the checkable ones, and those whose state follows the machine.
+using CommandActions = std::map<int, QAction*>;
+
+/// Builds the menu bar of `window`; every entry hands its command to `handler`.
+void build_menu_bar(QMainWindow& window, const MessageCatalogue& catalogue, const CommandHandler& handler);
+
+/// Builds the toolbar and returns the actions of its check buttons. `fill_recent` fills the menu of the Open button
+/// each time it drops down.
+CommandActions build_toolbar(QMainWindow& window, const MessageCatalogue& catalogue, const CommandHandler& handler,
+                             const std::function<void(QMenu&)>& fill_recent);
+
+} // namespace quillon

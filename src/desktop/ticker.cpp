@@ -1,0 +1,25 @@
+// Ticking.
+#include "desktop/ticker.h"
+
+#include <utility>
+
+namespace quillon {
+
+Ticker::Ticker(Simulator& simulator_, std::function<void(bool)> after_tick_, QObject* parent)
+    : QObject(parent), simulator(simulator_), after_tick(std::move(after_tick_)) {
+    timer.setSingleShot(true);
+    timer.setTimerType(Qt::PreciseTimer);
+    connect(&timer, &QTimer::timeout, this, &Ticker::tick);
+}
+
+void Ticker::arm() { timer.start(simulator.machine.timer_interval); }
+
+void Ticker::stop() { timer.stop(); }
+
+void Ticker::tick() {
+    const bool changed = simulator_tick(simulator);
+    arm();
+    after_tick(changed);
+}
+
+} // namespace quillon
