@@ -200,6 +200,10 @@ const char* select_area(Machine& m, int n) {
     return m.stmt_start;
 }
 
+char area_mark(const Machine& m, int n) {
+    return m.areas[static_cast<std::size_t>(n)].used ? '_' : static_cast<char>('0' + n);
+}
+
 bool area_is_empty(const Machine& m, int n) { return m.areas[static_cast<std::size_t>(n)].line_count == 0; }
 
 void advance_line(Machine& m) {

@@ -36,6 +36,9 @@ const char* select_area(Machine& m, int n);
 /// Whether area `n` (0-9) holds no program.
 bool area_is_empty(const Machine& m, int n);
 
+/// How the selection of an area shows area `n` (0-9): its digit, or a mark when the listing uses it.
+char area_mark(const Machine& m, int n);
+
 /// Sets the READ position to the first DATA of the current area. An area that the index does not know is told in
 /// `system_message` and reads from the start.
 void restore_area_data(Machine& m);

@@ -1,8 +1,11 @@
 // Painting the LCD, and clicks on it.
 #include "desktop/lcd_widget.h"
 
+#include "desktop/lcd_accessibility.h"
 #include "keys/lcd_click.h"
+#include "shell/lcd_text.h"
 
+#include <QAccessible>
 #include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
@@ -15,6 +18,7 @@ namespace quillon {
 LcdWidget::LcdWidget(Simulator& simulator_, QWidget* parent) : QWidget(parent), simulator(simulator_) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAttribute(Qt::WA_OpaquePaintEvent);
+    setAccessibleName(QStringLiteral("LCD"));
 }
 
 int LcdWidget::pixel_size() const {
@@ -24,6 +28,21 @@ int LcdWidget::pixel_size() const {
 QSize LcdWidget::sizeHint() const {
     const double size = pixel_size() / devicePixelRatioF();
     return {static_cast<int>(std::ceil(LCD_WIDTH * size)), static_cast<int>(std::ceil(LCD_HEIGHT * size))};
+}
+
+QString LcdWidget::described_text() const {
+    return QString::fromUtf8(lcd_text(simulator) + "\n" + lcd_indicator_text(simulator));
+}
+
+void LcdWidget::refresh() {
+    update();
+    if (!QAccessible::isActive())
+        return;
+    const QString text = described_text();
+    if (text == announced_text)
+        return;
+    announce_lcd_text(this, announced_text, text);
+    announced_text = text;
 }
 
 void LcdWidget::paintEvent(QPaintEvent*) {

@@ -18,6 +18,12 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
 
+    /// The visible characters and, on a line of their own, the lit indicators.
+    [[nodiscard]] QString described_text() const;
+
+    /// The picture has changed: paints it, and announces a text that differs from the last one.
+    void refresh();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -27,6 +33,7 @@ private:
     void click(const QMouseEvent& event, bool is_double);
 
     Simulator& simulator;
+    QString announced_text;
     bool double_click_held = false; ///< the release that ends a double click is none of its own
 };
 

@@ -1,5 +1,7 @@
 // quillon: the simulator in a window.
+#include "desktop/lcd_accessibility.h"
 #include "desktop/main_window.h"
+#include "desktop/quit_signals.h"
 #include "desktop/style.h"
 #include "shell/catalogue.h"
 #include "shell/startup.h"
@@ -33,7 +35,9 @@ int main(int argc, char** argv) {
         read_catalogue(find_catalogue(environment, find_resources(program))).value_or(MessageCatalogue{});
     int status = 0;
     {
+        install_lcd_accessibility();
         MainWindow window(*simulator);
+        watch_quit_signals(&window, [&window] { window.close(); });
         window.start(parser.positionalArguments().value(0));
         status = QApplication::exec();
         shut_down_simulator(*simulator);

@@ -2,7 +2,10 @@
 #include "desktop/main_window.h"
 
 #include "core/charset.h"
+#include "desktop/about_dialog.h"
+#include "desktop/configuration_dialog.h"
 #include "desktop/dialogs.h"
+#include "desktop/error_detail_dialog.h"
 #include "desktop/key_events.h"
 #include "shell/clipboard.h"
 #include "shell/commands.h"
@@ -16,14 +19,13 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScreen>
+#include <QTimer>
 #include <QToolBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace quillon {
 namespace {
-
-/// Whether the window system lets programs place their windows.
-bool can_place_windows() { return !QGuiApplication::platformName().startsWith(QLatin1String("wayland")); }
 
 /// A path as the file system has it, whatever its bytes.
 std::string native_path(const QString& path) { return path.toLocal8Bit().toStdString(); }
@@ -34,7 +36,7 @@ MainWindow::MainWindow(Simulator& simulator_)
     : simulator(simulator_), lcd(new LcdWidget(simulator_)),
       ticker(
           simulator_, [this](bool changed) { after_tick(changed); }, this),
-      messages(this) {
+      messages(this), windows(simulator_, this) {
     const CommandHandler handler = [this](int command) { run_host_command(simulator, command); };
     build_menu_bar(*this, simulator.machine.catalogue, handler);
     checks = build_toolbar(*this, simulator.machine.catalogue, handler, [this](QMenu& menu) { fill_recent(menu); });
@@ -42,17 +44,16 @@ MainWindow::MainWindow(Simulator& simulator_)
     auto* column = new QVBoxLayout(centre);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(lcd);
+    column->addWidget(lcd, 0, Qt::AlignHCenter);
     setCentralWidget(centre);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
     setAcceptDrops(true);
-    setFocusPolicy(Qt::StrongFocus);
+    lcd->setFocusPolicy(Qt::StrongFocus);
+    lcd->installEventFilter(this);
     connect_machine();
     connect_window();
     use_file_services(simulator);
 }
-
-MainWindow::~MainWindow() = default;
 
 void MainWindow::connect_machine() {
     Host& host = simulator.machine.host;
@@ -61,6 +62,8 @@ void MainWindow::connect_machine() {
     host.show_message = [this](const std::string& text, MessageIcon icon) {
         messages.show(QString::fromUtf8(text), icon);
     };
+    host.refresh_trace = [this] { windows.refresh_trace(); };
+    host.reset_trace = [this] { windows.reset_trace(); };
     host.resize_window = [this] { resize_to_zoom(); };
     host.copy_text = [](std::string_view text) {
         QGuiApplication::clipboard()->setText(QString::fromStdString(to_unicode(clipboard_part(text))));
@@ -71,10 +74,13 @@ void MainWindow::connect_machine() {
     host.milliseconds = [clock] { return static_cast<std::uint32_t>(clock.elapsed()); };
 }
 
+/// Windows are put off until the tick that asks for them is over.
 void MainWindow::connect_window() {
-    simulator.window.perform = [this](HostCommand command) { perform(command); };
-    simulator.window.refresh = [this] { refresh(); };
-    simulator.window.toggle_soft_keyboard = [this] { show_soft_keyboard(); };
+    simulator.window.perform = [this](HostCommand command) {
+        QTimer::singleShot(0, this, [this, command] { carry_out(command); });
+    };
+    simulator.window.toggle_trace = simulator.window.toggle_soft_keyboard =
+        simulator.window.refresh = [this] { QTimer::singleShot(0, this, [this] { refresh(); }); };
 }
 
 void MainWindow::start(const QString& listing) {
@@ -84,7 +90,7 @@ void MainWindow::start(const QString& listing) {
     place_on_screen();
     show();
     activateWindow();
-    setFocus();
+    lcd->setFocus();
     if (!usable)
         return;
     if (!listing.isEmpty())
@@ -101,9 +107,8 @@ void MainWindow::place_on_screen() {
 
 void MainWindow::after_tick(bool picture_changed) {
     if (picture_changed)
-        lcd->update();
-    if (soft_keyboard != nullptr)
-        soft_keyboard->refresh();
+        lcd->refresh();
+    windows.refresh_soft_keyboard();
 }
 
 void MainWindow::refresh() {
@@ -112,8 +117,9 @@ void MainWindow::refresh() {
     checks[COMMAND_ASCII_MODE]->setChecked(m.ascii_mode != 0);
     checks[COMMAND_OVERDRIVE]->setChecked(m.overdrive != 0);
     checks[COMMAND_SOFT_KEYBOARD]->setChecked(m.soft_open != 0);
-    lcd->update();
-    if (isVisible())
+    lcd->refresh();
+    windows.follow_machine();
+    if (ticker.is_armed())
         ticker.arm();
 }
 
@@ -122,17 +128,28 @@ void MainWindow::resize_to_zoom() {
     lcd->update();
 }
 
-void MainWindow::perform(HostCommand command) {
+void MainWindow::carry_out(HostCommand command) {
     switch (command) {
     case COMMAND_OPEN: return open_listing_dialog();
     case COMMAND_EXIT: close(); return;
     case COMMAND_EDITOR: return start_editor();
+    case COMMAND_ABOUT: return show_about_dialog(this);
+    case COMMAND_CONFIGURE: return configure();
+    case COMMAND_ERROR_DETAIL: return show_error_detail(simulator.machine, this);
     case COMMAND_HELP: return open_manual();
-    default: break;
+    default: return resize_to_zoom();
     }
-    if (command >= COMMAND_ZOOM_1 && command <= COMMAND_ZOOM_4)
-        resize_to_zoom();
 }
+
+void MainWindow::configure() {
+    auto* dialog = new ConfigurationDialog(
+        simulator, [this](const QString& text) { show_warning(text); }, this);
+    connect(dialog, &QDialog::finished, this, &MainWindow::refresh);
+    dialog->open();
+    ticker.arm();
+}
+
+void MainWindow::show_warning(const QString& text) { messages.show(text, MessageIcon::WARNING); }
 
 void MainWindow::open_listing_dialog() {
     const auto choice = choose_listing(this, simulator.settings);
@@ -142,11 +159,13 @@ void MainWindow::open_listing_dialog() {
     open_listing(simulator, native_path(choice->path));
 }
 
+/// When the editor cannot be started another one can be chosen.
 void MainWindow::start_editor() {
     const auto call = editor_call(simulator);
-    if (call && !launch_editor(*call))
-        messages.show(QString::fromUtf8(lookup_message(simulator.machine.catalogue, "SYSTEM", 10)),
-                      MessageIcon::WARNING);
+    if (!call || launch_editor(*call))
+        return;
+    show_warning(QString::fromUtf8(lookup_message(simulator.machine.catalogue, "SYSTEM", 10)));
+    configure();
 }
 
 void MainWindow::fill_recent(QMenu& menu) {
@@ -155,21 +174,6 @@ void MainWindow::fill_recent(QMenu& menu) {
         QAction* action = menu.addAction(QString::fromLocal8Bit(path).replace(QLatin1Char('&'), QLatin1String("&&")));
         connect(action, &QAction::triggered, this, [this, path] { open_listing(simulator, path); });
     }
-}
-
-/// Closing is put off: the machine may be in the middle of a tick that the keyboard itself asked for.
-void MainWindow::show_soft_keyboard() {
-    if (simulator.machine.soft_open == 0) {
-        if (soft_keyboard != nullptr)
-            soft_keyboard.release()->deleteLater();
-        return;
-    }
-    soft_keyboard = std::make_unique<SoftKeyboardWindow>(simulator, this, !can_place_windows());
-    if (!can_place_windows())
-        centralWidget()->layout()->addWidget(soft_keyboard.get());
-    soft_keyboard->dock();
-    soft_keyboard->show();
-    activateWindow();
 }
 
 bool MainWindow::event(QEvent* event) {
@@ -181,16 +185,25 @@ bool MainWindow::event(QEvent* event) {
     return QMainWindow::event(event);
 }
 
-bool MainWindow::focusNextPrevChild(bool) { return false; } // Tab is the machine's single step
+/// On the LCD, Tab is the machine's single step.
+bool MainWindow::focusNextPrevChild(bool next) { return !lcd->hasFocus() && QMainWindow::focusNextPrevChild(next); }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_F10) {
-        menuBar()->setActiveAction(menuBar()->actions().first());
-        return;
-    }
+    if (event->key() == Qt::Key_F10)
+        return focus_controls(event->modifiers().testFlag(Qt::ShiftModifier));
+    if (!lcd->hasFocus() && event->key() == Qt::Key_Escape)
+        return lcd->setFocus();
     follow_modifiers(simulator.modifiers, *event);
     if (const auto key = key_down_from(*event, simulator.machine.ascii_mode != 0))
         push_key_event(simulator.keys, *key);
+}
+
+/// The way from the LCD to menu bar or toolbar without a mouse; Escape leads back.
+void MainWindow::focus_controls(bool toolbar) {
+    if (toolbar)
+        findChild<QToolBar*>()->findChild<QToolButton*>()->setFocus(Qt::TabFocusReason);
+    else
+        menuBar()->setActiveAction(menuBar()->actions().first());
 }
 
 void MainWindow::keyReleaseEvent(QKeyEvent* event) {
@@ -201,33 +214,34 @@ void MainWindow::keyReleaseEvent(QKeyEvent* event) {
         push_key_event(simulator.keys, {.kind = KeyEvent::Kind::UP, .key = code});
 }
 
-void MainWindow::focusOutEvent(QFocusEvent* event) {
-    release_all_keys(simulator.keys);
-    simulator.modifiers = {};
-    QMainWindow::focusOutEvent(event);
+/// Nobody tells of keys that come up while something else has the keyboard.
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::FocusOut) {
+        release_all_keys(simulator.keys);
+        simulator.modifiers = {};
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void MainWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && isActiveWindow() && soft_keyboard != nullptr)
-        soft_keyboard->dock();
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        windows.dock();
 }
 
 void MainWindow::moveEvent(QMoveEvent* event) {
     QMainWindow::moveEvent(event);
-    if (soft_keyboard != nullptr)
-        soft_keyboard->dock();
+    windows.dock();
 }
 
 void MainWindow::resizeEvent(QResizeEvent* event) {
     QMainWindow::resizeEvent(event);
-    if (soft_keyboard != nullptr)
-        soft_keyboard->dock();
+    windows.dock();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     ticker.stop();
-    soft_keyboard.reset();
+    windows.close_all();
     QMainWindow::closeEvent(event);
 }
 

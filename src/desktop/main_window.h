@@ -2,16 +2,14 @@
 // mean is the simulator's business.
 #pragma once
 
+#include "desktop/auxiliary_windows.h"
 #include "desktop/lcd_widget.h"
 #include "desktop/menus.h"
 #include "desktop/message_boxes.h"
-#include "desktop/soft_keyboard_window.h"
 #include "desktop/sound_output.h"
 #include "desktop/ticker.h"
 
 #include <QMainWindow>
-
-#include <memory>
 
 namespace quillon {
 
@@ -21,7 +19,6 @@ class MainWindow : public QMainWindow {
 public:
     /// Builds the window around a simulator whose catalogue is in place, and connects the simulator to it.
     explicit MainWindow(Simulator& simulator);
-    ~MainWindow() override;
 
     /// Starts the simulator, shows the window and lets the machine tick. `listing`, if not empty, counts as dropped on
     /// the window.
@@ -32,7 +29,7 @@ protected:
     bool focusNextPrevChild(bool next) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -44,14 +41,16 @@ private:
     void connect_machine();
     void connect_window();
     void after_tick(bool picture_changed);
-    void perform(HostCommand command);
+    void carry_out(HostCommand command);
     void refresh();
     void resize_to_zoom();
     void open_listing_dialog();
     void start_editor();
+    void configure();
+    void show_warning(const QString& text);
     void fill_recent(QMenu& menu);
-    void show_soft_keyboard();
     void place_on_screen();
+    void focus_controls(bool toolbar);
 
     Simulator& simulator;
     LcdWidget* lcd;
@@ -59,7 +58,7 @@ private:
     SoundOutput sound;
     MessageBoxes messages;
     CommandActions checks;
-    std::unique_ptr<SoftKeyboardWindow> soft_keyboard;
+    AuxiliaryWindows windows;
 };
 
 } // namespace quillon

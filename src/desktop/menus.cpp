@@ -82,7 +82,7 @@ void build_menu_bar(QMainWindow& window, const MessageCatalogue& catalogue, cons
 
 CommandActions build_toolbar(QMainWindow& window, const MessageCatalogue& catalogue, const CommandHandler& handler,
                              const std::function<void(QMenu&)>& fill_recent) {
-    constexpr int ICON_SIZE = 20;
+    constexpr int ICON_SIZE = 16;
     auto* toolbar = new QToolBar(&window);
     toolbar->setMovable(false);
     toolbar->setContextMenuPolicy(Qt::PreventContextMenu);

@@ -1,7 +1,7 @@
 // Drawing the soft keyboard, and the mouse on it.
 #include "desktop/soft_keyboard_window.h"
 
-#include "display/glz.h"
+#include "desktop/pictures.h"
 #include "display/resources.h"
 #include "keys/soft_keyboard.h"
 #include "keys/soft_keys.h"
@@ -22,18 +22,6 @@ constexpr int KEY_HEIGHT = 20;
 constexpr int BORDER = 2;
 constexpr int LAYERS_BELOW = 3; ///< the picture has three layers below each other, and three more beside them
 
-QImage load_picture() {
-    const auto image = decode_image_resource(image_resource(SOFT_KEYBOARD_IMAGE));
-    if (!image)
-        return {};
-    QImage picture(image->width, image->height, QImage::Format_RGB32);
-    for (int y = 0; y < image->height; ++y) {
-        for (int x = 0; x < image->width; ++x)
-            picture.setPixel(x, y, 0xFF000000 | image->palette[image->pixels[pixel_index(*image, x, y)]]);
-    }
-    return picture;
-}
-
 QRect layer_rectangle(int layer) {
     return {layer / LAYERS_BELOW * LAYER_WIDTH, layer % LAYERS_BELOW * LAYER_HEIGHT, LAYER_WIDTH, LAYER_HEIGHT};
 }
@@ -48,7 +36,8 @@ QRect key_rectangle(int key) {
 
 SoftKeyboardWindow::SoftKeyboardWindow(Simulator& simulator_, QWidget* main_window_, bool as_panel_)
     : QWidget(main_window_, as_panel_ ? Qt::Widget : Qt::Tool | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus),
-      simulator(simulator_), main_window(main_window_), as_panel(as_panel_), picture(load_picture()) {
+      simulator(simulator_), main_window(main_window_), as_panel(as_panel_),
+      picture(load_picture(SOFT_KEYBOARD_IMAGE)) {
     setWindowTitle("QZ-SIM SoftwareKeyboard.");
     setAccessibleName(windowTitle());
     setAttribute(Qt::WA_ShowWithoutActivating);

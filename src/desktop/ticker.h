@@ -23,6 +23,8 @@ public:
 
     void stop();
 
+    [[nodiscard]] bool is_armed() const { return timer.isActive(); }
+
 private:
     void tick();
 

@@ -2,6 +2,7 @@
 #include "driver/tick.h"
 
 #include "core/display_line.h"
+#include "core/listing.h"
 #include "core/machine.h"
 #include "driver/run_state.h"
 #include "keys/soft_keyboard.h"
@@ -103,8 +104,7 @@ void tick_select(Machine& m) {
     m.display_line[1] = ' ';
     for (int n = 0; n < AREA_COUNT; ++n) {
         const bool hidden = n == m.run_page && m.cursor_visible == 0;
-        const char mark = m.areas[static_cast<std::size_t>(n)].used ? '_' : static_cast<char>('0' + n);
-        m.display_line[2 + n] = hidden ? ' ' : mark;
+        m.display_line[2 + n] = hidden ? ' ' : area_mark(m, n);
     }
 }
 

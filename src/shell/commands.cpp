@@ -17,7 +17,6 @@
 namespace quillon {
 namespace {
 
-constexpr int OVERDRIVE_INTERVAL_MS = 5;
 constexpr MessageId MESSAGE_NO_EDITOR{"SYSTEM", 10};
 
 /// Loads, and listings that run, silence what is left of a tone.

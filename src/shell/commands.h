@@ -9,6 +9,8 @@ namespace quillon {
 
 struct Simulator;
 
+constexpr int OVERDRIVE_INTERVAL_MS = 5; ///< between ticks, while Overdrive is on
+
 /// Carries out a command by its number (40001-40049); the numbers of toolbar buttons act as the commands they stand
 /// for. Any other number does nothing. The machine's own commands take effect at once, also from within a tick.
 void run_host_command(Simulator& s, int number);

@@ -1,0 +1,85 @@
+// Opening and closing windows beside the main one.
+#include "desktop/auxiliary_windows.h"
+
+#include "shell/commands.h"
+
+#include <QGuiApplication>
+#include <QMainWindow>
+#include <QVBoxLayout>
+
+namespace quillon {
+namespace {
+
+/// Whether the window system lets programs place their windows.
+bool can_place_windows() { return !QGuiApplication::platformName().startsWith(QLatin1String("wayland")); }
+
+} // namespace
+
+AuxiliaryWindows::AuxiliaryWindows(Simulator& simulator_, QWidget* main_window_)
+    : QObject(main_window_), simulator(simulator_), main_window(main_window_) {}
+
+AuxiliaryWindows::~AuxiliaryWindows() = default;
+
+void AuxiliaryWindows::follow_machine() {
+    const Machine& m = simulator.machine;
+    if (m.soft_open == 0)
+        soft_keyboard.reset();
+    else if (soft_keyboard == nullptr)
+        open_soft_keyboard();
+    if (m.trace_mode == 0 && trace != nullptr)
+        trace->close();
+    else if (m.trace_mode != 0 && trace == nullptr)
+        open_trace();
+}
+
+void AuxiliaryWindows::open_soft_keyboard() {
+    soft_keyboard = std::make_unique<SoftKeyboardWindow>(simulator, main_window, !can_place_windows());
+    if (!can_place_windows())
+        qobject_cast<QMainWindow*>(main_window)->centralWidget()->layout()->addWidget(soft_keyboard.get());
+    soft_keyboard->dock();
+    soft_keyboard->show();
+    main_window->activateWindow();
+}
+
+void AuxiliaryWindows::open_trace() {
+    trace = new TraceWindow(simulator.machine, main_window);
+    connect(trace, &QDialog::finished, this, &AuxiliaryWindows::trace_closed);
+    trace->show();
+    trace->refresh();
+    main_window->activateWindow();
+}
+
+/// Closed by its user, the window takes the single steps with it.
+void AuxiliaryWindows::trace_closed() {
+    trace.clear();
+    if (simulator.machine.trace_mode != 0)
+        run_host_command(simulator, COMMAND_TRACE);
+}
+
+void AuxiliaryWindows::refresh_soft_keyboard() {
+    if (soft_keyboard != nullptr)
+        soft_keyboard->refresh();
+}
+
+void AuxiliaryWindows::refresh_trace() {
+    if (trace != nullptr)
+        trace->refresh();
+}
+
+void AuxiliaryWindows::reset_trace() {
+    if (trace != nullptr)
+        trace->reset();
+}
+
+void AuxiliaryWindows::dock() {
+    if (soft_keyboard != nullptr)
+        soft_keyboard->dock();
+}
+
+void AuxiliaryWindows::close_all() {
+    soft_keyboard.reset();
+    if (trace != nullptr)
+        trace->close();
+}
+
+} // namespace quillon

@@ -1,0 +1,244 @@
+// Composing the configuration dialog. What its values mean, and which are accepted, is the shell's business.
+#include "desktop/configuration_dialog.h"
+
+#include "core/messages.h"
+#include "shell/simulator.h"
+
+#include <QCheckBox>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace quillon {
+namespace {
+
+constexpr const char* SECTION = "DLG_CONFIG";
+constexpr int PATH_LENGTH_MAX = 259;
+
+/// The numbers of the labels in the section.
+enum Label : int {
+    LABEL_TITLE = 0,
+    LABEL_OK,
+    LABEL_CANCEL,
+    LABEL_EDITOR,
+    LABEL_BROWSE,
+    LABEL_RUN_PAGE,
+    LABEL_SPEED,
+    LABEL_START_MODE,
+    LABEL_START_BASIC,
+    LABEL_START_COMMAND,
+    LABEL_ASCII_MODE,
+    LABEL_DIGITS,
+    LABEL_SOUND,
+    LABEL_VOLUME,
+};
+
+/// Its arrows stay in a range; what is typed may lie outside and is judged when the dialog is accepted.
+class TypedSpinBox : public QSpinBox {
+public:
+    TypedSpinBox(int low_, int high_) : low(low_), high(high_) {
+        constexpr int TYPED_MAX = 99999;
+        setRange(-TYPED_MAX, TYPED_MAX);
+    }
+
+    void stepBy(int steps) override { setValue(std::clamp(value() + steps, low, high)); }
+
+protected:
+    [[nodiscard]] StepEnabled stepEnabled() const override {
+        return (value() < high ? StepUpEnabled : StepNone) | (value() > low ? StepDownEnabled : StepNone);
+    }
+
+private:
+    int low;
+    int high;
+};
+
+/// A screen reader's name for a control: its label, or a word of its own where the catalogue has none.
+void name_control(QWidget& control, const QString& label, const char* fallback) {
+    control.setAccessibleName(label.isEmpty() ? QString::fromUtf8(fallback) : label.simplified());
+}
+
+/// A number field between its label and its unit.
+QWidget* number_row(const QString& label_text, QSpinBox* field, const QString& unit) {
+    auto* row = new QWidget;
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* label = new QLabel(label_text);
+    label->setBuddy(field);
+    layout->addWidget(label);
+    layout->addWidget(field);
+    layout->addWidget(new QLabel(unit));
+    layout->addStretch();
+    return row;
+}
+
+} // namespace
+
+ConfigurationDialog::ConfigurationDialog(Simulator& simulator_, std::function<void(const QString&)> show_message_,
+                                         QWidget* parent)
+    : QDialog(parent), simulator(simulator_), show_message(std::move(show_message_)) {
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(text(LABEL_TITLE));
+    run_page = new TypedSpinBox(0, 9);
+    timer_interval = new TypedSpinBox(5, 1000);
+    ascii_mode = new QCheckBox(text(LABEL_ASCII_MODE));
+    name_control(*run_page, text(LABEL_RUN_PAGE), "Start page");
+    name_control(*timer_interval, text(LABEL_SPEED), "Timer interval");
+    name_control(*ascii_mode, text(LABEL_ASCII_MODE), "ASCII input");
+
+    auto* column = new QVBoxLayout(this);
+    column->setSizeConstraint(QLayout::SetFixedSize);
+    column->addWidget(editor_row());
+    column->addWidget(number_row(text(LABEL_RUN_PAGE), run_page, {}));
+    column->addWidget(number_row(text(LABEL_SPEED), timer_interval, QStringLiteral("[ms]")));
+    column->addWidget(start_group());
+    column->addWidget(ascii_mode);
+    column->addWidget(digits_rows());
+    column->addWidget(sound_group());
+    column->addWidget(button_row());
+    fill_in(begin_configuration(simulator));
+    editor->setFocus();
+}
+
+QString ConfigurationDialog::text(int number) const {
+    return QString::fromUtf8(lookup_message(simulator.machine.catalogue, SECTION, number));
+}
+
+QWidget* ConfigurationDialog::editor_row() {
+    auto* row = new QWidget;
+    auto* layout = new QGridLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    editor = new QLineEdit;
+    name_control(*editor, text(LABEL_EDITOR), "Text editor");
+    auto* label = new QLabel(text(LABEL_EDITOR));
+    label->setBuddy(editor);
+    auto* browse_button = new QPushButton(text(LABEL_BROWSE));
+    browse_button->setAutoDefault(false);
+    name_control(*browse_button, text(LABEL_BROWSE), "Browse");
+    connect(browse_button, &QPushButton::clicked, this, &ConfigurationDialog::browse);
+    layout->addWidget(label, 0, 0, 1, 2);
+    layout->addWidget(editor, 1, 0);
+    layout->addWidget(browse_button, 1, 1);
+    return row;
+}
+
+QWidget* ConfigurationDialog::start_group() {
+    auto* group = new QGroupBox(text(LABEL_START_MODE));
+    auto* layout = new QHBoxLayout(group);
+    start_basic = new QRadioButton(text(LABEL_START_BASIC));
+    start_command = new QRadioButton(text(LABEL_START_COMMAND));
+    name_control(*start_basic, text(LABEL_START_BASIC), "BASIC");
+    name_control(*start_command, text(LABEL_START_COMMAND), "Command");
+    layout->addWidget(start_basic);
+    layout->addWidget(start_command);
+    return group;
+}
+
+QWidget* ConfigurationDialog::digits_rows() {
+    auto* rows = new QWidget;
+    auto* layout = new QVBoxLayout(rows);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(new QLabel(text(LABEL_DIGITS)));
+    set_e = new TypedSpinBox(-1, 9);
+    set_f = new TypedSpinBox(-1, 9);
+    set_g = new TypedSpinBox(0, 18);
+    name_control(*set_e, {}, "SET E");
+    name_control(*set_f, {}, "SET F");
+    name_control(*set_g, {}, "SET G");
+    auto* fields = new QHBoxLayout;
+    fields->addWidget(number_row(QStringLiteral("SET E"), set_e, {}));
+    fields->addWidget(number_row(QStringLiteral("SET F"), set_f, {}));
+    fields->addWidget(number_row(QStringLiteral("SET G"), set_g, {}));
+    layout->addLayout(fields);
+    return rows;
+}
+
+QWidget* ConfigurationDialog::sound_group() {
+    auto* group = new QGroupBox(text(LABEL_SOUND));
+    auto* layout = new QVBoxLayout(group);
+    auto* kinds = new QHBoxLayout;
+    sound_pcm = new QRadioButton(QStringLiteral("use PCM"));
+    sound_beep = new QRadioButton(QStringLiteral("use BEEP"));
+    kinds->addWidget(sound_pcm);
+    kinds->addWidget(sound_beep);
+    beep_volume = new TypedSpinBox(0, 10);
+    name_control(*beep_volume, text(LABEL_VOLUME), "BEEP volume");
+    layout->addLayout(kinds);
+    layout->addWidget(number_row(text(LABEL_VOLUME), beep_volume, {}));
+    return group;
+}
+
+QWidget* ConfigurationDialog::button_row() {
+    auto* row = new QWidget;
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* ok = new QPushButton(text(LABEL_OK));
+    auto* cancel = new QPushButton(text(LABEL_CANCEL));
+    ok->setDefault(true);
+    cancel->setAutoDefault(false);
+    name_control(*ok, text(LABEL_OK), "OK");
+    name_control(*cancel, text(LABEL_CANCEL), "Cancel");
+    connect(ok, &QPushButton::clicked, this, &QDialog::accept);
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    layout->addStretch();
+    layout->addWidget(ok);
+    layout->addWidget(cancel);
+    return row;
+}
+
+void ConfigurationDialog::fill_in(const Configuration& fields) {
+    const QString path = QString::fromLocal8Bit(fields.editor);
+    editor->setMaxLength(std::max<int>(PATH_LENGTH_MAX, static_cast<int>(path.size())));
+    editor->setText(path);
+    run_page->setValue(fields.run_page);
+    timer_interval->setValue(fields.timer_interval);
+    (fields.start_mode == 1 ? start_command : start_basic)->setChecked(true);
+    ascii_mode->setChecked(fields.ascii_mode != 0);
+    set_e->setValue(fields.set_e_digits);
+    set_f->setValue(fields.set_f_digits);
+    set_g->setValue(fields.set_g_digits);
+    (fields.pcm_beep == 1 ? sound_pcm : sound_beep)->setChecked(true);
+    beep_volume->setValue(fields.beep_volume);
+}
+
+Configuration ConfigurationDialog::fields() const {
+    return {.editor = editor->text().toLocal8Bit().toStdString(),
+            .run_page = run_page->value(),
+            .timer_interval = timer_interval->value(),
+            .start_mode = start_command->isChecked() ? 1 : 0,
+            .ascii_mode = ascii_mode->isChecked() ? 1 : 0,
+            .set_e_digits = set_e->value(),
+            .set_f_digits = set_f->value(),
+            .set_g_digits = set_g->value(),
+            .pcm_beep = sound_pcm->isChecked() ? 1 : 0,
+            .beep_volume = beep_volume->value()};
+}
+
+void ConfigurationDialog::browse() {
+    QString every = QStringLiteral("All(*.*) (*)"); // programs need no suffix here
+    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Select TextEditor"), editor->text(),
+                                                      QStringLiteral("exec(*.exe) (*.exe);;") + every, &every);
+    if (!path.isEmpty())
+        editor->setText(path);
+}
+
+void ConfigurationDialog::done(int result) {
+    if (result == Accepted) {
+        for (const int message : accept_configuration(simulator, fields()))
+            show_message(text(message));
+    } else {
+        cancel_configuration(simulator);
+    }
+    QDialog::done(result);
+}
+
+} // namespace quillon

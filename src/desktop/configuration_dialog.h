@@ -1,0 +1,56 @@
+// The configuration dialog: editor, start, speed, keys, number forms and sound.
+#pragma once
+
+#include "shell/configuration.h"
+
+#include <QDialog>
+
+#include <functional>
+
+class QCheckBox;
+class QLineEdit;
+class QRadioButton;
+class QSpinBox;
+
+namespace quillon {
+
+struct Simulator;
+
+class ConfigurationDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    /// `show_message` gets the texts about values that were not accepted.
+    ConfigurationDialog(Simulator& simulator, std::function<void(const QString&)> show_message, QWidget* parent);
+
+    /// Takes the fields over when the dialog was accepted.
+    void done(int result) override;
+
+private:
+    [[nodiscard]] QString text(int number) const;
+    QWidget* editor_row();
+    QWidget* start_group();
+    QWidget* digits_rows();
+    QWidget* sound_group();
+    QWidget* button_row();
+    void fill_in(const Configuration& fields);
+    [[nodiscard]] Configuration fields() const;
+    void browse();
+
+    Simulator& simulator;
+    std::function<void(const QString&)> show_message;
+    QLineEdit* editor;
+    QSpinBox* run_page;
+    QSpinBox* timer_interval;
+    QRadioButton* start_basic;
+    QRadioButton* start_command;
+    QCheckBox* ascii_mode;
+    QSpinBox* set_e;
+    QSpinBox* set_f;
+    QSpinBox* set_g;
+    QRadioButton* sound_pcm;
+    QRadioButton* sound_beep;
+    QSpinBox* beep_volume;
+};
+
+} // namespace quillon

@@ -1,0 +1,55 @@
+// Composing the error-detail window.
+#include "desktop/error_detail_dialog.h"
+
+#include "core/machine.h"
+
+#include <QDialog>
+#include <QFontDatabase>
+#include <QPlainTextEdit>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace quillon {
+namespace {
+
+constexpr int TYPED_MAX = 1024; ///< characters that the field takes
+
+/// Notes may be typed into the text, as long as they find room; they go with the window.
+void limit_typing(QPlainTextEdit& field) {
+    const auto limit = std::max<qsizetype>(TYPED_MAX, field.toPlainText().size());
+    const auto take_back = [&field, limit] {
+        if (field.toPlainText().size() > limit)
+            field.undo();
+    };
+    QObject::connect(&field, &QPlainTextEdit::textChanged, &field, take_back, Qt::QueuedConnection);
+}
+
+} // namespace
+
+void show_error_detail(const Machine& m, QWidget* parent) {
+    constexpr int MARGIN = 8;
+    constexpr int FONT_PIXELS = 12;
+    constexpr QSize SIZE(540, 300);
+    auto* dialog = new QDialog(parent);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowTitle(QString::fromUtf8(lookup_message(m.catalogue, "DLG_ERRINFO", 0)));
+
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPixelSize(FONT_PIXELS);
+    auto* field = new QPlainTextEdit;
+    field->setFont(font);
+    field->setLineWrapMode(QPlainTextEdit::NoWrap);
+    field->setPlainText(QString::fromUtf8(m.error_detail.c_str()));
+    field->setTabChangesFocus(true);
+    field->setAccessibleName(dialog->windowTitle());
+    limit_typing(*field);
+
+    auto* column = new QVBoxLayout(dialog);
+    column->setContentsMargins(MARGIN, MARGIN, MARGIN, MARGIN);
+    column->addWidget(field);
+    dialog->resize(SIZE);
+    dialog->open();
+}
+
+} // namespace quillon

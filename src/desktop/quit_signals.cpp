@@ -1,0 +1,39 @@
+// From signals to the event loop, through a pipe: in a handler hardly anything else is allowed.
+#include "desktop/quit_signals.h"
+
+#include <QSocketNotifier>
+
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace quillon {
+namespace {
+
+int pipe_ends[2] = {-1, -1};
+
+extern "C" void note_signal(int) {
+    const int saved_errno = errno;
+    const char byte = 0;
+    static_cast<void>(!write(pipe_ends[1], &byte, 1)); // a full pipe holds a request already
+    errno = saved_errno;
+}
+
+} // namespace
+
+void watch_quit_signals(QObject* owner, std::function<void()> quit) {
+    if (pipe2(pipe_ends, O_CLOEXEC | O_NONBLOCK) != 0)
+        return;
+    auto* notifier = new QSocketNotifier(pipe_ends[0], QSocketNotifier::Read, owner);
+    QObject::connect(notifier, &QSocketNotifier::activated, owner, [notifier, quit = std::move(quit)] {
+        notifier->setEnabled(false);
+        quit();
+    });
+    struct sigaction action = {};
+    action.sa_handler = note_signal;
+    action.sa_flags = SA_RESTART;
+    for (const int number : {SIGTERM, SIGINT, SIGHUP})
+        sigaction(number, &action, nullptr);
+}
+
+} // namespace quillon

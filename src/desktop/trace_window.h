@@ -1,0 +1,73 @@
+// The trace window, beside the main window: the line executed last and the next one, and the variables. While it is
+// open the machine takes one statement at a time; a click anywhere on it asks for one. Its button opens the window of
+// the extended variables.
+#pragma once
+
+#include "shell/trace_texts.h"
+
+#include <QDialog>
+#include <QPointer>
+
+#include <array>
+
+class QGridLayout;
+class QLineEdit;
+class QPlainTextEdit;
+
+namespace quillon {
+
+/// The variables that the trace window has no room for.
+class ExtendedVariablesWindow : public QDialog {
+    Q_OBJECT
+
+public:
+    ExtendedVariablesWindow(const Machine& machine, QWidget* main_window);
+
+    void refresh();
+    void reset();
+
+private:
+    const Machine& machine;
+    QPlainTextEdit* field;
+};
+
+class TraceWindow : public QDialog {
+    Q_OBJECT
+
+public:
+    /// Opens empty, beside the main window.
+    TraceWindow(Machine& machine, QWidget* main_window);
+
+    /// Shows what the machine says now, and gives the keyboard back to the main window.
+    void refresh();
+
+    /// Empties all fields.
+    void reset();
+
+    void done(int result) override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    [[nodiscard]] QString text(int number) const;
+    QWidget* position_group();
+    QWidget* variables_group();
+    QWidget* bottom_row();
+    QLineEdit* add_field(QGridLayout& grid, int row, int column, const QString& label);
+    void show_texts();
+    void toggle_extended();
+
+    Machine& machine;
+    QWidget* main_window;
+    TraceTexts texts;
+    QPlainTextEdit* last;
+    QPlainTextEdit* next;
+    QLineEdit* dollar;
+    QLineEdit* statement_kind;
+    std::array<QLineEdit*, TRACED_CELLS> variables{};
+    QPointer<ExtendedVariablesWindow> extended;
+};
+
+} // namespace quillon
