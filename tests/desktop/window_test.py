@@ -1,0 +1,239 @@
+"""The main window in a real X server: keys, mouse, files and clipboard in, dots of the LCD out.
+
+usage: window_test.py QUILLON QUILLON_CLI DRAG_SOURCE [unittest's arguments]
+"""
+
+import os
+import subprocess
+import sys
+import tempfile
+import unittest
+
+from screen import Screen, wait_until
+from simulator import Glyphs, Simulator, bitmap_reader
+
+HELLO = '[P0]\n10 PRINT "HELLO"\n[P3]\n10 INPUT "NAME",$\n20 PRINT "HI ";$\n30 A=A+7:PRINT A\n'
+ENDLESS = "[P0]\n10 A=A+1:GOTO 10\n"
+KEYS = '[P0]\n10 IF KEY$="" THEN 40\n20 PRINT CSR 0;"DOWN";:GOTO 10\n40 PRINT CSR 0;"UP  ";:GOTO 10\n'
+SOFT_KEY = 32  # on the screen: 16 x 20 pixels, twice their size
+SOFT_ROW = 40
+SOFT_KEYS_ONE_PLUS_ONE = [(2, 10), (2, 13), (2, 10), (3, 12)]  # row and column of 1, +, 1 and EXE
+AREA_COLUMN = 8 + 32 * 2  # where the LCD shows the mark of area 0
+
+
+class WindowTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.scratch = tempfile.TemporaryDirectory()
+        cls.screen = Screen(cls.scratch.name)
+        cls.glyphs = Glyphs(PROGRAMS["cli"], cls.scratch.name)
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.screen.close()
+        cls.scratch.cleanup()
+
+    def setUp(self):
+        self.home = tempfile.mkdtemp(dir=self.scratch.name)
+
+    def tearDown(self):
+        folder = os.environ.get("QUILLON_SCREENSHOTS")
+        if folder:
+            self.screen.screenshot(os.path.join(folder, f"{self.id()}.png"))
+
+    def listing(self, name: str, text: str) -> str:
+        path = os.path.join(self.home, name)
+        with open(path, "w", encoding="ascii") as file:
+            file.write(text)
+        return path
+
+    def start(self, *arguments, **options) -> Simulator:
+        simulator = Simulator(PROGRAMS["quillon"], self.screen, self.glyphs, self.home, *arguments, **options)
+        self.addCleanup(simulator.kill)
+        return simulator
+
+    def test_a_session_and_the_next_one(self):
+        hello = self.listing("hello.bas", HELLO)
+        first = self.start()
+        self.assertEqual(first.title(), "Quillon Simulator.")
+        self.open_with_dialog(first, hello)
+        first.wait_for_title("Quillon Simulator. [hello.bas]")
+        first.key("3")
+        first.key("F5")
+        first.wait_for_text("NAME?")
+        first.type("abc")
+        first.key("Return")
+        first.wait_for_text("HI ABC")
+        first.key("Return")
+        first.wait_for_text(" 7")
+        first.close()
+        self.assertIn(f'LASTFILE = "{hello}"'.encode(), first.file("QZ740.ini"))
+        self.assertIn(b"ABC", first.file("QZ740.val"))
+
+        second = self.start()
+        second.wait_for_title("Quillon Simulator. [hello.bas]")
+        second.key("3", "F5")
+        second.wait_for_text("NAME?")
+        second.type("x")
+        second.key("Return")
+        second.wait_for_text("HI X")
+        second.key("Return")
+        second.wait_for_text(" 14")
+        second.close()
+
+    def test_mouse_on_the_lcd(self):
+        simulator = self.start(self.listing("hello.bas", HELLO))
+        simulator.click_lcd(AREA_COLUMN + 3 * 32, 60, repeat=2)  # the double click runs the area
+        simulator.wait_for_text("NAME?")
+        simulator.type("me")
+        simulator.click_lcd(200, 60)  # EXE
+        simulator.wait_for_text("HI ME")
+        simulator.close()
+
+    def test_stop_and_go_on(self):
+        simulator = self.start(self.listing("endless.bas", ENDLESS))
+        simulator.key("F5", "Escape")
+        wait_until(lambda: simulator.is_lit("STOP"), "the STOP indicator")
+        simulator.key("Escape")
+        simulator.wait_for_text("P0-10")
+        simulator.key("Return")
+        wait_until(lambda: not simulator.is_lit("STOP"), "the program to go on")
+        simulator.close()
+
+    def test_zoom_and_snapshot(self):
+        simulator = self.start(self.listing("hello.bas", HELLO))
+        simulator.key("F5")
+        simulator.wait_for_text("HELLO")
+        simulator.key("F2", "F2")
+        wait_until(lambda: self.screen.geometry(simulator.window)[2] == 3 * 392, "the window to grow")
+        simulator.zoom = 3
+        simulator.wait_for_text("HELLO")
+        simulator.key("F12")
+        path = os.path.join(self.home, "Desktop", "qzsnap_000.bmp")
+        wait_until(lambda: os.path.exists(path), "the snapshot")
+        self.assertEqual(self.glyphs.read(bitmap_reader(path)), "HELLO")
+        simulator.close()
+        self.assertIn(b"ZOOM= 3", simulator.file("QZ740.ini"))
+
+    def test_sharp_at_any_scale_factor(self):
+        for factor, zoom, pixel_size in (("1.25", 1, 1), ("1.5", 2, 3), ("2", 1, 2)):
+            with self.subTest(factor=factor, zoom=zoom):
+                simulator = self.start(self.listing("hello.bas", HELLO), env={"QT_SCALE_FACTOR": factor})
+                simulator.key("F5", *["F2"] * (zoom - simulator.zoom))
+                simulator.zoom = pixel_size
+                simulator.wait_for_text("HELLO")
+                self.assertTrue(simulator.is_sharp())
+                simulator.key(*["F1"] * (zoom - 1))
+                simulator.close()
+
+    def test_clipboard(self):
+        simulator = self.start()
+        simulator.key("F6")
+        simulator.type("2+3")
+        simulator.key("Return")
+        simulator.wait_for_text("5")
+        simulator.key("ctrl+c")
+        wait_until(lambda: self.screen.clipboard() == "5", "the result on the clipboard")
+        self.screen.set_clipboard("7*6")
+        simulator.key("ctrl+v", "Return")
+        simulator.wait_for_text("42")
+        simulator.close()
+
+    def test_dropped_file(self):
+        simulator = self.start()
+        hello = self.listing("dropped.bas", HELLO)
+        source = self.screen.start([PROGRAMS["drag_source"], hello])
+        window = self.screen.wait_for_window("Drag source")
+        self.screen.xdotool("mousemove", "--window", window, 50, 50, "mousedown", 1)
+        left, top = simulator.lcd_corner()
+        for x in (30, 40, 50):
+            self.screen.xdotool("mousemove", "--window", simulator.window, left + x, top + 40)
+        self.screen.xdotool("mouseup", 1)
+        simulator.wait_for_title("Quillon Simulator. [dropped.bas]")
+        source.terminate()
+        simulator.close()
+
+    def test_soft_keyboard(self):
+        simulator = self.start(self.listing("hello.bas", HELLO))
+        self.toggle_soft_keyboard(simulator)
+        keyboard = self.screen.wait_for_window("QZ-SIM SoftwareKeyboard")
+        main, soft = self.screen.geometry(simulator.window), self.screen.geometry(keyboard)
+        self.assertGreaterEqual(soft[1], main[1] + main[3])
+        simulator.key("F6")
+        simulator.wait_for_text("READY P0")
+        released = self.screen.pixels(keyboard).data
+        for row, column in SOFT_KEYS_ONE_PLUS_ONE:
+            self.screen.xdotool("mousemove", "--window", keyboard, 2 + SOFT_KEY * column + 16,
+                                2 + SOFT_ROW * row + 20, "mousedown", 1)
+            wait_until(lambda: self.screen.pixels(keyboard).data != released, "the key to be drawn pressed")
+            self.screen.xdotool("mouseup", 1)
+            wait_until(lambda: self.screen.pixels(keyboard).data == released, "the key to be drawn released")
+        simulator.wait_for_text("2")
+        self.toggle_soft_keyboard(simulator)
+        wait_until(lambda: not self.screen.find_windows("QZ-SIM SoftwareKeyboard"), "the soft keyboard to close")
+        simulator.close()
+
+    def test_keys_are_released_with_the_focus_and_alt_opens_no_menu(self):
+        simulator = self.start(self.listing("keys.bas", KEYS))
+        other = self.screen.start(["xmessage", "-name", "Other window", "-title", "Other window", "here"])
+        window = self.screen.wait_for_window("Other window")
+        simulator.focus()
+        simulator.key("alt", "F5")
+        simulator.wait_for_text("UP")
+        self.screen.xdotool("keydown", "a")
+        simulator.wait_for_text("DOWN")
+        self.screen.xdotool("windowactivate", "--sync", window)
+        simulator.wait_for_text("UP")
+        self.screen.xdotool("keyup", "a")
+        other.terminate()
+        simulator.close()
+
+    def test_faulty_listing(self):
+        simulator = self.start(self.listing("faulty.bas", "[P0]\n20 END\n10 END\n"))
+        box = self.screen.wait_for_window("^Error")
+        simulator.wait_for_title("Quillon Simulator. [faulty.bas]")
+        self.screen.xdotool("windowactivate", "--sync", box)
+        self.screen.xdotool("key", "Return")
+        wait_until(lambda: not self.screen.find_windows("^Error"), "the message to close")
+        simulator.close()
+
+    def test_termination_loses_nothing(self):
+        simulator = self.start()
+        simulator.key("F6")
+        simulator.type("a=123.5")
+        simulator.key("Return")
+        simulator.type("a")
+        simulator.key("Return")
+        simulator.wait_for_text("123.5")
+        simulator.process.terminate()
+        simulator.wait_for_end()
+        simulator = self.start()
+        simulator.key("F6")
+        simulator.type("a")
+        simulator.key("Return")
+        simulator.wait_for_text("123.5")
+        simulator.close()
+
+    def toggle_soft_keyboard(self, simulator: Simulator):
+        """By the menu: View, Soft keyboard."""
+        simulator.key("F10", "Right", "Right", "Down", "k")
+
+    def open_with_dialog(self, simulator: Simulator, path: str):
+        simulator.click(16, 40)
+        dialog = self.screen.wait_for_window("Open file")
+        self.screen.xdotool("windowactivate", "--sync", dialog)
+        self.screen.xdotool("type", "--delay", "20", path)
+
+        def closed():  # the list of completions may take the first Return
+            gone = not self.screen.find_windows("Open file")
+            if not gone:
+                self.screen.xdotool("key", "Return")
+            return gone
+
+        wait_until(closed, "the dialog to close")
+        simulator.focus()
+
+
+if __name__ == "__main__":
+    PROGRAMS = dict(zip(("quillon", "cli", "drag_source"), sys.argv[1:4]))
+    unittest.main(verbosity=2, argv=sys.argv[:1] + sys.argv[4:])
