@@ -14,7 +14,8 @@
 namespace quillon {
 namespace {
 
-constexpr int BUFFER_SIZE = 8192; ///< about 186 ms: none below 6 KB plays without a gap everywhere
+/// Bytes to ask for. Sound servers keep up to half of it for themselves, and with less than 6 KB left there are gaps.
+constexpr int BUFFER_SIZE = 16384;
 
 QAudioFormat tone_format() {
     QAudioFormat format;
@@ -29,6 +30,7 @@ QAudioFormat tone_format() {
 void ToneLoop::set_samples(std::span<const std::uint8_t> samples) {
     loop.assign(samples.begin(), samples.end());
     next = 0;
+    supplied_bytes = 0;
 }
 
 qint64 ToneLoop::bytesAvailable() const { return loop.empty() ? 0 : BUFFER_SIZE; }
@@ -43,12 +45,18 @@ qint64 ToneLoop::readData(char* data, qint64 size) {
         next = (next + count) % loop.size();
         done += static_cast<qint64>(count);
     }
+    supplied_bytes += done;
     return done;
 }
 
-SoundOutput::SoundOutput(QObject* parent) : QObject(parent) { tone.open(QIODevice::ReadOnly); }
+SoundOutput::SoundOutput(QObject* parent) : QObject(parent) {
+    tone.open(QIODevice::ReadOnly);
+    end_of_tone.setSingleShot(true);
+    end_of_tone.setTimerType(Qt::PreciseTimer);
+    connect(&end_of_tone, &QTimer::timeout, this, &SoundOutput::silence);
+}
 
-SoundOutput::~SoundOutput() { stop(); }
+SoundOutput::~SoundOutput() { silence(); }
 
 bool SoundOutput::open_device() {
     const QAudioDevice device = QMediaDevices::defaultAudioOutput();
@@ -60,16 +68,32 @@ bool SoundOutput::open_device() {
 }
 
 void SoundOutput::play(std::span<const std::uint8_t> wave_image) {
-    stop();
+    silence();
     if (wave_image.size() <= WAVE_HEADER_SIZE || (sink == nullptr && !open_device()))
         return;
     tone.set_samples(wave_image.subspan(WAVE_HEADER_SIZE));
+    since_play.start();
     sink->start(&tone);
     if (sink->error() != QAudio::NoError)
         sink.reset(); // the device has gone: the next tone looks for one anew
 }
 
+/// From what the device has taken, less what waits in its buffer.
+int SoundOutput::milliseconds_to_play() const {
+    constexpr qint64 LATENESS_MAX = 1000;
+    const qint64 heard = tone.supplied() - (sink->bufferSize() - sink->bytesFree());
+    return static_cast<int>(std::clamp<qint64>(since_play.elapsed() - heard * 1000 / SAMPLE_RATE, 0, LATENESS_MAX));
+}
+
 void SoundOutput::stop() {
+    if (sink != nullptr && sink->state() == QAudio::ActiveState)
+        end_of_tone.start(milliseconds_to_play());
+    else
+        silence();
+}
+
+void SoundOutput::silence() {
+    end_of_tone.stop();
     if (sink != nullptr)
         sink->reset();
 }

@@ -2,8 +2,10 @@
 // away, there is silence and nothing else happens.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QIODevice>
 #include <QObject>
+#include <QTimer>
 
 #include <cstdint>
 #include <memory>
@@ -20,6 +22,9 @@ public:
     /// Takes over the samples, to be played from the first one on.
     void set_samples(std::span<const std::uint8_t> samples);
 
+    /// Bytes handed on since then.
+    [[nodiscard]] qint64 supplied() const { return supplied_bytes; }
+
     [[nodiscard]] bool isSequential() const override { return true; }
     [[nodiscard]] qint64 bytesAvailable() const override;
 
@@ -30,6 +35,7 @@ protected:
 private:
     std::vector<std::uint8_t> loop;
     std::size_t next = 0;
+    qint64 supplied_bytes = 0;
 };
 
 class SoundOutput : public QObject {
@@ -43,13 +49,19 @@ public:
     /// first tone asks for it.
     void play(std::span<const std::uint8_t> wave_image);
 
+    /// Ends the tone when it has been heard for as long as it was meant to: a tone begins late by as much as the
+    /// device needs. One that follows meanwhile takes its place at once.
     void stop();
 
 private:
     bool open_device();
+    void silence();
+    [[nodiscard]] int milliseconds_to_play() const;
 
     ToneLoop tone;
     std::unique_ptr<QAudioSink> sink;
+    QElapsedTimer since_play;
+    QTimer end_of_tone;
 };
 
 } // namespace quillon
