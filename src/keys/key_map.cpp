@@ -182,4 +182,9 @@ void on_character(Machine& m, char character, int held_code) {
     m.held_key = held_code;
 }
 
+bool is_key_unread(const Machine& m) {
+    const bool typing = m.run_state == STATE_INPUT || m.run_state == STATE_COMMAND;
+    return typing && !m.key_string.empty() && m.key_string.view() != m.prev_key_string.view();
+}
+
 } // namespace quillon

@@ -21,4 +21,8 @@ void on_sys_key_down(Machine& m, int virtual_key);
 /// counts as down.
 void on_character(Machine& m, char character, int held_code);
 
+/// Whether a key is pending that the line editor has yet to see. So it is for a tick where a key begins an entry: it
+/// must neither be replaced nor come up before the next one.
+bool is_key_unread(const Machine& m);
+
 } // namespace quillon

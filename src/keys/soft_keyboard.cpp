@@ -2,6 +2,7 @@
 #include "keys/soft_keyboard.h"
 
 #include "core/machine.h"
+#include "keys/key_map.h"
 #include "keys/soft_keys.h"
 
 namespace quillon {
@@ -31,6 +32,7 @@ void clear_typed_key(Machine& m) {
 
 void type_key(Machine& m, const SoftKey& key) {
     m.key_string = std::string_view(key.text.data());
+    m.prev_key_string.clear();
     m.held_key = 0;
     m.soft_key_code = static_cast<unsigned char>(key.text[0]);
     m.soft_repeat_count = 0;
@@ -71,7 +73,7 @@ void press_action(Machine& m, const SoftKey& key) {
             m.host.run_command(COMMAND_STOP);
         break;
     case SoftKeyKind::AREA:
-        m.run_page = key.text[0];
+        m.run_page = static_cast<unsigned char>(key.text[0]);
         m.host.run_command(COMMAND_LINE);
         break;
     default: break;
@@ -157,7 +159,7 @@ void soft_keyboard_tick(Machine& m) {
     if (m.soft_held_kind == 0 && m.soft_mouse_down != 0) {
         m.soft_mouse_down = 0;
         press(m);
-    } else if (m.soft_mouse_up != 0) {
+    } else if (m.soft_mouse_up != 0 && !is_key_unread(m)) {
         m.soft_mouse_up = 0;
         if (m.soft_held_kind != 0)
             release(m);

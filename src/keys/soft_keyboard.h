@@ -17,7 +17,7 @@ void soft_mouse_down(Machine& m, int row, int column);
 void soft_mouse_up(Machine& m);
 
 /// One tick: carries out a press or a release, and repeats a character key that is held, first after ten ticks and
-/// then every other one.
+/// then every other one. A key that has just begun an entry comes up only after the line editor has seen it.
 void soft_keyboard_tick(Machine& m);
 
 /// The layer that the latches show, 0-5.

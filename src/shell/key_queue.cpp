@@ -18,14 +18,11 @@ bool same_key(const KeyEvent& a, const KeyEvent& b) {
            a.modifiers.ctrl == b.modifiers.ctrl && a.modifiers.alt == b.modifiers.alt;
 }
 
-/// A key is pending that the line editor has yet to see: the one that began an entry.
-bool key_unread(const Machine& m) {
-    const bool typing = m.run_state == STATE_INPUT || m.run_state == STATE_COMMAND;
-    return typing && !m.key_string.empty() && m.key_string.view() != m.prev_key_string.view();
-}
+/// An INPUT list is on its way to its next prompt, which the next tick shows: a key that came now would be nobody's.
+bool is_between_prompts(const Machine& m) { return m.run_state == STATE_RUN && m.stmt_kind == KIND_INPUT; }
 
 bool may_go_down(const KeyQueue& queue, const Machine& m, const KeyEvent& event) {
-    if (key_unread(m))
+    if (is_key_unread(m) || is_between_prompts(m))
         return false;
     const bool equal = !event.auto_repeat && queue.last_down && same_key(*queue.last_down, event);
     return !equal || !queue.key_in_last_tick;
@@ -79,6 +76,8 @@ std::optional<KeyEvent> next_key_down(KeyQueue& queue, const Machine& m) {
 
 void apply_key_down(KeyQueue& queue, Machine& m, const KeyEvent& event) {
     queue.last_down = event;
+    if (!event.auto_repeat)
+        m.prev_key_string.clear(); // a new press, though another key may have typed the same before
     key_up(queue, event.key);
     queue.down_keys.push_back(event.key);
     switch (event.kind) {
