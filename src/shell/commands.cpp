@@ -103,10 +103,21 @@ void stop(Simulator& s, int) {
     m.run_state = STATE_STOPPED;
 }
 
-// Listings.
+// Tracing and listings.
+
+/// Opening or closing, a statement that waits for its step is let go.
+void toggle_trace(Simulator& s, int) {
+    Machine& m = s.machine;
+    m.trace_mode = 1 - m.trace_mode;
+    m.trace_step_flag = 1;
+    m.trace_step_request = 0;
+    s.window.toggle_trace();
+}
 
 /// What a load leaves to be done: its fault told, the default skin, the title. True when the listing was loaded.
 bool finish_load(Simulator& s, LoadResult result) {
+    if (result == LoadResult::FAULTY && s.machine.trace_mode != 0)
+        toggle_trace(s, COMMAND_TRACE); // there is nothing left to trace
     if (result != LoadResult::LOADED)
         s.machine.host.show_message(s.machine.system_message.c_str(), MessageIcon::STOP);
     if (result == LoadResult::LOADED)
@@ -172,15 +183,6 @@ void toggle_overdrive(Simulator& s, int) {
     }
     m.overdrive = 1 - m.overdrive;
     s.window.refresh();
-}
-
-/// Opening or closing, a statement that waits for its step is let go.
-void toggle_trace(Simulator& s, int) {
-    Machine& m = s.machine;
-    m.trace_mode = 1 - m.trace_mode;
-    m.trace_step_flag = 1;
-    m.trace_step_request = 0;
-    s.window.toggle_trace();
 }
 
 void toggle_soft_keyboard(Simulator& s, int) {
