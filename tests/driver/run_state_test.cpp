@@ -148,19 +148,5 @@ TEST(RunStates, RunOffTheEndOfAFullArea) {
     EXPECT_EQ(t.m.variables[0].number, LINES_PER_AREA);
 }
 
-TEST(RunStates, OfTwoMachinesDoNotMeet) {
-    TestMachine one;
-    TestMachine other;
-    one.start("A=1\nFOR I=1 TO 3:NEXT I\nPRINT A;I");
-    other.start("A=5:GOSUB 30\nPRINT A\nRETURN");
-    for (int i = 0; i < 40; ++i) {
-        one.tick();
-        other.tick();
-    }
-    EXPECT_EQ(moment(one), "wait 0 4 [ 1 4]");
-    EXPECT_EQ(moment(other), "wait 0 2 [ 5]");
-    EXPECT_EQ(other.m.variables[8].kind, -1);
-}
-
 } // namespace
 } // namespace quillon::testing

@@ -1,7 +1,7 @@
 // Where files are looked for, by what the environment says and what is there.
 #include "shell/places.h"
 
-#include "tests/shell/temp_folder.h"
+#include "tests/support/temporary_file.h"
 
 #include <gtest/gtest.h>
 

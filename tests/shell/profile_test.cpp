@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+
 namespace quillon::testing {
 namespace {
 
@@ -68,21 +70,8 @@ TEST(Profile, KeepsOrderAndWholeLines) {
     EXPECT_EQ(profile.sections[2].name, "A");
 }
 
-TEST(Profile, TakesAnyBytes) {
-    std::string bytes;
-    for (int i = 0; i < 256 * 40; ++i)
-        bytes += static_cast<char>((i * 7 + i / 256) % 256);
-    const Profile profile = parse_profile(bytes + std::string("\n[Q\0S]\nK\0Y=\0\n", 13) + std::string(100000, '['));
-    ASSERT_GE(profile.sections.size(), 1U);
-    EXPECT_EQ(profile.sections.back().name.size(), 99999U);
-}
-
 TEST(Profile, ReadsIntegers) {
-    struct Row {
-        const char* value;
-        int number;
-    };
-    const Row rows[] = {
+    const std::pair<const char*, int> rows[] = {
         {"5", 5},
         {"-12", -12},
         {"+7", 7},
@@ -95,17 +84,17 @@ TEST(Profile, ReadsIntegers) {
         {"- 5", 0},
         {"007", 7},
         {"0x1F", 31},
-        {"0X00b0C86e", 0xB0C86E},
         {"0x", 0},
         {"0xG", 0},
         {"1x5", 1},
-        {"2147483647", 2147483647},
-        {"-2147483648", -2147483647 - 1},
-        {"99999999999999999999999", 2147483647},
-        {"-99999999999999999999999", -2147483647 - 1},
+        {"0X00b0C86e", 0xB0C86E},
+        {"2147483647", INT_MAX},
+        {"-2147483648", INT_MIN},
+        {"99999999999999999999999", INT_MAX},
+        {"-99999999999999999999999", INT_MIN},
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(parse_profile_integer(row.value), row.number) << row.value;
+    for (const auto& [value, number] : rows)
+        EXPECT_EQ(parse_profile_integer(value), number) << value;
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // The list of recent listings: its order, its limits and its file.
 #include "shell/recent_listings.h"
 
-#include "tests/shell/temp_folder.h"
+#include "tests/support/temporary_file.h"
 
 #include <gtest/gtest.h>
 

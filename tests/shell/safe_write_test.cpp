@@ -5,7 +5,7 @@
 #include "shell/saved_values.h"
 #include "shell/settings.h"
 #include "tests/shell/failing_calls.h"
-#include "tests/shell/temp_folder.h"
+#include "tests/support/temporary_file.h"
 
 #include <gtest/gtest.h>
 
@@ -173,24 +173,6 @@ TEST(SafeWrite, GoesOnAfterShortWritesAndSignals) {
     }
 }
 
-TEST(SafeWrite, SurvivesAnEndOfRoom) {
-    const TempFolder folder;
-    ::chmod(folder.path.c_str(), 0777);
-    put_file(folder / "file", OLD);
-    ::chmod((folder / "file").c_str(), 0666);
-    const auto write_with_room = [&](rlim_t bytes) {
-        const rlimit room{bytes, bytes};
-        ::signal(SIGXFSZ, SIG_IGN);
-        ::setrlimit(RLIMIT_FSIZE, &room);
-        return safe_write(folder / "file", NEW);
-    };
-    EXPECT_FALSE(run_as_a_user([&] { return write_with_room(NEW.size() - 1); }));
-    EXPECT_EQ(get_file(folder / "file"), OLD);
-    EXPECT_EQ(folder.names(), Names{"file"});
-    EXPECT_TRUE(run_as_a_user([&] { return write_with_room(NEW.size()); }));
-    EXPECT_EQ(get_file(folder / "file"), NEW);
-}
-
 TEST(SafeWrite, KeepsPermissions) {
     const TempFolder folder;
     const mode_t mask = ::umask(027);
@@ -245,29 +227,6 @@ TEST(SafeWrite, FollowsLinks) {
     std::filesystem::create_symlink("round", folder / "round");
     EXPECT_FALSE(safe_write(folder / "round", NEW));
     EXPECT_EQ(folder.names(), (Names{"away", "first", "round", "to nothing"}));
-}
-
-TEST(SafeWrite, KeepsEveryOldFile) {
-    const TempFolder folder;
-    for (const char* bytes : {"1", "2", "3"})
-        EXPECT_TRUE(safe_write_keeping_old(folder / "file", bytes));
-    EXPECT_EQ(get_file(folder / "file"), "3");
-    EXPECT_EQ(get_file(folder / "file.bad"), "1");
-    EXPECT_EQ(get_file(folder / "file.bad1"), "2");
-    EXPECT_EQ(folder.names().size(), 3U);
-}
-
-TEST(SafeWrite, TakesTheFirstFreeName) {
-    const TempFolder folder;
-    const std::vector<std::string> names = {folder / "0", folder / "1", folder / "2"};
-    for (const char* bytes : {"a", "b"})
-        EXPECT_EQ(write_new_file(names, bytes), NewFile::WRITTEN);
-    std::filesystem::remove(folder / "0");
-    EXPECT_EQ(write_new_file(names, "c"), NewFile::WRITTEN);
-    std::filesystem::create_symlink("nowhere", folder / "2"); // a name that is taken, though no file is there
-    EXPECT_EQ(write_new_file(names, "d"), NewFile::NO_FREE_NAME);
-    EXPECT_EQ(get_file(folder / "0") + get_file(folder / "1"), "cb");
-    EXPECT_EQ(folder.names(), (Names{"0", "1", "2"}));
 }
 
 TEST(SafeWrite, SeveralWritersMixNothing) {

@@ -2,7 +2,7 @@
 #include "shell/settings.h"
 
 #include "core/machine.h"
-#include "tests/shell/temp_folder.h"
+#include "tests/support/temporary_file.h"
 
 #include <gtest/gtest.h>
 
@@ -20,55 +20,42 @@ using Numbers = std::vector<int>;
 
 LoadedSettings parse_lines(const std::string& lines) { return parse_settings("[QZS]\n" + lines + "\n"); }
 
-const std::string DEFAULT_TEXT = R"([QZS]
-EDITOR = "notepad.exe"
-LASTFILE = ""
-FILETYPE = 0
-MODE = 0
-RUNPAGE= 0
-TIMER= 30
-ZOOM= 1
-INPUTMODE= 1
-WAITPRINTSC_INI= 64
-WAITPRINTSC= 24
-CURSOR_INT= 13
-PCMBEEP= 1
-PALETTE= "0xRRGGBB"
-PAL_ON = 0x001900
-PAL_OFF = 0x90b068
-PAL_BG = 0xb0c86e
-DECIMAL = -1
-INTEGER = -1
-FIXED= 9
-STARTMODE= 0
-BEEPVOLUME= 10
-SOFTKEY= 0
-)";
+/// The file's text to the byte: as it is with nothing set, or with everything.
+std::string written_text(bool all_set) {
+    const char* const rows[][3] = {
+        // clang-format off
+        {"EDITOR = ", R"("notepad.exe")", R"("/opt/my editor")"},
+        {"LASTFILE = ", R"("")", R"("/home/me/a.bas")"},
+        {"FILETYPE = ", "0", "2"},
+        {"MODE = ", "0", "1"},
+        {"RUNPAGE= ", "0", "9"},
+        {"TIMER= ", "30", "5"},
+        {"ZOOM= ", "1", "8"},
+        {"INPUTMODE= ", "1", "0"},
+        {"WAITPRINTSC_INI= ", "64", "7"},
+        {"WAITPRINTSC= ", "24", "3"},
+        {"CURSOR_INT= ", "13", "83"},
+        {"PCMBEEP= ", "1", "1"},
+        {"PALETTE= ", R"("0xRRGGBB")", R"("0xRRGGBB")"},
+        {"PAL_ON = ", "0x001900", "0xff8000"},
+        {"PAL_OFF = ", "0x90b068", "0x000001"},
+        {"PAL_BG = ", "0xb0c86e", "0xffffff"},
+        {"DECIMAL = ", "-1", "9"},
+        {"INTEGER = ", "-1", "8"},
+        {"FIXED= ", "9", "18"},
+        {"STARTMODE= ", "0", "1"},
+        {"BEEPVOLUME= ", "10", "0"},
+        {"SOFTKEY= ", "0", "1"},
+        // clang-format on
+    };
+    std::string text = "[QZS]\n";
+    for (const auto& [key, unset, set] : rows)
+        text += std::string(key) + (all_set ? set : unset) + "\n";
+    return text;
+}
 
-const std::string OTHER_TEXT = R"([QZS]
-EDITOR = "/opt/my editor"
-LASTFILE = "/home/me/a.bas"
-FILETYPE = 2
-MODE = 1
-RUNPAGE= 9
-TIMER= 5
-ZOOM= 8
-INPUTMODE= 0
-WAITPRINTSC_INI= 7
-WAITPRINTSC= 3
-CURSOR_INT= 83
-PCMBEEP= 1
-PALETTE= "0xRRGGBB"
-PAL_ON = 0xff8000
-PAL_OFF = 0x000001
-PAL_BG = 0xffffff
-DECIMAL = 9
-INTEGER = 8
-FIXED= 18
-STARTMODE= 1
-BEEPVOLUME= 0
-SOFTKEY= 1
-)";
+const std::string DEFAULT_TEXT = written_text(false);
+const std::string OTHER_TEXT = written_text(true);
 
 TEST(Settings, AreWrittenToTheByte) {
     EXPECT_EQ(settings_text(Settings{}), DEFAULT_TEXT);
@@ -121,30 +108,16 @@ TEST(Settings, NumbersHaveTheirRanges) {
     }
 }
 
-TEST(Settings, MessagesComeInOrder) {
-    const auto [settings, messages] =
-        parse_lines("FIXED=x99\nDECIMAL=10\nINTEGER=9\nFIXED=99\nZOOM=9\nTIMER=\nRUNPAGE=10");
-    EXPECT_EQ(messages, (Numbers{0, 1, 2, 3, 4})); // the first FIXED counts, and is 0
-    EXPECT_EQ(settings.set_g_digits, 0);
-    EXPECT_EQ(settings.timer_interval, 30);
-}
-
 TEST(Settings, ReadsColours) {
-    struct Row {
-        const char* value;
-        Colour colour;
-    };
-    const Row rows[] = {
+    const std::pair<const char*, Colour> rows[] = {
         {"0xABCDEF", 0xABCDEF}, {"0xff123456", 0x123456}, {"0X00ff", 0xFF}, {"255", 0xFF},
         {"\"0x10\"", 0x10},     {"-1", 0xFFFFFF},         {"red", 0},       {"0xffffffffffffffff", 0xFFFFFF},
     };
-    for (const Row& row : rows) {
-        for (Colour Settings::*field : {&Settings::pal_on, &Settings::pal_off, &Settings::pal_bg}) {
-            const char* key = field == &Settings::pal_on    ? "PAL_ON"
-                              : field == &Settings::pal_off ? "pal_off"
-                                                            : "Pal_Bg";
-            EXPECT_EQ(parse_lines(key + std::string("=") + row.value).settings.*field, row.colour) << row.value;
-        }
+    for (const auto& [value, colour] : rows) {
+        const Settings settings =
+            parse_lines("PAL_ON=" + std::string(value) + "\npal_off=" + value + "\nPal_Bg=" + value).settings;
+        for (const Colour read : {settings.pal_on, settings.pal_off, settings.pal_bg})
+            EXPECT_EQ(read, colour) << value;
     }
 }
 

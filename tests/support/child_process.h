@@ -1,6 +1,8 @@
 // The built program `quillon-cli` as a child process: what it writes, how it ends, and its pipes while it runs.
 #pragma once
 
+#include "tests/support/temporary_file.h"
+
 #include <string>
 #include <string_view>
 #include <sys/types.h>
@@ -35,12 +37,10 @@ public:
     Outcome finish();
 
 private:
-    bool read_more(std::string* out, std::string* err);
-
+    TempFolder folder_; ///< of its standard error
     pid_t pid_ = -1;
     int input_ = -1;
     int output_ = -1;
-    int errors_ = -1;
 };
 
 /// Runs quillon-cli to its end.
