@@ -1,52 +1,22 @@
-// The host's commands RUN, STOP and page selection, from every state.
-#include "tests/support/scripts.h"
-
+// RUN and STOP from every state, and what the window asks for beside the commands. What each command changes, by its
+// number, is tested through the driving protocol.
 #include "shell/commands.h"
+#include "tests/support/scripts.h"
 
 #include <gtest/gtest.h>
 
 namespace quillon::testing {
 namespace {
 
-/// A machine in the middle of a program, with everything set that a start has to clear.
+/// A machine in the middle of a program.
 void make_used(TestMachine& t) {
-    t.load(
-        "[P0]\n10 FOR I=1 TO 9:GOSUB 20\n20 PRINT \"ABCDEFGHIJKLMNOP\";:PRINT\n30 DATA 1\n[P4]\n5 DATA 2,3\n7 A=1\n");
+    t.load("[P0]\n10 FOR I=1 TO 9:GOSUB 20\n20 PRINT \"ABCDEFGHIJKLMNOP\";:PRINT\n[P4]\n7 A=A+1\n");
     play(t, "run 3 exe");
     t.m.error_detail = "left over";
-    t.m.print_clear_pending = 1;
-    t.m.program_ended = 1;
-    t.m.saved_token = TOKEN_COLON;
-    t.m.saved_stmt_kind = KIND_PRINT;
-    t.m.kind_after_scroll = KIND_PRINT;
-    t.m.state_after_scroll = STATE_PRINT_WAIT;
+    t.m.program_ended = t.m.print_clear_pending = 1;
     t.m.wait_counter = 9;
-    t.m.print_mode = 1;
-    t.m.angle_unit = ANGLE_RAD;
     t.m.variables[0].kind = 0;
     t.m.variables[0].number = 42;
-}
-
-void expect_clean_start(const TestMachine& t) {
-    EXPECT_EQ(t.display(), "");
-    EXPECT_EQ(t.m.display_cursor, 0);
-    EXPECT_EQ(t.m.display_offset, 0);
-    EXPECT_EQ(t.m.stmt_kind, KIND_NONE);
-    EXPECT_TRUE(t.m.error_detail.empty());
-    EXPECT_EQ(t.m.error_code, ERROR_NONE);
-    EXPECT_EQ(t.m.for_depth, 0);
-    EXPECT_EQ(t.m.gosub_depth, 0);
-    EXPECT_EQ(t.m.print_clear_pending, 0);
-    EXPECT_EQ(t.m.program_ended, 0);
-    EXPECT_EQ(t.m.saved_token, 0);
-    EXPECT_EQ(t.m.saved_stmt_kind, KIND_NONE);
-    EXPECT_EQ(t.m.kind_after_scroll, KIND_NONE);
-    EXPECT_EQ(t.m.state_after_scroll, STATE_RUN);
-    EXPECT_EQ(t.m.wait_counter, 0);
-    EXPECT_EQ(t.m.print_mode, 0);
-    EXPECT_EQ(t.m.cur_line, 0);
-    EXPECT_EQ(t.m.angle_unit, ANGLE_RAD) << "outlives a start";
-    EXPECT_EQ(t.m.variables[0].number, 42) << "outlives a start";
 }
 
 TEST(HostRun, StartsTheSelectedAreaCleanlyFromEveryState) {
@@ -58,33 +28,14 @@ TEST(HostRun, StartsTheSelectedAreaCleanlyFromEveryState) {
         make_used(t);
         t.m.run_state = state;
         t.m.base_state = STATE_COMMAND;
-        run_host_command(*t.simulator, COMMAND_PAGE_0 + 4);
+        t.m.run_page = 4;
         run_host_command(*t.simulator, COMMAND_RUN);
-        expect_clean_start(t);
-        EXPECT_EQ(t.m.run_state, STATE_RUN);
-        EXPECT_EQ(t.m.base_state, STATE_RUN);
-        EXPECT_EQ(t.m.prev_state, STATE_SELECT);
-        EXPECT_EQ(t.m.cur_area, 4);
-        EXPECT_EQ(t.m.data_index[static_cast<std::size_t>(t.m.data_pos)].kind, DataItem::LINE);
-        EXPECT_EQ(t.m.data_index[static_cast<std::size_t>(t.m.data_pos)].arg, 5) << "the first DATA of P4";
+        EXPECT_EQ(t.m.print_clear_pending, 0);
+        EXPECT_EQ(t.m.display_offset, 0);
         t.tick(2);
-        EXPECT_EQ(t.m.variables[0].number, 1);
+        EXPECT_EQ(moment(t), "ended 0 0 []");
+        EXPECT_EQ(t.m.variables[0].number, 43) << "variables outlive a start";
     }
-}
-
-TEST(HostRun, GoesOnAfterAStop) {
-    TestMachine t;
-    make_used(t);
-    t.m.program_ended = 0;
-    t.m.run_state = STATE_STOPPED;
-    t.m.saved_run_state = STATE_PRINT_WAIT;
-    const int depth = t.m.gosub_depth;
-    run_host_command(*t.simulator, COMMAND_RUN);
-    EXPECT_EQ(t.m.run_state, STATE_PRINT_WAIT);
-    EXPECT_EQ(t.m.prev_state, STATE_STOPPED);
-    EXPECT_EQ(t.m.gosub_depth, depth);
-    EXPECT_EQ(t.m.error_detail.view(), "left over");
-    EXPECT_EQ(t.display(), "");
 }
 
 TEST(HostRun, LeadsToCommandModeWhereTheAreaIsEmpty) {
@@ -94,40 +45,30 @@ TEST(HostRun, LeadsToCommandModeWhereTheAreaIsEmpty) {
         make_used(t);
         ASSERT_TRUE(t.load(listing));
         t.m.error_detail = "left over";
-        run_host_command(*t.simulator, COMMAND_PAGE_0 + 6);
+        t.m.run_page = 6;
         run_host_command(*t.simulator, COMMAND_RUN);
-        EXPECT_EQ(moment(t), "command 0 0 []");
+        for (int tick = 0; tick < 2; ++tick, t.tick(5))
+            EXPECT_EQ(moment(t), "command 0 0 []");
         EXPECT_EQ(t.m.base_state, STATE_COMMAND);
         EXPECT_EQ(t.m.error_code, ERROR_NONE);
         EXPECT_TRUE(t.m.error_detail.empty());
-        t.tick(5);
-        EXPECT_EQ(moment(t), "command 0 0 []");
-    }
-}
-
-TEST(HostRun, RefreshesAnOpenTraceWindow) {
-    for (const int trace_mode : {0, 1}) {
-        TestMachine t;
-        int refreshed = 0;
-        t.load("[P0]\n10 A=1\n");
-        t.m.trace_mode = trace_mode;
-        t.m.host.refresh_trace = [&refreshed] { ++refreshed; };
-        run_host_command(*t.simulator, COMMAND_RUN);
-        EXPECT_EQ(refreshed, trace_mode);
     }
 }
 
 TEST(HostRun, NeedsAListing) {
-    TestMachine t;
-    run_host_command(*t.simulator, COMMAND_RUN);
-    EXPECT_EQ(t.messages, std::vector<std::string>{"SYSTEM 3\x01"});
-    EXPECT_EQ(t.m.run_state, STATE_SELECT);
-    make_used(t);
-    EXPECT_FALSE(t.load("[P0]\n10 A=1\nx\n"));
-    run_host_command(*t.simulator, COMMAND_RUN);
-    EXPECT_EQ(t.messages.size(), 2U) << "nothing of a refused listing runs, nor of the one before it";
-    EXPECT_EQ(t.m.run_state, STATE_SELECT);
-    EXPECT_EQ(t.display(), "");
+    for (const bool refused : {false, true}) {
+        TestMachine t;
+        if (refused) {
+            make_used(t);
+            EXPECT_FALSE(t.load("[P0]\n10 A=1\nx\n"));
+        }
+        run_host_command(*t.simulator, COMMAND_RUN);
+        EXPECT_EQ(t.messages, std::vector<std::string>{"SYSTEM 3\x01"});
+        EXPECT_EQ(t.m.run_state, STATE_SELECT) << "nothing of a refused listing runs, nor of the one before it";
+        t.m.run_state = STATE_RUN;
+        run_host_command(*t.simulator, COMMAND_STOP);
+        EXPECT_EQ(t.m.run_state, STATE_RUN);
+    }
 }
 
 TEST(HostStop, HaltsWhatRuns) {
@@ -148,12 +89,11 @@ TEST(HostStop, HaltsWhatRuns) {
         SCOPED_TRACE(row.from);
         TestMachine t;
         t.load("[P3]\n10 A=1\n120 PRINT \"XYZ\",1\n");
-        run_host_command(*t.simulator, COMMAND_PAGE_0 + 3);
+        t.m.run_page = 3;
         play(t, "run 2");
         ASSERT_EQ(moment(t), "wait 7 3 [XYZ]");
         t.m.run_state = row.from;
-        t.m.prev_state = t.m.saved_run_state = UNTOUCHED;
-        t.m.saved_token = t.m.saved_stmt_kind = UNTOUCHED;
+        t.m.prev_state = t.m.saved_run_state = t.m.saved_token = t.m.saved_stmt_kind = UNTOUCHED;
         run_host_command(*t.simulator, COMMAND_STOP);
         EXPECT_EQ(t.m.run_state, row.to);
         EXPECT_EQ(t.m.saved_run_state, row.saved_run_state);
@@ -161,36 +101,58 @@ TEST(HostStop, HaltsWhatRuns) {
         EXPECT_EQ(t.m.prev_state, acted ? row.from : UNTOUCHED);
         EXPECT_EQ(t.m.saved_token, acted ? ',' : UNTOUCHED);
         EXPECT_EQ(t.m.saved_stmt_kind, acted ? KIND_PRINT : UNTOUCHED);
-        EXPECT_EQ(t.display(), acted && row.to == STATE_LINE_SHOWN ? "P3-120" : "XYZ");
-        EXPECT_EQ(t.m.display_cursor, acted && row.to == STATE_LINE_SHOWN ? 6 : 3);
+        const bool shown = acted && row.to == STATE_LINE_SHOWN;
+        EXPECT_EQ(t.display(), shown ? "P3-120" : "XYZ");
+        EXPECT_EQ(t.m.display_cursor, shown ? 6 : 3);
+    }
+    TestMachine past_its_end;
+    past_its_end.start(R"(PRINT "ABCDEFGHIJKLMNOP")");
+    play(past_its_end, "1 exe stop");
+    EXPECT_EQ(past_its_end.visible(), "P0-0        ");
+}
+
+TEST(Window, TitleNamesTheListing) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"", "Quillon Simulator."},
+        {"test.bas", "Quillon Simulator. [test.bas]"},
+        {"C:\\basic\\100%s \xE3\x82\xA1.bas", "Quillon Simulator. [100%s \xE3\x82\xA1.bas]"},
+        {"/home/me/a b.bas", "Quillon Simulator. [a b.bas]"},
+    };
+    for (const auto& [path, title] : rows) {
+        TestMachine t;
+        t.simulator->settings.last_file = path;
+        EXPECT_EQ(window_title(*t.simulator), title);
     }
 }
 
-TEST(HostStop, DoesNothingWithoutAListing) {
-    TestMachine t;
-    t.m.run_state = STATE_RUN;
-    run_host_command(*t.simulator, COMMAND_STOP);
-    EXPECT_EQ(t.m.run_state, STATE_RUN);
-}
-
-TEST(HostStop, ShowsWhereALongPrintStands) {
-    TestMachine t;
-    t.start(R"(PRINT "ABCDEFGHIJKLMNOP")");
-    play(t, "1 exe stop");
-    EXPECT_EQ(t.visible(), "P0-0        ") << "the program has passed its last line";
-    t.start(R"(PRINT "ABCDEFGHIJKLMNOP":A=1)");
-    play(t, "1 exe stop");
-    EXPECT_EQ(t.visible(), "P0-10       ");
-}
-
-TEST(PageSelection, SetsTheAreaAndNothingElse) {
-    TestMachine t;
-    make_used(t);
-    const std::string before = moment(t);
-    run_host_command(*t.simulator, COMMAND_PAGE_0 + 4);
-    EXPECT_EQ(t.m.run_page, 4);
-    EXPECT_EQ(t.m.cur_area, 0);
-    EXPECT_EQ(moment(t), before);
+TEST(Window, CallsTheEditorWithTheListingAsItIs) {
+    struct Row {
+        const char* editor;
+        const char* listing;
+        const char* call; ///< or the message
+    };
+    const Row rows[] = {
+        {"ed -n  --x", "/home/a b/\"x\" $(rm).bas", "ed|-n|--x|/home/a b/\"x\" $(rm).bas|"},
+        {"notepad.exe", "a.bas", "xdg-open|a.bas|"},
+        {"C:\\windows\\notepad.exe", "a.bas", "xdg-open|a.bas|"},
+        {"", "a.bas", "SYSTEM 10\x01"},
+        {"", "", "SYSTEM 10\x01"},
+        {"ed", "", "SYSTEM 3\x01"},
+    };
+    for (const Row& row : rows) {
+        TestMachine t;
+        t.simulator->settings.editor = row.editor;
+        t.simulator->settings.last_file = row.listing;
+        std::string told;
+        if (const auto call = editor_call(*t.simulator)) {
+            told = call->program + "|";
+            for (const std::string& argument : call->arguments)
+                told += argument + "|";
+        }
+        for (const std::string& message : t.messages)
+            told += message;
+        EXPECT_EQ(told, row.call);
+    }
 }
 
 } // namespace

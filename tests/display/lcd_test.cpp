@@ -1,0 +1,232 @@
+// The LCD's picture: every character dot by dot, offsets, indicators by state and in their order, colours, and that
+// nothing is drawn where nothing has changed. The font and the places of the sprites stand here a second time.
+#include "display/lcd.h"
+
+#include "display/sprite_table.h"
+#include "shell/skins.h"
+#include "tests/support/test_machine.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <random>
+#include <set>
+
+namespace quillon::testing {
+namespace {
+
+/// The dots of the characters 0x20 to 0x9F, eight on a line: seven rows from the top, two hexadecimal digits each, 0x10
+/// the leftmost dot.
+constexpr std::string_view FONT =
+    "00000000000000040404040400040A0A0A000000000A0A1F0A1F0A0A040F140E051E04181902040813030C12140815120D0C040800000000"
+    "02040808080402080402020204080004150E1504000004041F040400000000000C04080000001F00000000000000000C0C00010204081000"
+    "0E11131519110E040C040404040E0E11010204081F1F02040201110E02060A121F02021F101E0101110E0608101E11110E1F010204040404"
+    "0E11110E11110E0E11110F01020C000C0C000C0C00000C0C000C04080204081008040200001F001F0000080402010204080E110102040004"
+    "0E11010D15150E0E11111F1111111E11111E11111E0E11101010110E1C12111111121C1F10101E10101F1F10101E1010100E11101711110F"
+    "1111111F1111110E04040404040E0702020202120C111214181412111010101010101F111B1515111111111119151311110E11111111110E"
+    "1E11111E1010100E11111115120D1E11111E1412110E11100E01110E1F0404040404041111111111110E11111111110A0411111115151B11"
+    "11110A040A111111110A040404041F01020408101F0E08080808080E110A1F041F04040E02020202020E040E15040404040000000000001F"
+    "04080C0000000000000E010F110F1010161911110E00000E1010110E01010D1311110F00000E111F100E0205040E04040400000F110F010E"
+    "1010161911111104000C0404040E0200020202120C0808090A0C0A090C04040404040E00001A151515150000161911111100000E1111110E"
+    "00001E111E101000000F110F010100000B0C08080800000F100E011E00040E040405020000111111130D00001111110A040000111115150A"
+    "00001906040C130000110906041800001F0204081F0204040804040204040400040404080404020404080000000D16000002060E1E0E0602"
+    "0000000000001F000204081F001F00081F041F0200000804021F001F0004081F08040004040404150E040004021F02040000001F0A0A0A13"
+    "000E1111110E00001F1111111F000000040A1F000000110A040A11000004001F00040000001E101C101E0000000C0C00000C12120C000000"
+    "040E1F1F15040E000A1F1F0E040000040E1F0E04000E041F1F04040E1F1F1F1F1F1F1F1F11080408111F0E1111110A0A1B000012121D1010"
+    "001008040201000000000000000000000000000000000A1F1F1F0E0407001C101C101C000E0E1F1F040E00040E1F1F040E00040E1F1F0E04";
+
+constexpr Colour LIT = 0x001900, UNLIT = 0x90B068, BACKGROUND = 0xB0C86E, HALF = 0x486434;
+
+bool documented_dot(int code, int column, int row) {
+    const std::string digits(FONT.substr(static_cast<std::size_t>((code - 0x20) * 14 + row * 2), 2));
+    return (std::stoi(digits, nullptr, 16) & (0x10 >> column)) != 0;
+}
+
+struct Lcd : TestMachine {
+    Lcd() { load_skin(*simulator, ""); }
+
+    bool render() { return render_lcd(simulator->lcd, m); }
+
+    void show(std::string_view text) {
+        std::fill_n(m.display_line, DISPLAY_LINE_SIZE, ' ');
+        std::copy(text.begin(), text.end(), m.display_line);
+    }
+
+    [[nodiscard]] Colour pixel(int x, int y) const {
+        const Canvas& canvas = simulator->lcd.canvas;
+        return canvas.pixels.at(pixel_index(canvas, x, y)) & 0xFFFFFFU;
+    }
+
+    /// Whether the whole cell, gaps between the dots included, looks as the font says.
+    [[nodiscard]] bool shows(int cell, char character) const {
+        const int code = static_cast<unsigned char>(character);
+        for (int y = 0; y < 42; ++y) {
+            for (int x = 0; x < 32; ++x) {
+                const bool in_dot = x >= 1 && x < 26 && x % 5 != 0 && y % 6 != 5;
+                const Colour dot = in_dot && documented_dot(code, x / 5, y / 6) ? LIT : UNLIT;
+                if (pixel(8 + 32 * cell + x, 40 + y) != (in_dot ? dot : BACKGROUND))
+                    return false;
+            }
+        }
+        return true;
+    }
+};
+
+TEST(LcdCharacters, ShowEveryDotOfTheFont) {
+    static_assert(FONT.size() == 128 * 14);
+    for (int first = 0x20; first < 0xA0; first += 12) {
+        SCOPED_TRACE(first);
+        std::string text;
+        for (int code = first; code < first + 12; ++code)
+            text += static_cast<char>(std::min(code, 0x9F));
+        Lcd lcd;
+        lcd.show(text);
+        EXPECT_TRUE(lcd.render());
+        for (int cell = 0; cell < 12; ++cell)
+            EXPECT_TRUE(lcd.shows(cell, text[static_cast<std::size_t>(cell)])) << "cell " << cell;
+    }
+}
+
+/// The sprites again: where they lie in a skin of 512 x 480 pixels with y from the top. The first is the panel, 128.
+constexpr Rectangle SPRITES[] = {
+    {120, 8, 392, 88}, {0, 84, 32, 12},  {32, 84, 32, 12}, {64, 84, 28, 12}, {92, 84, 28, 12},  {0, 52, 36, 28},
+    {36, 52, 36, 28},  {72, 68, 20, 12}, {92, 68, 20, 12}, {72, 52, 16, 16}, {88, 52, 16, 16},  {0, 40, 40, 12},
+    {40, 40, 40, 12},  {0, 28, 96, 12},  {0, 16, 96, 12},  {0, 4, 96, 12},   {104, 52, 16, 16}, {104, 36, 16, 16},
+};
+
+void copy_sprite(Canvas& target, const Canvas& skin, int x, int y, const Rectangle& from) {
+    for (int row = 0; row < from.height; ++row)
+        for (int column = 0; column < from.width; ++column)
+            target.pixels.at(pixel_index(target, x + column, y + row)) =
+                skin.pixels.at(pixel_index(skin, from.x + column, from.y + row));
+}
+
+/// The first visible column: the line scrolls for a cursor beyond it, one sooner where a cursor is shown behind text.
+int expected_offset(const Machine& m) {
+    const int width = m.run_state == STATE_INPUT || m.run_state == STATE_COMMAND ? 11 : 12;
+    return m.display_cursor > width && m.display_cursor < 510 ? m.display_cursor - width : 0;
+}
+
+/// The whole picture drawn the plain way: the panel, twelve cells, eight indicators one over the other. Their names, as
+/// far as they are lit, go to `lit`.
+Canvas drawn_plainly(const Canvas& skin, const Machine& m, std::vector<std::string_view>& lit) {
+    Canvas canvas = make_canvas(392, 88, 0);
+    copy_sprite(canvas, skin, 0, 0, SPRITES[0]);
+    for (int cell = 0; cell < 12; ++cell) {
+        int code = static_cast<unsigned char>(m.display_line[expected_offset(m) + cell]);
+        code = code < 0x20 || code > 0x9F ? 0x94 : code;
+        copy_sprite(canvas, skin, 8 + 32 * cell, 40, {code % 16 * 32, 432 - 48 * (code / 16 - 2), 32, 42});
+    }
+    struct Indicator {
+        int x, y, first, state;
+        const char* names[3];
+    };
+    const bool stop = m.run_state == 1 || m.run_state == 3 || m.run_state == 8;
+    const Indicator indicators[] = {
+        {4, 16, 129, m.ctrl_flag, {"", "EXT", ""}},         {32, 4, 137, m.shift_flag, {"", "S", ""}},
+        {32, 20, 144, m.alt_flag, {"", "F", ""}},           {48, 8, 133, m.run_state == 5 ? 1 : 0, {"RUN", "WRT", ""}},
+        {84, 16, 141, m.angle_unit, {"DEG", "RAD", "GRA"}}, {184, 16, 135, m.trace_mode, {"", "TR", ""}},
+        {296, 16, 131, m.print_mode, {"", "PRT", ""}},      {332, 16, 139, stop ? 1 : 0, {"", "STOP", ""}},
+    };
+    lit.clear();
+    for (const auto& [x, y, first, state, names] : indicators) {
+        copy_sprite(canvas, skin, x, y, SPRITES[first + state - 128]);
+        if (*names[state] != 0)
+            lit.emplace_back(names[state]);
+    }
+    return canvas;
+}
+
+/// A skin in which no two places look the same, so that a pixel from a wrong place shows.
+IndexedImage speckled_skin() {
+    IndexedImage image = make_indexed_image(512, 480, 0);
+    std::minstd_rand random(7);
+    for (std::uint8_t& pixel : image.pixels)
+        pixel = static_cast<std::uint8_t>(random() >> 8);
+    for (std::size_t i = 0; i < 256; ++i)
+        image.palette[i] = static_cast<Colour>(random() & 0xFFFFFFU);
+    return image;
+}
+
+/// Whatever changes, in whatever order: each picture is the one that drawing all of it would give.
+TEST(LcdPicture, IsTheSamePartByPartAsDrawnWhole) {
+    std::minstd_rand random(11);
+    const auto below = [&random](int n) { return static_cast<int>(random() / 64 % static_cast<unsigned>(n)); };
+    Lcd lcd;
+    Machine& m = lcd.m;
+    Canvas before = lcd.simulator->lcd.canvas;
+    std::vector<std::string_view> lit;
+    for (int round = 0; round < 1000; ++round) {
+        SCOPED_TRACE(round);
+        if (round == 300)
+            install_skin(lcd.simulator->lcd, speckled_skin());
+        for (int* flag : {&m.ctrl_flag, &m.shift_flag, &m.alt_flag, &m.trace_mode, &m.print_mode})
+            *flag = below(4) == 0 ? 1 - *flag : *flag;
+        m.angle_unit = below(4) == 0 ? below(3) : m.angle_unit;
+        m.run_state = below(3) == 0 ? below(10) : m.run_state;
+        const int cursors[] = {below(30), below(520), 510 - below(3), 10 + below(4), -below(3), INT_MAX, INT_MIN};
+        m.display_cursor = below(3) == 0 ? cursors[below(7)] : m.display_cursor;
+        for (int i = 0; i < 3; ++i)
+            m.display_line[below(round % 3 == 0 ? 40 : 511)] = static_cast<char>(below(256));
+        const bool drawn = lcd.render();
+        const Canvas& canvas = lcd.simulator->lcd.canvas;
+        ASSERT_TRUE(canvas.pixels == drawn_plainly(lcd.simulator->lcd.skin, m, lit).pixels);
+        ASSERT_EQ(lit_indicators(lcd.simulator->lcd), lit);
+        ASSERT_EQ(m.display_offset, expected_offset(m));
+        ASSERT_TRUE(drawn || canvas.pixels == before.pixels) << "a change that nobody was told of";
+        before = canvas;
+    }
+}
+
+TEST(LcdPicture, IsDrawnOnlyWhereSomethingChanged) {
+    Lcd lcd;
+    struct Row {
+        const char* what;
+        void (*change)(Lcd& lcd);
+        bool drawn;
+    };
+    const Row rows[] = {
+        {"the first time", [](Lcd&) {}, true},
+        {"outside of what is visible", [](Lcd& t) { t.m.display_line[12] = 'X'; }, false},
+        {"the last column", [](Lcd& t) { t.m.display_line[11] = '\x94'; }, true},
+        {"a code that looks the same", [](Lcd& t) { t.m.display_line[11] = '\x01'; }, false},
+        {"an indicator", [](Lcd& t) { t.m.shift_flag = 1; }, true},
+        {"what is not in the picture", [](Lcd& t) { t.m.error_code = -11, t.m.zoom = t.m.run_page = 3; }, false},
+        {"a skin", [](Lcd& t) { install_skin(t.simulator->lcd, speckled_skin()); }, true},
+        {"no skin", [](Lcd& t) { install_skin(t.simulator->lcd, make_indexed_image(511, 480, 0)); }, false},
+    };
+    for (const Row& row : rows) {
+        row.change(lcd);
+        EXPECT_EQ(lcd.render(), row.drawn) << row.what;
+        EXPECT_FALSE(lcd.render()) << row.what << ", drawn already";
+    }
+    TestMachine without_skin;
+    EXPECT_FALSE(simulator_tick(*without_skin.simulator));
+    Lcd blinking; // the selected area, and nothing between
+    blinking.m.cursor_interval = 13;
+    int drawn = 0;
+    for (int i = 0; i < 150; ++i)
+        drawn += simulator_tick(*blinking.simulator) ? 1 : 0;
+    EXPECT_EQ(drawn, 11) << "once at first, then every 15 ticks";
+}
+
+TEST(LcdColours, AreThoseOfTheSettingsWithTheirHalfTone) {
+    for (const bool configured : {false, true}) {
+        TestMachine t;
+        Settings& settings = t.simulator->settings;
+        if (configured)
+            settings.pal_on = 0xFF0103, settings.pal_off = 0x01FF08, settings.pal_bg = 0x123456;
+        load_skin(*t.simulator, "");
+        const Canvas& skin = t.simulator->lcd.skin;
+        std::set<Colour> colours;
+        for (const Rectangle part : {Rectangle{0, 84, 64, 12}, {0, 40, 80, 12}, {32, 336, 32, 42}}) // EXT, STOP, "A"
+            for (int y = part.y; y < part.y + part.height; ++y)
+                for (int x = part.x; x < part.x + part.width; ++x)
+                    colours.insert(skin.pixels.at(pixel_index(skin, x, y)) & 0xFFFFFFU);
+        EXPECT_EQ(colours, (configured ? std::set<Colour>{0xFF0103, 0x01FF08, 0x123456, 0x808005}
+                                       : std::set<Colour>{LIT, UNLIT, BACKGROUND, HALF}));
+    }
+}
+
+} // namespace
+} // namespace quillon::testing

@@ -1,0 +1,137 @@
+// Snapshots: the file byte by byte against the canvas, their numbers, and the keys for snapshot and dump.
+#include "shell/snapshot.h"
+
+#include "keys/key_map.h"
+#include "shell/file_services.h"
+#include "shell/skins.h"
+#include "tests/support/temporary_file.h"
+#include "tests/support/test_machine.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+namespace quillon::testing {
+namespace {
+
+unsigned number_at(const std::string& bytes, std::size_t offset, int size) {
+    unsigned number = 0;
+    for (int i = size - 1; i >= 0; --i)
+        number = number * 256 + static_cast<unsigned char>(bytes.at(offset + static_cast<std::size_t>(i)));
+    return number;
+}
+
+Canvas speckled(int width, int height) {
+    Canvas canvas = make_canvas(width, height, 0);
+    std::uint32_t colour = 1;
+    for (std::uint32_t& pixel : canvas.pixels)
+        pixel = 0xFF000000U | ((colour = colour * 1664525U + 1013904223U) >> 8);
+    return canvas;
+}
+
+TEST(Snapshot, LiesAsItShould) {
+    for (const auto& [width, height] : {std::pair{392U, 88U}, {5, 3}, {1, 1}}) {
+        SCOPED_TRACE(width);
+        const Canvas canvas = speckled(static_cast<int>(width), static_cast<int>(height));
+        const std::string file = snapshot_bitmap(canvas);
+        const unsigned row_size = (width * 3 + 3) / 4 * 4, image_size = row_size * height;
+        ASSERT_EQ(file.size(), image_size + 54);
+        struct Field {
+            std::size_t offset;
+            int size;
+            unsigned number;
+        };
+        const Field fields[] = {
+            {0, 2, 0x4D42},      {2, 4, image_size + 54},
+            {6, 4, 0},           {10, 4, 54},
+            {14, 4, 40},         {18, 4, width},
+            {22, 4, height},     {26, 2, 1},
+            {28, 2, 24},         {30, 4, 0},
+            {34, 4, image_size}, {38, 4, 0},
+            {42, 4, 0},          {46, 4, 0},
+            {50, 4, 0},
+        };
+        for (const Field& field : fields)
+            EXPECT_EQ(number_at(file, field.offset, field.size), field.number) << "at " << field.offset;
+        std::string rows; // from the bottom up, blue first, each padded
+        for (int y = canvas.height - 1; y >= 0; --y) {
+            for (int x = 0; x < canvas.width; ++x)
+                for (const int shift : {0, 8, 16})
+                    rows += static_cast<char>(canvas.pixels[pixel_index(canvas, x, y)] >> shift);
+            rows.resize((rows.size() + 3) / 4 * 4);
+        }
+        EXPECT_TRUE(file.substr(54) == rows);
+    }
+}
+
+TEST(Snapshot, TakesTheFirstFreeNumber) {
+    const TempFolder desktop;
+    const Canvas canvas = speckled(4, 4);
+    const std::string bytes = snapshot_bitmap(canvas);
+    put_file(desktop / "qzsnap_000.bmp", "old");
+    std::filesystem::create_directory(desktop / "qzsnap_001.bmp");
+    std::filesystem::create_symlink(desktop / "elsewhere", desktop / "qzsnap_002.bmp"); // leads nowhere
+    EXPECT_TRUE(take_snapshot(canvas, desktop.path));
+    EXPECT_EQ(get_file(desktop / "qzsnap_003.bmp"), bytes);
+    EXPECT_EQ(get_file(desktop / "qzsnap_000.bmp"), "old") << "never over an old one";
+    EXPECT_EQ(get_file(desktop / "elsewhere"), "(none)");
+    std::filesystem::remove(desktop / "qzsnap_000.bmp");
+    EXPECT_TRUE(take_snapshot(canvas, desktop.path));
+    EXPECT_EQ(get_file(desktop / "qzsnap_000.bmp"), bytes);
+    for (int i = 4; i < 256; ++i)
+        EXPECT_TRUE(take_snapshot(canvas, desktop.path));
+    EXPECT_EQ(get_file(desktop / "qzsnap_255.bmp"), bytes);
+    EXPECT_FALSE(take_snapshot(canvas, desktop.path));
+    EXPECT_EQ(desktop.names().size(), 256U);
+    EXPECT_TRUE(take_snapshot(canvas, desktop / "not there")) << "only used-up numbers are told of";
+}
+
+/// The environment and the working folder of a person, for as long as it lives.
+struct Person {
+    Person() {
+        ::setenv("HOME", home.path.c_str(), 1);
+        ::setenv("XDG_CONFIG_HOME", (home / "config").c_str(), 1);
+        std::filesystem::create_directory(home / "Desktop");
+        std::filesystem::create_directory(home / "work");
+        std::filesystem::current_path(home / "work");
+    }
+    ~Person() { std::filesystem::current_path(was); }
+    Person(const Person&) = delete;
+    Person& operator=(const Person&) = delete;
+    std::filesystem::path was = std::filesystem::current_path();
+    TempFolder home;
+};
+
+TEST(FileServices, PutSnapshotsOnTheDesktopAndTheDumpWhereOneWorks) {
+    constexpr int F9 = 120, F12 = 123;
+    const Person person;
+    const std::string dump_path = person.home / "work/debug.bin";
+    TestMachine t;
+    load_skin(*t.simulator, "");
+    use_file_services(*t.simulator);
+    t.m.catalogue.sections["SNAPSHOT"][0] = "no free name";
+    t.m.variables[0].kind = 0;
+    t.m.variables[0].number = 2;
+    t.m.zoom = 7; // the picture is that of the canvas all the same
+    t.tick();
+    on_key_down(t.m, F12, false);
+    EXPECT_EQ(get_file(person.home / "Desktop/qzsnap_000.bmp"), snapshot_bitmap(t.simulator->lcd.canvas));
+    EXPECT_EQ(get_file(person.home / "Desktop/qzsnap_000.bmp").size(), 54U + 392 * 3 * 88);
+    put_file(dump_path, std::string(20000, 'x'));
+    on_key_down(t.m, F9, false);
+    const std::string dump = get_file(dump_path);
+    ASSERT_EQ(dump.size(), 11700U);
+    EXPECT_EQ(dump.substr(0, 20), std::string("A\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\x40", 20));
+    std::filesystem::remove_all(dump_path);
+    std::filesystem::create_directory(dump_path);
+    on_key_down(t.m, F9, false);
+    EXPECT_TRUE(t.messages.empty()) << "a dump that fails says nothing";
+    for (int i = 1; i < 256; ++i)
+        put_file(person.home / ("Desktop/qzsnap_" + std::to_string(1000 + i).substr(1) + ".bmp"), "");
+    on_key_down(t.m, F12, false);
+    EXPECT_EQ(t.messages, std::vector<std::string>{"no free name"});
+    EXPECT_TRUE(t.m.key_string.empty());
+}
+
+} // namespace
+} // namespace quillon::testing

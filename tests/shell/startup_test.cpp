@@ -1,0 +1,224 @@
+// From one run to the next: what a start reads, in which order it acts, what an end writes, and the same through
+// `quillon-cli run`.
+#include "shell/startup.h"
+
+#include "keys/soft_keyboard.h"
+#include "shell/commands.h"
+#include "shell/skins.h"
+#include "tests/support/child_process.h"
+#include "tests/support/scripts.h"
+#include "tests/support/temporary_file.h"
+
+#include <gtest/gtest.h>
+
+namespace quillon::testing {
+namespace {
+
+/// A person's folders, and simulators that start in them.
+struct Startup : ::testing::Test {
+    TempFolder home;
+    DataFiles files = find_data_files({.home = home.path}, "/nowhere/bin");
+    std::string listing = home / "last.bas";
+    std::string order; ///< what the host and the window were asked for
+
+    /// Starts a simulator; its message boxes are in `messages`.
+    TestMachine& start() {
+        runs.push_back(std::make_unique<TestMachine>());
+        TestMachine& t = *runs.back();
+        t.simulator->files = files;
+        t.m.host.milliseconds = [] { return 99U; };
+        t.m.host.show_message = [this, &t](const std::string& text, MessageIcon) {
+            order += text.substr(0, text.find('\x01')) + "|";
+            t.messages.push_back(text);
+        };
+        t.m.host.stop_tone = [this] { order += "stop-tone|"; };
+        t.simulator->window.toggle_soft_keyboard = [this, &t] { order += t.m.soft_open != 0 ? "open|" : "close|"; };
+        order.clear();
+        EXPECT_TRUE(start_simulator(*t.simulator));
+        return t;
+    }
+    void put_settings(const std::string& lines) {
+        std::filesystem::create_directories(files.folder);
+        put_file(files.settings, "[QZS]\n" + lines);
+    }
+    [[nodiscard]] bool saved(const std::string& line) const {
+        return get_file(files.settings).find("\n" + line + "\n") != std::string::npos;
+    }
+    std::vector<std::unique_ptr<TestMachine>> runs;
+};
+
+TEST_F(Startup, WithoutFilesIsThePowerOnState) {
+    TestMachine& t = start();
+    EXPECT_EQ(order, "");
+    EXPECT_EQ(home.names(), std::set<std::string>{}) << "a start writes nothing";
+    EXPECT_EQ(t.m.run_state, STATE_SELECT);
+    EXPECT_EQ(lit_indicators(t.simulator->lcd), (std::vector<std::string_view>{"WRT", "DEG"})) << "it is drawn";
+    t.tick();
+    EXPECT_EQ(t.visible(), "P  123456789");
+    shut_down_simulator(*t.simulator);
+    EXPECT_EQ(get_file(files.saved_values).size(), 11700U);
+    EXPECT_TRUE(get_file(files.settings).starts_with("[QZS]\nEDITOR = \"notepad.exe\"\nLASTFILE = \"\"\n"));
+    std::filesystem::remove_all(home / ".config");
+    put_file(home / ".config", "a file where a folder should be");
+    shut_down_simulator(*t.simulator);
+    EXPECT_EQ(order, "") << "what cannot be written is nobody's trouble";
+    TestMachine without_files;
+    EXPECT_TRUE(start_simulator(*without_files.simulator));
+    shut_down_simulator(*without_files.simulator);
+    EXPECT_EQ(home.names(), std::set<std::string>{".config"});
+}
+
+TEST_F(Startup, KeepsStateToTheNextRun) {
+    const std::string dollar(30, 'D');
+    put_file(listing, "[P0]\n10 A=1/3:B$=\"TEXT\":$=\"" + dollar + "\":Z(196)=-5\n20 END\n[P7]\n10 A=7\n");
+    TestMachine& first = start();
+    EXPECT_TRUE(open_listing(*first.simulator, listing));
+    run_host_command(*first.simulator, COMMAND_RUN);
+    first.wait();
+    for (const int command : {COMMAND_PAGE_0 + 7, COMMAND_ZOOM_1 + 2, +COMMAND_ASCII_MODE, +COMMAND_GRA,
+                              +COMMAND_SOFT_KEYBOARD, +COMMAND_OVERDRIVE})
+        run_host_command(*first.simulator, command);
+    first.m.set_f_digits = 4;
+    first.simulator->settings.pal_on = 0x123456;
+    shut_down_simulator(*first.simulator);
+
+    TestMachine& second = start();
+    EXPECT_EQ(order, "open|");
+    EXPECT_EQ(second.simulator->recent, RecentListings{listing});
+    EXPECT_EQ(window_title(*second.simulator), "Quillon Simulator. [last.bas]");
+    const Machine& m = second.m;
+    const std::pair<int, int> kept[] = {
+        {m.run_page, 7},           {m.zoom, 3},
+        {m.ascii_mode, 0},         {m.angle_unit, ANGLE_GRA},
+        {m.saved_run_state, 0},    {m.soft_open, 1},
+        {m.set_f_digits, 4},       {m.timer_interval, 30}, // not Overdrive's
+        {m.overdrive, 0},          {m.cursor_interval, 13},
+        {m.variables[2].kind, -1},
+    };
+    for (const auto& [field, value] : kept)
+        EXPECT_EQ(field, value);
+    EXPECT_EQ(m.random_seed, 99U) << "a load seeds anew";
+    const Canvas& skin = second.simulator->lcd.skin;
+    EXPECT_EQ(skin.pixels.at(pixel_index(skin, 129, 96)) & 0xFFFFFF, 0x123456U) << "a dot of the block";
+    EXPECT_EQ(m.variables[0].number, 1.0 / 3);
+    EXPECT_EQ(m.variables[221].number, -5);
+    EXPECT_EQ(m.variables[1].text.view(), "TEXT");
+    EXPECT_EQ(m.variables[222].text.view(), dollar);
+    second.tick();
+    EXPECT_EQ(second.visible(), "P _123456 89") << "the listing is there, and its area 7 blinks";
+}
+
+TEST_F(Startup, GoesByItsOrderAndSoDoesTheEnd) {
+    put_file(listing, "[P0]\nA=1\n");
+    put_settings("TIMER=0\nRUNPAGE=10\nSTARTMODE=1\nSOFTKEY=1\nLASTFILE=\"" + listing + "\"\n");
+    TestMachine& t = start();
+    EXPECT_EQ(order, "INI 0|INI 1|SYSTEM 20|open|");
+    t.tick();
+    EXPECT_EQ(moment(t), "run 17 8 [READY P0]") << "the start goes on";
+    t.start("BEEPS 4,9,1000\nEND");
+    t.tick();
+    order.clear();
+    shut_down_simulator(*t.simulator);
+    EXPECT_NE(order.find("stop-tone|"), std::string::npos) << order;
+    EXPECT_EQ(t.m.soft_open, 0);
+    EXPECT_TRUE(saved("SOFTKEY= 1")) << "it was open at the end";
+    EXPECT_TRUE(saved("STARTMODE= 1"));
+    TestMachine& next = start();
+    run_host_command(*next.simulator, COMMAND_SOFT_KEYBOARD);
+    shut_down_simulator(*next.simulator);
+    EXPECT_TRUE(saved("SOFTKEY= 0"));
+}
+
+TEST_F(Startup, SavesTheIntervalThatWasConfiguredAndTheZoomAsItIs) {
+    TestMachine& t = start();
+    t.m.timer_interval = 20;
+    t.m.zoom = 12;
+    run_host_command(*t.simulator, COMMAND_OVERDRIVE);
+    shut_down_simulator(*t.simulator);
+    EXPECT_TRUE(saved("TIMER= 20"));
+    EXPECT_TRUE(saved("ZOOM= 12"));
+    TestMachine& next = start();
+    EXPECT_EQ(order, "INI 2|") << "the next start says so";
+    EXPECT_EQ(next.m.zoom, 1);
+    EXPECT_EQ(next.m.cursor_interval, 20);
+}
+
+TEST_F(Startup, GoesOnWithoutTheLastListing) {
+    struct Row {
+        const char* text; ///< of the listing; nullptr: there is none
+        const char* message;
+        bool kept; ///< as the current one
+    };
+    const Row rows[] = {
+        {nullptr, "SYSTEM 2|", true}, // it may be back the next time
+        {"[P0]\nA=1\n", "SYSTEM 20|", false},
+        {"", "SYSTEM 3|", false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.message);
+        std::filesystem::remove(listing);
+        if (row.text != nullptr)
+            put_file(listing, row.text);
+        put_settings("LASTFILE=\"" + listing + "\"\n");
+        TestMachine& t = start();
+        EXPECT_EQ(order, row.message);
+        EXPECT_TRUE(t.m.listing_text.empty());
+        EXPECT_EQ(t.simulator->lcd.skin.width, 512);
+        shut_down_simulator(*t.simulator);
+        EXPECT_TRUE(saved("LASTFILE = \"" + std::string(row.kept ? listing : "") + "\""));
+    }
+}
+
+// --- The program ---
+
+TEST(RunValues, GoFromRunToRun) {
+    const TempFolder folder;
+    const std::string listing = folder / "count.bas";
+    const std::string values = folder / "mine.val";
+    const std::string counting = "[P0]\n10 A=A+1:B$=B$+\"X\":PRINT A;B$\n";
+    struct Row {
+        std::string program;
+        const char* output;
+    };
+    const Row rows[] = {
+        {counting, " 1X\n"},
+        {counting, " 2XX\n"},
+        {"[P0]\n10 A=A+10:C=1/0\n", ""}, // a program that fails keeps them too
+        {"[P0]\n10 PRINT A\n", " 12\n"},
+    };
+    for (const Row& row : rows) {
+        put_file(listing, row.program);
+        const Outcome outcome = run_program({"run", listing, "--values", values});
+        EXPECT_EQ(outcome.out, row.output);
+        EXPECT_EQ(outcome.status, *row.output == 0 ? 1 : 0);
+    }
+    EXPECT_EQ(run_program({"run", listing}).out, " 0\n") << "without it nothing is kept";
+    put_file(values, "my thesis, not values");
+    EXPECT_EQ(run_program({"run", listing, "--values", values}).out, " 0\n");
+    EXPECT_EQ(get_file(values).size(), 11700U);
+    int kept = 0;
+    for (const std::string& name : folder.names())
+        kept += get_file(folder / name) == "my thesis, not values" ? 1 : 0;
+    EXPECT_EQ(kept, 1) << "a foreign file is kept aside";
+}
+
+TEST(RunSettings, TakeTheKeysOfTheFileAndRefuseOthers) {
+    const TemporaryFile listing("[P0]\n10 PRINT SIN 30;2/3\n");
+    const std::pair<const char*, const char*> rows[] = {
+        {"MODE=2", " 0.4539904997 0.6666666667\n"},
+        {"DECIMAL=2", " 0.50 0.67\n"},
+        {"SPEED=5", ""},
+        {"TIMER", ""},
+        {"=5", ""},
+        {"", ""},
+        {"TIMER=0", ""},
+    };
+    for (const auto& [setting, output] : rows) {
+        const Outcome outcome = run_program({"run", listing.path, "--settings", setting});
+        EXPECT_EQ(outcome.out, output) << setting;
+        EXPECT_EQ(outcome.status, *output == 0 ? 2 : 0);
+    }
+}
+
+} // namespace
+} // namespace quillon::testing
