@@ -125,7 +125,7 @@ TEST_F(Skins, RefuseWithTheirText) {
         {"top-down", {{22, 4, -480}}, wrong_size},
         {"huge", {{18, 4, 0x7FFFFFFF}}, wrong_size},
         {"turned", {{18, 4, 480}, {22, 4, 512}}, wrong_size},
-        // what no text is prescribed for; none of it may be read beyond its end
+        // refused without a remark; nothing may be read beyond the end
         {"run-length compressed", {{30, 4, 1}}, ""},
         {"cut in its pixels", {}, "", SKIN_FILE_SIZE - 1},
         {"pixels outside", {{10, 4, 0x7FFFFFFF}}, ""},
