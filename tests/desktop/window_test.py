@@ -216,7 +216,7 @@ class WindowTest(unittest.TestCase):
 
     def toggle_soft_keyboard(self, simulator: Simulator):
         """By the menu: View, Soft keyboard."""
-        simulator.key("F10", "Right", "Right", "Down", "k")
+        simulator.key("F10", "Left", "Left", "k")
 
     def open_with_dialog(self, simulator: Simulator, path: str):
         simulator.click(16, 40)

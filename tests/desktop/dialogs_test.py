@@ -1,0 +1,199 @@
+"""Dialogs, trace windows and the LCD as a screen reader finds them, with keys and clicks from outside.
+
+usage: dialogs_test.py QUILLON QUILLON_CLI DRAG_SOURCE [unittest's arguments]
+"""
+
+import os
+import sys
+import tempfile
+import unittest
+
+from screen import Screen, wait_until
+from simulator import Glyphs, Simulator
+
+STEPS = '[P0]\n10 A=1:B=2\n20 $="X\\pi":A(30)=5:A(120)=7\n30 PRINT "A";A\n40 VAC\n50 A=9\n60 PRINT "DONE"\n'
+TOOLBAR_CONFIGURE = (53, 40)  # in the main window
+NUMBER_FIELDS = {  # field: (accepted, refused, setting, its text then, text when refused, message)
+    "Program area at start [0-9]": (4, 77, "RUNPAGE", "4", "9", None),
+    "Speed (timer interval)": (50, 2000, "TIMER", "50", "30", "5 to 1000 ms"),
+    "SET E": (3, 9, "INTEGER", "3", "-1", "SET E must be"),
+    "SET F": (4, 10, "DECIMAL", "4", "-1", "SET F must be"),
+    "SET G": (5, 19, "FIXED", "5", "9", "SET G must be"),
+    "BEEP volume [0-10]": (6, 11, "BEEPVOLUME", "6", "10", "volume must be"),
+}
+
+
+class DialogsTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.scratch = tempfile.TemporaryDirectory()
+        cls.screen = Screen(cls.scratch.name)
+        cls.glyphs = Glyphs(PROGRAMS["cli"], cls.scratch.name)
+        os.environ.update(cls.screen.env)
+        global accessible
+        import accessible
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.screen.close()
+        cls.scratch.cleanup()
+
+    def tearDown(self):
+        folder = os.environ.get("QUILLON_SCREENSHOTS")
+        if folder:
+            self.screen.screenshot(os.path.join(folder, f"{self.id()}.png"))
+
+    def start(self, listing: str) -> tuple:
+        self.home = tempfile.mkdtemp(dir=self.scratch.name)
+        path = os.path.join(self.home, "steps.bas")
+        with open(path, "w", encoding="ascii") as file:
+            file.write(listing)
+        simulator = Simulator(PROGRAMS["quillon"], self.screen, self.glyphs, self.home, path)
+        self.addCleanup(simulator.kill)
+        return simulator, accessible.Program(simulator.process.pid)
+
+    def main_window(self, program):
+        return program.window("Quillon Simulator. [steps.bas]")
+
+    def choose(self, simulator: Simulator, *keys):
+        """An entry of the menu, by keyboard: F10 opens the first menu, Left goes round to the last."""
+        simulator.focus()
+        simulator.key("F10", *keys)
+
+    def setting(self, simulator: Simulator, name: str) -> str:
+        lines = simulator.file("QZ740.ini").decode().splitlines()
+        values = (line.split("=", 1) for line in lines if "=" in line)
+        return {key.strip(): value.strip() for key, value in values}[name]
+
+    def test_lcd_is_a_text(self):
+        simulator, program = self.start('[P0]\n10 PRINT "HI ";:STOP\n20 PRINT "\\pi"\n')
+        lcd = accessible.control(self.main_window(program), "LCD")
+        self.assertEqual(accessible.text_of(lcd), "P _123456789\nWRT DEG")
+        simulator.key("F5")
+        wait_until(lambda: accessible.text_of(lcd) == "HI          \nRUN DEG STOP", "the text of the LCD")
+        simulator.key("Return")
+        wait_until(lambda: accessible.text_of(lcd).startswith("π "), "the text of the LCD")
+        self.assertEqual(accessible.nameless(self.main_window(program)), [])
+        simulator.close()
+
+    def test_configuration_is_taken_over(self):
+        simulator, program = self.start(STEPS)
+        simulator.click(*TOOLBAR_CONFIGURE)
+        dialog = program.window("Configuration")
+        self.assertEqual(accessible.nameless(dialog), [])
+        for name, (accepted, *_) in NUMBER_FIELDS.items():
+            accessible.set_number(accessible.control(dialog, name, "spin button"), accepted)
+        accessible.set_text(accessible.control(dialog, "Text editor", "text"), "/usr/bin/true")
+        for name in ("Command (mode 0)", "use BEEP"):
+            accessible.press(accessible.control(dialog, name))
+        accessible.press(accessible.control(dialog, "Keys type ASCII characters. (The machine's special characters "
+                                                    "cannot be typed then.)"))
+        self.screen.xdotool("windowactivate", "--sync", self.screen.wait_for_window("Configuration"))
+        simulator.key("Return")
+        wait_until(lambda: not program.has_window("Configuration"), "the dialog to close")
+        simulator.close()
+        expected = {setting: text for _, _, setting, text, _, _ in NUMBER_FIELDS.values()}
+        expected |= {"EDITOR": '"/usr/bin/true"', "STARTMODE": "1", "PCMBEEP": "0", "INPUTMODE": "0"}
+        self.assertEqual({name: self.setting(simulator, name) for name in expected}, expected)
+
+    def test_configuration_that_is_refused_or_cancelled(self):
+        simulator, program = self.start(STEPS)
+        for button in ("Cancel", "OK"):
+            self.choose(simulator, "c")
+            dialog = program.window("Configuration")
+            for name, (_, refused, *_) in NUMBER_FIELDS.items():
+                accessible.set_number(accessible.control(dialog, name, "spin button"), refused)
+            accessible.press(accessible.control(dialog, button))
+            wait_until(lambda: not program.has_window("Configuration"), "the dialog to close")
+        for name in ("Speed (timer interval)", "SET F", "SET E", "SET G", "BEEP volume [0-10]"):
+            self.dismiss_message(program, NUMBER_FIELDS[name][5])
+        simulator.close()
+        expected = {setting: text for _, _, setting, _, text, _ in NUMBER_FIELDS.values()}
+        self.assertEqual({name: self.setting(simulator, name) for name in expected}, expected)
+
+    def dismiss_message(self, program, message: str):
+        """Closes the message box with this text."""
+
+        def find():
+            boxes = [box for box in program.windows("Error.") if message in accessible.texts_in(box)]
+            return boxes[0] if boxes else None
+
+        accessible.press(accessible.control(wait_until(find, f"the message '{message}'"), "OK"))
+        wait_until(lambda: find() is None, "the message to close")
+
+    def test_single_steps(self):
+        simulator, program = self.start(STEPS)
+        self.choose(simulator, "Right", "t")
+        trace = program.window("Trace")
+        self.assertEqual(accessible.nameless(trace), [])
+
+        def shows(**fields):
+            seen = {}
+
+            def agree():
+                for name in fields:
+                    seen[name] = accessible.text_of(accessible.control(trace, LABELS.get(name, name)))
+                return seen == fields
+
+            try:
+                wait_until(agree, f"the trace window to show {fields}")
+            except AssertionError:
+                self.fail(f"the trace window shows {seen}, not {fields}")
+
+        simulator.key("F5")
+        shows(next="10 <<HERE>> A=1:B=2", dollar='""', A="-------", kind="TOP")
+        simulator.key("Tab")
+        shows(next="10  A=1:<<HERE>>B=2", last="10 <<HERE>> A=1:B=2", A="1", B="-------")
+        simulator.key("Return")
+        shows(next='20 <<HERE>> $="X\\pi":A(30)=5:A(120)=7', A="1", B="2")
+        window = self.screen.wait_for_window("^Trace$")
+        simulator.click(20, 150, window=window)
+        shows(next='20  $="X\\pi":<<HERE>>A(30)=5:A(120)=7', dollar='"X\\pi"')
+        simulator.key("Tab")
+        accessible.press(accessible.control(trace, "Extended variables"))
+        extended = program.window("Extended variables")
+        field = accessible.control(extended, "Extended variables", "text")
+        self.assertIn("---", accessible.text_of(field))
+        simulator.focus()
+        simulator.key("Tab")
+        wait_until(lambda: "095 : 7 " in accessible.text_of(field), "the extended variable")
+        shows(next='30 <<HERE>> PRINT "A";A')
+        simulator.key("Tab")
+        simulator.wait_for_text("A 1")
+        simulator.key("Return")
+        shows(next='30  PRINT "A";A<<HERE>>')
+        simulator.key("Tab")
+        shows(next="40 <<HERE>> VAC")
+        simulator.key("Tab")
+        shows(next="50 <<HERE>> A=9", last="", A="-------", dollar='""')
+        accessible.press(accessible.control(trace, "Extended variables", "push button"))
+        wait_until(lambda: not program.has_window("Extended variables"), "the second window to close")
+        self.screen.xdotool("windowactivate", "--sync", window)
+        simulator.key("Escape")  # closes the trace window, and the program goes on
+        simulator.focus()
+        simulator.wait_for_text("DONE")
+        simulator.close()
+
+    def test_error_detail_and_about(self):
+        simulator, program = self.start("[P0]\n10 A=1\n20 GOTO 99\n")
+        simulator.key("F5")
+        simulator.wait_for_text("ERR4 P0-20")
+        self.choose(simulator, "Left", "e")
+        detail = program.window("Error details")
+        field = accessible.control(detail, "Error details", "text")
+        self.assertIn('"20"', accessible.text_of(field))
+        simulator.key("Escape")
+        wait_until(lambda: not program.has_window("Error details"), "the window to close")
+        self.choose(simulator, "Left", "a")
+        about = program.window("About.")
+        self.assertIn("Version", accessible.texts_in(about))
+        simulator.key("Return")
+        wait_until(lambda: not program.has_window("About."), "the window to close")
+        simulator.close()
+
+
+LABELS = {"next": "NEXT", "last": "LAST", "dollar": "$", "kind": "Statement kind"}
+
+if __name__ == "__main__":
+    PROGRAMS = dict(zip(("quillon", "cli", "drag_source"), sys.argv[1:4]))
+    unittest.main(verbosity=2, argv=sys.argv[:1] + sys.argv[4:])
