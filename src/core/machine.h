@@ -176,6 +176,7 @@ struct Machine {
     int typed_wait = 0;    ///< 1 while a PRINT or INPUT of a command line waits: back to command mode
     int stopped_token = 0; ///< `token` and statement context of the program that is stopped meanwhile
     int stopped_kind = KIND_NONE;
+    Value stopped_entry; ///< `entry_line` of that program: the target of its INPUT
 
     // The soft keyboard.
     int soft_shift_latch = 0;  ///< S

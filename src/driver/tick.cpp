@@ -73,6 +73,7 @@ void remember_stop(Machine& m) {
     const int kind = m.saved_stmt_kind == KIND_SCROLL ? m.kind_after_scroll : m.saved_stmt_kind;
     m.stopped_kind = resumed_kind(kind);
     m.stopped_token = m.saved_token;
+    m.stopped_entry = m.entry_line;
 }
 
 void tick_stopped(Machine& m) {
@@ -156,6 +157,7 @@ void resume_statement(Machine& m) {
 
 void enter_command_mode(Machine& m) {
     m.stmt_kind = KIND_CLEARED;
+    m.entry_line.text.clear(); // of an INPUT that was stopped
     clear_display_line(m);
     enter_state(m, STATE_COMMAND);
 }

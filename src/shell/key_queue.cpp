@@ -85,6 +85,8 @@ void apply_key_down(KeyQueue& queue, Machine& m, const KeyEvent& event) {
     case KeyEvent::Kind::CHARACTER: on_character(m, event.character, event.key); break;
     default: on_key_down(m, event.key, event.auto_repeat);
     }
+    if (m.key_string.empty())
+        m.held_key = 0; // EXE while a letter is still down: that one is no key for what comes next
 }
 
 void note_pending_key(KeyQueue& queue, const Machine& m) { queue.key_in_last_tick = !m.key_string.empty(); }

@@ -40,6 +40,8 @@ void leave_empty_line(Machine& m) {
     if (m.base_state == STATE_RUN && m.stopped_kind != KIND_NONE) {
         m.stmt_kind = m.stopped_kind;
         m.token = m.stopped_token;
+        m.saved_token = m.stopped_token;
+        m.entry_line = m.stopped_entry;
     }
     m.stopped_kind = KIND_NONE;
     m.enter_request = 0;
@@ -181,6 +183,7 @@ void command_entry_tick(Machine& m) {
     const BoundedText<127> line = m.entry_line.text;
     m.entry_line.text.clear();
     m.key_string.clear();
+    m.prev_key_string.clear(); // the same key as the last one is a new press
     clear_display_line(m);
     drop_typed_frames(m);
     if (line.empty())

@@ -132,6 +132,8 @@ bool take_number(Machine& m) {
 void finish_entry(Machine& m) {
     clear_display_line(m);
     m.key_string.clear();
+    if (m.typed_wait != 0)
+        m.entry_line.text.clear(); // the command line begins empty
     enter_state(m, m.typed_wait != 0 ? STATE_COMMAND : m.base_state);
     m.typed_wait = 0;
     m.token = m.saved_token;
@@ -152,6 +154,7 @@ void begin_entry(Machine& m) {
     clear_display_line(m);
     enter_state(m, STATE_INPUT);
     m.enter_request = 0;
+    m.prev_key_string.clear(); // the key that began the entry is a new one, though it may have ended the last one
 }
 
 void prompt_again(Machine& m) {
