@@ -41,22 +41,6 @@ TEST(Charset, EscapesAreReadInAnyLetterCase) {
     }
 }
 
-TEST(Charset, PairsThatAreNoEscapePassTwoBytes) {
-    int known = 0;
-    for (int a = 1; a < 256; ++a) {
-        for (int b = 1; b < 256; ++b) {
-            const char first = static_cast<char>(a);
-            const char second = static_cast<char>(b);
-            if (first == '\\' || first == '"' || first == '\n' || second == '"' || second == '\n')
-                continue;
-            const std::pair<int, int> read = read_first(std::string{'\\', first, second});
-            known += read.second == 3 ? 1 : 0;
-            ASSERT_TRUE(read.second == 3 || read == std::pair(BAD_ESCAPE, 2)) << a << " " << b;
-        }
-    }
-    EXPECT_EQ(known, 27 * 4 + 4 * 2) << "two letters have four spellings, a letter and a digit two";
-}
-
 TEST(Charset, EdgesOfEscapes) {
     struct Row {
         const char* text;

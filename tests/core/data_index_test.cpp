@@ -67,17 +67,12 @@ TEST_F(DataIndex, ItemsOfALine) {
         {"DATA x" + std::string(80, ' ') + ",y", "P0 10: 'x' 'y'"},
     };
     lines.insert(lines.end(), std::begin(others), std::end(others));
+    EXPECT_EQ(outcome("[P7]\n10 DATA A\n20 DATA B\n[P2]\n5 DATA C\n[P4]\n[P0]\n1 PRINT\n"),
+              "P0 P2 5: 'C' P4 P7 10: 'A' 20: 'B'");
     for (const Case& line : lines) {
         EXPECT_EQ(outcome("[P0]\n10 " + line.text + "\n"), line.outcome) << line.text;
         EXPECT_EQ(outcome("[P0]\n10 " + line.text), line.outcome) << line.text << " without a line feed";
     }
-}
-
-TEST_F(DataIndex, FollowsTheOrderOfAreas) {
-    EXPECT_EQ(outcome("[P7]\n10 DATA A\n20 DATA B\n[P2]\n5 DATA C\n[P4]\n[P0]\n1 PRINT\n"),
-              "P0 P2 5: 'C' P4 P7 10: 'A' 20: 'B'");
-    EXPECT_EQ(outcome("[P0]\n10 A\n"), "P0");
-    EXPECT_EQ(m.data_pos, 0);
 }
 
 TEST_F(DataIndex, RunsNothing) {
@@ -123,20 +118,15 @@ TEST_F(DataIndex, HoldsFiveHundredAndTwelveEntries) {
 
 TEST_F(DataIndex, FindsTheDataOfAnArea) {
     machine.load("[P1]\n10 DATA A\n[P3]\n20 DATA B,C\n");
-    const std::pair<int, int> rows[] = {{1, 0}, {3, 3}, {0, -1}, {9, -1}};
-    for (const auto& [area, entry] : rows) {
+    const std::pair<int, int> rows[] = {{1, 1}, {3, 4}, {0, 0}, {9, 0}};
+    for (const auto& [area, first] : rows) {
         m.cur_area = area;
-        EXPECT_EQ(find_area_data(m), entry) << area;
         m.data_pos = 77;
         restore_area_data(m);
-        EXPECT_EQ(m.data_pos, entry < 0 ? 0 : entry + 1) << area;
+        EXPECT_EQ(m.data_pos, first) << area;
         EXPECT_EQ(m.error_code, ERROR_NONE);
     }
     EXPECT_TRUE(system_message_of(m).starts_with("SYSTEM 72")) << system_message_of(m);
-    const bool ends[] = {true, false, false, true, false, false, false, true};
-    for (int i = 0; i < 8; ++i)
-        EXPECT_EQ(ends_area_data(m, i), ends[i]) << i;
-    EXPECT_TRUE(ends_area_data(m, DATA_INDEX_SIZE));
 }
 
 } // namespace

@@ -127,17 +127,6 @@ TEST_F(Executor, TheEndOfAnAssignmentIsCheckedWhenTheValueIsStored) {
     }
 }
 
-TEST_F(Executor, EndsAtTheTokenThatItDidNotTake) {
-    const std::pair<const char*, int> rows[] = {
-        {"5", TOKEN_END},      {"5:", TOKEN_COLON},   {"5)", ')'},         {"5,6", ','},
-        {"B=5:", TOKEN_COLON}, {"1<2:", TOKEN_COLON}, {"REM:", TOKEN_END}, {"DATA \":\":", TOKEN_COLON},
-    };
-    for (const auto& [text, token] : rows) {
-        outcome_of(m, text);
-        EXPECT_EQ(m.token, token) << text;
-    }
-}
-
 TEST_F(Executor, WordsWithoutEffect) {
     for (const char* word :
          {"LIST", "CLEAR", "DEFM", "SAVE", "LOAD", "PUT", "GET", "VER", "VERIFY", "PASS", "DATA", "REM"}) {
@@ -153,14 +142,13 @@ TEST_F(Executor, WordsWithoutEffect) {
 }
 
 TEST_F(Executor, WordsWithoutAHandlerAreUnknownTokens) {
-    const std::pair<const char*, int> rows[] = {
-        {"LIST_A", 528}, {"CLEAR_A", 533},  {"SAVE_A", 536}, {"LOAD_A", 538},   {"TO", 542},
-        {"STEP", 543},   {"DIM A(5)", 555}, {"READ#", 556},  {"RESTORE#", 557}, {"WRITE#1", 558},
-    };
-    for (const auto& [word, code] : rows) {
-        char failure[64];
-        std::snprintf(failure, sizeof failure, "ERR2 SYSTEM 4:0x%04x (TOKEN_ID)", static_cast<unsigned>(code));
-        EXPECT_EQ(outcome_of(m, word), failure) << word;
+    const char* const rows = R"(
+        0x0210  LIST_A   0x0215  CLEAR_A   0x0218  SAVE_A   0x021a  LOAD_A     0x021e  TO
+        0x021f  STEP     0x022b  DIM A(5)  0x022c  READ#    0x022d  RESTORE#   0x022e  WRITE#1
+    )";
+    for (const TableRow& row : table(rows)) {
+        for (std::size_t i = 0; i < row.size(); i += 2)
+            EXPECT_EQ(outcome_of(m, row[i + 1]), "ERR2 SYSTEM 4:" + row[i] + " (TOKEN_ID)") << row[i + 1];
     }
 }
 
@@ -173,15 +161,6 @@ TEST_F(Executor, CommandModeDropsAnUnknownTokenBehindAnExpression) {
     EXPECT_EQ(outcome_of(m, "5;"), "ERR2 SYSTEM 4:';'");
     m.run_state = STATE_COMMAND;
     EXPECT_EQ(outcome_of(m, "MOD"), "ERR2 SYSTEM 4:0x000e (TOKEN_ID)");
-}
-
-TEST_F(Executor, BreakAsksForTheTraceAndGoesOn) {
-    int opened = 0;
-    m.host.run_command = [&opened](int command) { opened += command == COMMAND_TRACE ? 1 : 100; };
-    EXPECT_EQ(outcome_of(m, "BREAKA BREAKA A=5"), "5");
-    EXPECT_EQ(opened, 0);
-    EXPECT_EQ(outcome_of(m, "BREAK 5+BREAK 6"), "11");
-    EXPECT_EQ(opened, 2);
 }
 
 } // namespace

@@ -52,19 +52,5 @@ TEST(Machine, AResetLeavesNothingOfARun) {
     EXPECT_EQ(m.areas[3].line_count, 1);
 }
 
-TEST(Machine, ForgetsItsAreas) {
-    TestMachine machine;
-    ASSERT_TRUE(machine.load("[P3]\n10 A\n"));
-    machine.m.error_code = ERROR_RANGE;
-    machine.m.host.milliseconds = [] { return 123U; };
-    clear_program_areas(machine.m);
-    EXPECT_FALSE(machine.m.areas[3].used);
-    EXPECT_EQ(machine.m.areas[3].line_count, 0);
-    EXPECT_EQ(machine.m.areas[3].lines[0].text, nullptr);
-    EXPECT_EQ(machine.m.error_code, ERROR_NONE);
-    EXPECT_EQ(machine.m.random_seed, 123U);
-    EXPECT_EQ(current_line_number(machine.m), 0);
-}
-
 } // namespace
 } // namespace quillon::testing

@@ -118,27 +118,11 @@ TEST_F(NumberFormat, NoTextIsLongerThanAValueHolds) {
     EXPECT_EQ(shown(1.0 / 3, 99, -1), "_3.3333333333333331" + std::string(82, '0') + "E-01");
 }
 
-TEST_F(NumberFormat, NumbersThatAreNoneDoNoHarm) {
-    const double infinite = std::numeric_limits<double>::infinity();
-    for (const double x : {infinite, -infinite, std::numeric_limits<double>::quiet_NaN()})
-        for (const int setting : {-1, 0, 5})
-            EXPECT_LE(shown(x, setting, -1).size() + shown(x, -1, setting).size(), 20U);
-}
-
 TEST_F(NumberFormat, CommandModeHasNoSignBlank) {
     m.run_state = STATE_COMMAND;
     EXPECT_EQ(shown(123.456), "123.456");
     EXPECT_EQ(shown(-1.5), "-1.5");
     EXPECT_EQ(shown(2, -1, 1), "2.0");
-}
-
-TEST_F(NumberFormat, NumberTextHasNoSignBlankEither) {
-    EXPECT_EQ(readable(number_text(m, 12)), "12");
-    EXPECT_EQ(readable(number_text(m, -1.5)), "-1.5");
-    EXPECT_EQ(readable(number_text(m, 1e10)), "1E10");
-    EXPECT_EQ(readable(number_text(m, 1e-5)), "1E-05");
-    EXPECT_EQ(number_text(m, 1e10).view(), "1\21510");
-    EXPECT_EQ(number_text(m, 1e-10).view(), "1\23410");
 }
 
 TEST_F(NumberFormat, EachKindOfOperand) {
@@ -170,29 +154,6 @@ TEST_F(NumberFormat, EachKindOfOperand) {
     EXPECT_FALSE(format_number(m, text));
     m.value.kind = VALUE_NONE;
     EXPECT_FALSE(format_number(m, text));
-}
-
-TEST(DigitAnalysis, CountsPlacesAndZeros) {
-    struct Row {
-        double x;
-        int int_digits, int_zeros, frac_digits, frac_zeros;
-    };
-    // clang-format off
-    const Row rows[] = {
-        {0,        0, 0,  0, 0},     {1,     1, 0,   0, 0}, {-1200,  4, 2,   0, 0},
-        {0.5,      0, 0,  1, 0},     {-0.25, 0, 0,   2, 0}, {0.0009765625, 0, 0, 10, 3},
-        {100.0625, 3, 2,  4, 1},     {1e17, 18, 17,  0, 0}, {1e18,  19, 18,  0, 0},
-        {1e-15,    0, 0, 15, 14},    {9.9e-16, 0, 0, 0, 0}, {9.2e18, 19, 17, 0, 0},
-        {9223372036854775808.0, 0, 0, 0, 0},                {1e300,  0, 0,   0, 0},
-    };
-    // clang-format on
-    for (const Row& row : rows) {
-        const DigitAnalysis digits = analyse_digits(row.x);
-        EXPECT_EQ(digits.int_digits, row.int_digits) << row.x;
-        EXPECT_EQ(digits.int_trailing_zeros, row.int_zeros) << row.x;
-        EXPECT_EQ(digits.frac_digits, row.frac_digits) << row.x;
-        EXPECT_EQ(digits.frac_leading_zeros, row.frac_zeros) << row.x;
-    }
 }
 
 } // namespace

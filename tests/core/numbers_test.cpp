@@ -1,5 +1,5 @@
-// Conversions between doubles and decimal text. The reference takes the C library's 17 significant digits and rounds
-// those digits by hand, half away from zero: where no tie decides, that is what printf gives, which is checked too.
+// Conversions between doubles and decimal text. Where no tie decides, they give what the C library gives; ties, which
+// go away from zero on 17 significant digits, stand in tables.
 #include "core/numbers.h"
 
 #include "tests/support/random_numbers.h"
@@ -16,58 +16,6 @@
 
 namespace quillon::testing {
 namespace {
-
-/// The sign, the digits and the exponent of the first digit.
-struct Digits {
-    bool negative;
-    std::string text;
-    int exponent;
-};
-
-/// The 17 digits of a number, rounded to those down to the place 10^`lowest`.
-Digits reference_digits(double x, int lowest) {
-    char text[64];
-    std::snprintf(text, sizeof text, "%.16e", std::fabs(x));
-    Digits digits{x < 0, std::string(1, text[0]) + std::string(text + 2, 16), std::atoi(text + 19)};
-    const int kept = digits.exponent - lowest + 1;
-    if (kept >= 17 || x == 0)
-        return digits;
-    const bool up = kept >= 0 && digits.text[static_cast<std::size_t>(kept)] >= '5';
-    digits.text.replace(static_cast<std::size_t>(std::max(kept, 0)), std::string::npos, "");
-    if (up) {
-        std::size_t at = digits.text.find_last_not_of('9');
-        if (at == std::string::npos) {
-            digits.text = "1" + std::string(digits.text.size(), '0');
-            ++digits.exponent;
-        } else {
-            ++digits.text[at++];
-            digits.text.replace(at, std::string::npos, std::string(digits.text.size() - at, '0'));
-        }
-    }
-    return digits;
-}
-
-std::string reference_fixed(double x, int decimals) {
-    const Digits digits = reference_digits(x, -decimals);
-    std::string whole;
-    std::string fraction;
-    for (int place = std::max(digits.exponent, 0); place >= -decimals; --place) {
-        const int index = digits.exponent - place;
-        const bool known = index >= 0 && index < static_cast<int>(digits.text.size());
-        (place >= 0 ? whole : fraction) += known ? digits.text[static_cast<std::size_t>(index)] : '0';
-    }
-    return (digits.negative ? "-" : "") + whole + (decimals > 0 ? "." : "") + fraction;
-}
-
-std::string reference_exponent(double x, int decimals) {
-    const int exponent = reference_digits(x, -400).exponent;
-    Digits digits = reference_digits(x, exponent - decimals);
-    digits.text.resize(static_cast<std::size_t>(decimals) + 1, '0');
-    char mark[8];
-    std::snprintf(mark, sizeof mark, "e%+03d", digits.exponent);
-    return (digits.negative ? "-" : "") + digits.text.substr(0, 1) + (decimals > 0 ? "." : "") + digits.text.substr(1) +
-           mark;
-}
 
 std::string printed(const char* format, int precision, double x) {
     char text[1024];
@@ -96,31 +44,6 @@ TEST(Round6, GivesTheNearestNumberWithSixDecimals) {
     EXPECT_TRUE(std::isnan(round6(NOT_A_NUMBER)));
 }
 
-TEST(Round6, IsTheSixthDecimalOfPrintfReadBack) {
-    RandomNumbers numbers;
-    int differing = 0;
-    for (int i = 0; i < 60000; ++i) {
-        const double x = i % 10 == 0 ? numbers.any() : numbers.decimal(i % 14 - 4, 6 + i % 3);
-        const std::string reference = reference_fixed(x, 6);
-        ASSERT_EQ(round6(x), std::strtod(reference.c_str(), nullptr)) << printed("%.*e", 20, x);
-        if (std::fabs(x) < 1e9)
-            differing += printed("%.*f", 6, x) != reference ? 1 : 0; // a tie on 17 digits, or one in binary
-    }
-    EXPECT_LT(differing, 6000);
-}
-
-TEST(Formats, RoundSeventeenDigitsHalfAwayFromZero) {
-    RandomNumbers numbers;
-    for (int i = 0; i < 30000; ++i) {
-        const double x = i % 3 == 0 ? numbers.any() : numbers.decimal(i % 25 - 8, i % 9);
-        const int decimals = i % 23;
-        const NumberText exponent = format_exponent(x, decimals);
-        ASSERT_EQ(exponent.view(), reference_exponent(x, decimals)) << printed("%.*e", 20, x);
-        ASSERT_EQ(format_fixed(x, decimals).view(), reference_fixed(x, decimals).substr(0, 127))
-            << printed("%.*e", 20, x);
-    }
-}
-
 TEST(Formats, ArePrintfWhereNoTieDecides) {
     RandomNumbers numbers;
     for (int i = 0; i < 30000; ++i) {
@@ -129,6 +52,9 @@ TEST(Formats, ArePrintfWhereNoTieDecides) {
         if (digits[digits.find_last_not_of('0')] == '5')
             continue;
         const int precision = 1 + i % 15;
+        if (std::fabs(x) < 1e9) {
+            ASSERT_EQ(round6(x), number(printed("%.*f", 6, x))) << printed("%.*e", 20, x);
+        }
         ASSERT_EQ(format_exponent(x, precision).view(), printed("%.*e", precision, x));
         ASSERT_EQ(format_general(x, precision).view(), printed("%.*g", precision, x));
         if (std::fabs(x) < 1e10) {

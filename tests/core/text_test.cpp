@@ -53,16 +53,5 @@ TEST(BoundedText, EditsInPlace) {
     }
 }
 
-TEST(BoundedText, ReadsNulBeyondItsEnd) {
-    const Text text("ABCDE");
-    EXPECT_EQ(text[4], 'E');
-    EXPECT_EQ(text[5], '\0');
-    EXPECT_EQ(text[1000], '\0');
-    Text copy(text);
-    copy.shorten(1);
-    EXPECT_EQ(text.view(), "ABCDE");
-    EXPECT_EQ(copy[1], '\0') << "what was cut is not seen";
-}
-
 } // namespace
 } // namespace quillon::testing

@@ -37,16 +37,6 @@ TEST_F(Variables, CellsHaveTheirNamesAndHoldNothing) {
     EXPECT_EQ(&dollar_var(m), &m.variables[222]);
 }
 
-TEST_F(Variables, ClearingKeepsTheNames) {
-    for (Variable& cell : m.variables)
-        store_string(cell, "X");
-    m.variables[7].name = "no";
-    clear_variables(m);
-    for (const Variable& cell : m.variables)
-        EXPECT_TRUE(cell.kind == -1 && cell.text.empty() && cell.number == 0);
-    EXPECT_EQ(m.variables[7].name.view(), "no");
-}
-
 TEST_F(Variables, SubscriptsNameCells) {
     store_number(m.variables[13], 25); // N
     const char* const rows = R"(
@@ -71,24 +61,6 @@ TEST_F(Variables, SubscriptsNameCells) {
     )";
     for (const Case& row : cases(rows))
         EXPECT_EQ(name_of(row.text), row.outcome) << row.text;
-}
-
-TEST_F(Variables, ACellHoldsANumberOrAString) {
-    Variable& cell = m.variables[0];
-    store_number(cell, 5);
-    store_string(cell, "1234567890123456789012345678901234567890");
-    EXPECT_EQ(cell.text.view(), "1234567890123456789012345678901");
-    EXPECT_TRUE(cell.kind == 1 && cell.string_flag == 1 && cell.number == 0);
-    store_number(cell, 5);
-    EXPECT_TRUE(cell.kind == 0 && cell.string_flag == 0 && cell.number == 5 && cell.text.empty());
-}
-
-TEST_F(Variables, KeepSevenCharactersOfALiteralAndDollarThirty) {
-    const std::string text = "1234567890123456789012345678901234567890";
-    EXPECT_EQ(literal_part(m, m.variables[0], text), "1234567");
-    EXPECT_EQ(literal_part(m, m.variables[221], text), "1234567");
-    EXPECT_EQ(literal_part(m, dollar_var(m), text), "123456789012345678901234567890");
-    EXPECT_EQ(literal_part(m, m.variables[0], "AB"), "AB");
 }
 
 TEST_F(Variables, CountAsWhatTheyHold) {

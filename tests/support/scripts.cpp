@@ -1,7 +1,12 @@
 // Scripts for a machine under test.
 #include "tests/support/scripts.h"
 
+#include "core/charset.h"
 #include "shell/commands.h"
+#include "tests/support/evaluation.h"
+#include "tests/support/table.h"
+
+#include <gtest/gtest.h>
 
 #include <charconv>
 #include <stdexcept>
@@ -80,6 +85,25 @@ std::string failure_of(std::string_view lines) {
     if (t.m.error_code == ERROR_NONE)
         return t.detail_id().empty() ? "ok" : "ended " + t.detail_id() + t.detail();
     return t.display() + " " + t.detail_id() + t.detail();
+}
+
+std::string printed(TestMachine& t, std::string_view setup, std::string_view expression) {
+    t.start("VAC:MODE 4:SET N\n" + std::string(setup) + (setup.empty() ? "" : "\n") + "PRINT " +
+            std::string(expression));
+    for (int i = 0; i < 2000 && t.m.run_state == STATE_RUN && t.m.stmt_kind != KIND_SCROLL; ++i)
+        t.tick();
+    if (t.m.error_code != ERROR_NONE)
+        return failure_of(t.m);
+    std::string shown(t.m.display_line, static_cast<std::size_t>(t.m.display_cursor));
+    shown += t.m.pending_print_text.view(); // what has yet to scroll in
+    char text[512];
+    return escape_text(std::string_view(shown).substr(shown.starts_with(' ') ? 1 : 0), text, sizeof text);
+}
+
+void expect_printed(std::string_view setup, std::string_view table) {
+    TestMachine t;
+    for (const Case& row : arrow_cases(table))
+        EXPECT_EQ(printed(t, setup, row.text), row.outcome) << setup << ": " << row.text;
 }
 
 } // namespace quillon::testing

@@ -23,4 +23,11 @@ std::string moment_after(std::string_view lines, std::string_view script);
 /// or "ended GOTO 3[3]" where a detail but no error is left.
 std::string failure_of(std::string_view lines);
 
+/// What `PRINT expression` shows after the lines of `setup`, without the sign blank, or how it fails ("ERR3 SIN 2
+/// [1441]"). Unit, formats and variables are those of a new machine.
+std::string printed(TestMachine& t, std::string_view setup, std::string_view expression);
+
+/// Expects what `printed` gives, in a table of "expression -> shown".
+void expect_printed(std::string_view setup, std::string_view table);
+
 } // namespace quillon::testing

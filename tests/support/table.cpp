@@ -2,6 +2,7 @@
 #include "tests/support/table.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace quillon::testing {
 namespace {
@@ -36,6 +37,22 @@ std::vector<Case> cases(std::string_view text) {
     for (const TableRow& row : table(text)) {
         for (std::size_t i = 1; i < row.size(); ++i)
             list.push_back({row[i], row[0]});
+    }
+    return list;
+}
+
+std::vector<Case> arrow_cases(std::string_view text) {
+    std::vector<Case> list;
+    for (const TableRow& row : table(text)) {
+        for (const std::string& cell : row) {
+            const std::size_t arrow = cell.find(" ->");
+            if (arrow == std::string::npos)
+                throw std::invalid_argument("no arrow: " + cell);
+            list.push_back({cell.substr(0, arrow), cell.substr(std::min(arrow + 4, cell.size()))});
+            std::string& lines = list.back().text;
+            for (std::size_t at = lines.find(" || "); at != std::string::npos; at = lines.find(" || "))
+                lines.replace(at, 4, "\n");
+        }
     }
     return list;
 }

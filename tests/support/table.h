@@ -21,4 +21,7 @@ struct Case {
 /// "14  2+3*4  20-6" are two cases with the outcome 14.
 std::vector<Case> cases(std::string_view text);
 
+/// The same of a table whose cells are "2+3*4 -> 14"; in the text, " || " stands for a line feed.
+std::vector<Case> arrow_cases(std::string_view text);
+
 } // namespace quillon::testing

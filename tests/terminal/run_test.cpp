@@ -20,6 +20,11 @@ std::string listing_of(const std::string& program) {
     return listing;
 }
 
+std::string with_bars(std::string text) {
+    std::replace(text.begin(), text.end(), '\n', '|');
+    return text;
+}
+
 /// Runs a listing that comes through a pipe.
 Outcome run_text(const std::string& listing, std::vector<std::string> options = {}) {
     options.insert(options.begin(), {"run", "/dev/stdin"});
@@ -67,9 +72,7 @@ TEST(Run, PrintsWhatIsShown) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.program);
         const Outcome outcome = run_text(listing_of(row.program));
-        std::string output = outcome.out;
-        std::replace(output.begin(), output.end(), '\n', '|');
-        EXPECT_EQ(output, row.output);
+        EXPECT_EQ(with_bars(outcome.out), row.output);
         EXPECT_EQ(outcome.err, "");
         EXPECT_EQ(outcome.status, 0);
     }
@@ -198,6 +201,37 @@ TEST(Run, TakesASeed) {
         const Outcome outcome = run_text("[P0]\n10 PRINT 1\n", {"--seed", seed});
         EXPECT_EQ(outcome.status, 0) << seed;
         EXPECT_EQ(outcome.out, " 1\n") << seed;
+    }
+}
+
+TEST(Run, FeedsInputAndKeys) {
+    struct Row {
+        const char* program;
+        std::string input;
+        const char* keys;
+        const char* output;
+        int status = 0;
+    };
+    const Row rows[] = {
+        {R"(INPUT "N",A,B$|PRINT A*2;B$)", "21\nTEXT\n", "", "N?|?| 42TEXT|"},
+        {"INPUT A$,B|PRINT A$;LEN(A$);B", "XY\r\n5", "", "?|?|XY 2 5|"}, // CR, and no end of the last line
+        {"INPUT A:PRINT A", "\n3*\n2*4\n", "", "?| 8|"},                 // empty, and no number
+        {"INPUT A$:PRINT LEN(A$);A$", "π≤\n", "", "?| 2π≤|"},
+        {"INPUT A$:PRINT A$", "äb\n", "", "?|?b|"}, // what the machine does not have
+        {"INPUT A:PRINT A", "π\n", "", "?| 3.141592654|"},
+        {"INPUT A$,B:PRINT LEN(A$);B", std::string(5000, 'X') + "\n7\n", "", "?|?| 31 7|"},
+        {R"(PRINT "HI":INPUT A,B)", "1\n", "", "HI|?|?|", 3}, // there is no more input
+        {R"(FOR I=1 TO 4:PRINT KEY$;"/";:NEXT I)", "", "aπ ", "a/π/ //|"},
+        {R"(FOR I=1 TO 4:PRINT KEY$;"/";:NEXT I)", "", "", "////|"},
+        {"FOR I=1 TO 500:NEXT I|A$=KEY$+KEY$:PRINT A$;KEY$", "", "xyz", "xxy|"}, // a key waits until it is read
+        {"INPUT A:B$=KEY$:INPUT C|PRINT A;B$;C", "1\n2\n", "k", "?|?| 1k 2|"},
+    };
+    for (const Row& row : rows) {
+        const TemporaryFile listing(listing_of(row.program));
+        const Outcome outcome =
+            run_program({"run", listing.path, "--max-ticks", "20000", "--keys", row.keys}, row.input);
+        EXPECT_EQ(with_bars(outcome.out), row.output) << row.program;
+        EXPECT_EQ(outcome.status, row.status) << row.program;
     }
 }
 

@@ -1,0 +1,195 @@
+// The PC keyboard: every row of the key-down table and every cell of the two key tables in both modes, Alt, characters
+// of the user's own layout, and the function keys.
+#include "keys/key_map.h"
+
+#include "core/charset.h"
+#include "tests/support/test_machine.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace quillon::testing {
+namespace {
+
+/// A machine in one of the modes, and a host that notes what keys ask of it.
+struct KeyMachine : TestMachine {
+    explicit KeyMachine(int ascii_mode) {
+        m.ascii_mode = ascii_mode;
+        m.host.run_command = [this](int command) { log += std::to_string(command); };
+        m.host.resize_window = [this] { log += "resize"; };
+        m.host.take_snapshot = [this] { log += "snapshot"; };
+        m.host.write_dump = [this] { log += "dump"; };
+    }
+
+    /// The pending key after a key-down with Shift (1), Ctrl (2), Alt (4) held.
+    std::string typed(int virtual_key, int modifiers = 0) {
+        hold(modifiers);
+        m.key_string = "OLD";
+        m.held_key = 0;
+        on_key_down(m, virtual_key, false);
+        return std::string(m.key_string.view());
+    }
+
+    void hold(int modifiers) {
+        m.shift_flag = modifiers & 1;
+        m.ctrl_flag = modifiers >> 1 & 1;
+        m.alt_flag = modifiers >> 2;
+    }
+
+    std::string log;
+};
+
+// clang-format off
+/// Virtual keys that do not just type their own code, by mode.
+using Keys = std::map<int, std::string>;
+const Keys BOTH_MODES = {
+    // Backspace, End, Home, arrows, Insert, Delete, F7, F8
+    {8, "\x04"},  {35, "\x07"}, {36, "\x06"}, {37, "\x01"}, {38, "\x08"}, {39, "\x02"}, {40, "\x09"}, {45, "\x05"},
+    {46, "\x03"}, {118, "\x8D"}, {119, "\x87"},
+    // numeric pad
+    {96, "0"},  {97, "1"},  {98, "2"},  {99, "3"},  {100, "4"}, {101, "5"}, {102, "6"}, {103, "7"}, {104, "8"}, {105, "9"},
+    {106, "*"}, {107, "+"}, {109, "-"}, {110, "."}, {111, "/"},
+};
+const Keys MACHINE_MODE = {{188, " "}, {189, "-"}, {190, "="}, {191, "\x8D"}, {222, "^"}};
+const Keys ASCII_MODE = {
+    {135, "\x87"}, {141, "\x8D"}, {186, ":"}, {187, ";"}, {188, ","}, {189, "-"}, {190, "."}, {191, "/"}, {192, "@"},
+    {219, "["},    {221, "]"},    {222, "^"}, {220, "\\"}, {226, "\x98"},
+};
+/// What the keys ask that type nothing.
+const Keys ACTING = {
+    {9, ""},         {13, ""},        {19, "40004"},   {27, "40004"}, {112, "resize"}, {113, "resize"}, {114, "40043"},
+    {115, "40015"},  {116, "40003"},  {117, "40041"},  {120, "dump"}, {121, ""},       {122, ""},       {123, "snapshot"},
+};
+// clang-format on
+
+TEST(KeyMap, EveryVirtualKey) {
+    for (const int ascii_mode : {0, 1}) {
+        Keys expected = BOTH_MODES;
+        expected.merge(Keys(ascii_mode != 0 ? ASCII_MODE : MACHINE_MODE));
+        expected.merge(Keys(ACTING));
+        for (int key = -1; key <= 300; ++key) {
+            SCOPED_TRACE(std::to_string(key) + " in mode " + std::to_string(ascii_mode));
+            KeyMachine t(ascii_mode);
+            const bool acts = ACTING.contains(key);
+            std::string text = key >= 32 && key <= 127 ? std::string(1, static_cast<char>(key)) : "";
+            if (expected.contains(key))
+                text = acts ? "" : expected[key];
+            EXPECT_EQ(t.typed(key), text);
+            EXPECT_EQ(t.m.held_key, text.empty() || key == 187 ? 0 : key);
+            EXPECT_EQ(t.log, acts ? expected[key] : "");
+            EXPECT_EQ(t.m.enter_request, key == 13 ? 1 : 0);
+            EXPECT_EQ(t.m.trace_step_request, 0);
+        }
+    }
+}
+
+TEST(KeyMap, KeysThatDependOnTheMachine) {
+    KeyMachine t(1);
+    on_key_down(t.m, 13, true);
+    EXPECT_EQ(t.m.enter_request, 0) << "Enter, held";
+    t.m.trace_mode = 1;
+    t.typed(9);
+    EXPECT_EQ(t.m.trace_step_request, 1);
+    t.m.run_state = STATE_COMMAND;
+    EXPECT_EQ(t.typed(27) + t.typed(19) + t.log, "") << "there is nothing to stop in command mode";
+    for (const int zoom : {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 12}) {
+        t.typed(113);
+        EXPECT_EQ(t.m.zoom, zoom);
+    }
+    for (int i = 0; i < 20; ++i)
+        t.typed(112);
+    EXPECT_EQ(t.m.zoom, 1);
+}
+
+/// What a key types alone, and with Shift, Ctrl, Shift and Ctrl, Alt: joined by ",", symbols as their escapes.
+void expect_levels(int ascii_mode, const Keys& rows) {
+    KeyMachine t(ascii_mode);
+    const auto typed = [&t](int key, int modifiers) {
+        char text[64];
+        const std::string raw = t.typed(key, modifiers);
+        return std::string(escape_text(raw, text, sizeof text));
+    };
+    for (const auto& [key, texts] : rows) {
+        std::string joined = typed(key, 0);
+        for (int modifiers = 1; modifiers <= 4; ++modifiers)
+            joined += "," + typed(key, modifiers);
+        EXPECT_EQ(joined, texts) << key;
+        EXPECT_EQ(typed(key, 5), typed(key, 4)) << key << " with Shift and Alt: as Alt";
+        EXPECT_EQ(typed(key, 6) + typed(key, 7), typed(key, 0) + typed(key, 0))
+            << key << " with Ctrl and Alt: as alone";
+    }
+}
+
+// clang-format off
+TEST(KeyMap, LevelsOfMachineMode) {
+    expect_levels(0, {
+        {'Q', "Q,!,q,%,Q"},             {'W', "W,\",w,',W"},           {'E', "E,#,e,@,E"},            {'R', "R,$,r,\\,R"},
+        {'T', "T,(,t,[,T"},             {'Y', "Y,),y,],Y"},            {'U', "U,?,u,&,U"},            {'I', "I,:,i,\\la,I"},
+        {'O', "O,;,o,\\da,O"},          {'P', "P,,,p,\\ra,P"},         {'A', "A,GOSUB ,a,\\ci,SIN "}, {'S', "S,FOR ,s,\\sq,COS "},
+        {'D', "D,TO ,d,\\tr,TAN "},     {'F', "F,STEP ,f,\\cr,ASN "},  {'G', "G,NEXT ,g,\\dv,ACS "},  {'H', "H,GOTO ,h,\\sp,ATN "},
+        {'J', "J,IF ,j,\\ht,LOG "},     {'K', "K,THEN ,k,\\di,LN "},   {'L', "L,PRINT ,l,\\cl,EXP "}, {'Z', "Z,RETURN ,z,\\bx,SQR "},
+        {'X', "X,STOP ,x,\\dt,ABS "},   {'C', "C,END ,c,\\dg,SGN "},   {'V', "V,DEFM ,v,_,INT "},     {'B', "B,RUN ,b,\\sg,FRAC "},
+        {'N', "N,LIST ,n,\\om,RAN#"},   {'M', "M,INPUT ,m,\\mu,CSR "},
+        // the blank, =, EX, / and the other signs, each on all of its keys
+        {' ', " , , , , "}, {188, " , , , , "}, {190, "=,\\ne,,,"}, {191, "\\ex,\\pi,,,"}, {118, "\\ex,\\pi,,,"}, {111, "/,<,,,"},
+        {106, "*,>,,,"},    {109, "-,\\le,,,"}, {189, "-,\\le,,,"}, {107, "+,\\ge,,,"},    {110, ".,^,,,"},
+        // no row: left as they are
+        {'5', "5,5,5,5,5"}, {97, "1,1,1,1,1"},  {222, "^,^,^,^,^"}, {37, "\x01,\x01,\x01,\x01,\x01"},
+    });
+}
+
+TEST(KeyMap, LevelsOfASCIIMode) {
+    Keys rows = {
+        {'1', "1,!,,,"}, {'2', "2,\",,,"}, {'3', "3,#,,,"}, {'4', "4,$,,,"}, {'5', "5,%,,,"}, {'6', "6,&,,,"}, {'7', "7,',,,"},
+        {'8', "8,(,,,"}, {'9', "9,),,,"},  {'0', "0,,,,"},  {189, "-,=,,,"}, {222, "^,~,,,"}, {192, "@,`,,,"}, {219, "[,{,,,"},
+        {187, ";,+,,,"}, {186, ":,*,,,"},  {221, "],},,,"}, {188, ",,<,,,"}, {190, ".,>,,,"}, {191, "/,?,,,"}, {' ', " , ,,,"},
+        {106, "*,>,,,"}, {109, "-,=,,,"},  {110, ".,>,,,"}, {111, "/,?,,,"}, {97, "1,!,,,"},  {96, "0,,,,"},
+        {220, "\\,|,,,"}, {226, "\\bs,_,,,"}, {107, "+,\\ge,,,"},
+        // no row: left as they are
+        {118, "\\ex,\\ex,\\ex,\\ex,\\ex"}, {119, "\\pi,\\pi,\\pi,\\pi,\\pi"}, {36, "\x06,\x06,\x06,\x06,\x06"},
+    };
+    // clang-format on
+    for (char c = 'A'; c <= 'Z'; ++c) {
+        const std::string ctrl = c == 'C' ? "\x0B" : c == 'V' ? "\x0A" : "";
+        rows[c] = std::string(1, c) + "," + std::string(1, to_lower(c)) + "," + ctrl + ",,";
+    }
+    expect_levels(1, rows);
+}
+
+TEST(KeyMap, AltTypesFunctionWordsInMachineModeOnly) {
+    const Keys keys = {{'A', "SIN "}, {'N', "RAN#"}, {'Q', "Q"}, {'5', "5"}, {' ', " "},
+                       {31, ""},      {127, "\x7F"}, {128, ""},  {13, ""},   {115, "s"}};
+    for (const int ascii_mode : {0, 1}) {
+        KeyMachine t(ascii_mode);
+        t.hold(4);
+        for (const auto& [key, text] : keys) {
+            t.m.key_string = "OLD";
+            t.m.held_key = 'X';
+            on_sys_key_down(t.m, key);
+            EXPECT_EQ(t.m.key_string.view(), ascii_mode != 0 ? "OLD" : text) << key;
+            EXPECT_EQ(t.m.held_key, ascii_mode != 0 ? 'X' : text.empty() ? 0 : key) << key;
+        }
+        EXPECT_EQ(t.log, "");
+    }
+    KeyMachine early(0); // Alt has not been sampled yet
+    on_sys_key_down(early.m, 'A');
+    EXPECT_EQ(early.m.key_string.view(), "A");
+}
+
+TEST(KeyMap, CharactersAreTypedAsTheyAreButForTheCaseOfLetters) {
+    KeyMachine t(1);
+    const std::string before = "aAzZ5\"_@[{`\x87";
+    const std::string typed[] = {"AAZZ5\"_@[{`\x87", "aazz5\"_@[{`\x87"};
+    for (const int shift : {0, 1}) {
+        t.hold(shift);
+        for (std::size_t i = 0; i < before.size(); ++i) {
+            on_character(t.m, before[i], CHARACTER_KEY_BASE + 7);
+            EXPECT_EQ(t.m.key_string.view(), typed[shift].substr(i, 1));
+            EXPECT_EQ(t.m.held_key, CHARACTER_KEY_BASE + 7);
+        }
+    }
+}
+
+} // namespace
+} // namespace quillon::testing

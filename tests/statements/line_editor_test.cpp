@@ -1,0 +1,210 @@
+// The line editor: each key, its limits, history, answer recall and clipboard.
+#include "core/charset.h"
+#include "shell/key_queue.h"
+#include "tests/support/keyboard.h"
+#include "tests/support/table.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <sstream>
+#include <vector>
+
+namespace quillon::testing {
+namespace {
+
+struct LineEditor : public ::testing::Test, public CommandLine {
+    void expect_entry(const std::string& text, std::size_t cursor) const {
+        EXPECT_EQ(m.entry_line.text.view(), text);
+        EXPECT_EQ(static_cast<std::size_t>(m.display_cursor), cursor) << text;
+    }
+
+    void press_all(const std::vector<int>& keys) {
+        for (const int key : keys)
+            press(*this, key);
+    }
+};
+
+TEST_F(LineEditor, AppliesEachKey) {
+    // The entry and the column, and keys: words are keys by name, others are typed.
+    const std::map<std::string, int> names = {{"left", LEFT},  {"right", RIGHT}, {"bs", BACKSPACE}, {"del", DEL},
+                                              {"ins", INSERT}, {"home", HOME},   {"ex", F7},        {"-", 109}};
+    const char* const rows = R"(
+        ABC|3    ABC                      ABC right                 ABC del           ABC left right
+        ABC|2    ABC left                 ABC left left right
+        ABC|0    ABC left left left left  ABC left left left bs
+        |0       ABC home                 ABC bs bs bs bs
+        X|1      ABC home X
+        AXC|2    ABC left left X
+        ABXY|4   ABC left X Y
+        BC|0     ABC left left left del
+        AC|1     ABC left bs              ABC left left del
+        A BC|1   ABC left left ins
+        AXBC|2   ABC left left ins X
+        ABC |3   ABC ins
+        5\ex|2   5 ex
+        5\em|2   5 ex -
+        5\em-|3  5 ex - -
+        \em5|1   ex 5 left -
+    )";
+    for (const Case& row : cases(rows)) {
+        press(*this, HOME);
+        std::istringstream words(row.text);
+        for (std::string word; words >> word;)
+            names.contains(word) ? press(*this, names.at(word)) : type(*this, word);
+        char entry[64];
+        escape_text(m.entry_line.text, entry, sizeof entry);
+        EXPECT_EQ(entry + ("|" + std::to_string(m.display_cursor)), row.outcome) << row.text;
+    }
+    press(*this, HOME);
+    type(*this, "ABC");
+    press(*this, LEFT, SHIFT);
+    expect_entry("ABC", 3);
+    press(*this, LEFT);
+    press(*this, RIGHT, SHIFT);
+    expect_entry("ABC", 2);
+}
+
+TEST_F(LineEditor, ShowsTheEntryAndTheCursor) {
+    type(*this, "A+B");
+    press(*this, LEFT);
+    m.cursor_visible = 0;
+    m.blink_counter = 7;
+    tick();
+    EXPECT_EQ(display(), "A+B");
+    press(*this, LEFT);
+    EXPECT_EQ(display(), "A_B") << "a key shows the cursor at once";
+    for (int i = 0; i < 100 && m.cursor_visible != 0; ++i)
+        tick();
+    EXPECT_EQ(display(), "A+B");
+}
+
+TEST_F(LineEditor, StopsAt127Characters) {
+    const std::string text(127, '7');
+    type_at_once(*this, text + "89");
+    press_all({RIGHT, INSERT});
+    expect_entry(text, 127);
+    press_all({LEFT, LEFT, INSERT, '1', '2', '3'});
+    expect_entry(text.substr(2) + "12", 127);
+    press(*this, BACKSPACE);
+    expect_entry(text.substr(2) + "1", 126);
+    EXPECT_EQ(m.display_offset, 126 - 11);
+}
+
+TEST_F(LineEditor, AppliesAHeldKeyOnce) {
+    KeyEvent key;
+    key.key = 'A';
+    for (int i = 0; i < 5; ++i) {
+        push_key_event(simulator->keys, key);
+        tick(5);
+        key.auto_repeat = true;
+    }
+    expect_entry("A", 1);
+    key.kind = KeyEvent::Kind::UP;
+    push_key_event(simulator->keys, key);
+    tick(2);
+    type_at_once(*this, "AABB");
+    expect_entry("AAABB", 5);
+}
+
+TEST_F(LineEditor, TypesWordsWhole) {
+    m.ascii_mode = 0;
+    press(*this, 'A', SHIFT);
+    expect_entry("GOSUB ", 6);
+    press_all({LEFT, LEFT, LEFT, LEFT, LEFT, LEFT});
+    press(*this, 'K', SHIFT); // over the first five of six
+    expect_entry("THEN  ", 5);
+    const std::string text(125, '1');
+    press(*this, HOME);
+    type_at_once(*this, text);
+    press(*this, 'A', SHIFT);
+    expect_entry(text + "GO", 127);
+}
+
+TEST_F(LineEditor, RecallsTheAnswerAsItIsShown) {
+    for (const Case& row : arrow_cases("2+3 -> 5  -7 -> -7  1/3 -> 0.3333333333  A=8 -> 8  SET F 2:1/4 -> 0.25")) {
+        says(row.text);
+        press(*this, END);
+        EXPECT_EQ(m.entry_line.text.view(), row.outcome) << row.text;
+        press(*this, HOME);
+    }
+    type(*this, "ABCDEFG");
+    press_all({LEFT, LEFT, LEFT, LEFT, LEFT, LEFT, END});
+    expect_entry("A0.25FG", 5);
+}
+
+TEST_F(LineEditor, RecallsEightLines) {
+    press(*this, UP);
+    expect_entry("", 0);
+    for (char line = '1'; line <= '9'; ++line)
+        says(std::string(1, line));
+    for (const char line : std::string("9876543222")) {
+        press(*this, UP);
+        expect_entry(std::string(1, line), 1);
+    }
+    for (const char line : std::string("34567899")) {
+        press(*this, DOWN);
+        expect_entry(std::string(1, line), 1);
+    }
+    EXPECT_EQ(m.history_index, 0);
+    press(*this, HOME);
+    EXPECT_EQ(m.history_index, -1);
+    press(*this, DOWN);
+    expect_entry("", 0);
+    type(*this, "ABCDEF");
+    press(*this, UP);
+    expect_entry("9", 1); // it takes the place of the entry
+}
+
+TEST_F(LineEditor, MovesARepeatedLineToTheTop) {
+    const auto lines = [this] {
+        std::string joined;
+        for (const auto& slot : m.history)
+            joined += std::string(slot.view()) + "/";
+        return joined;
+    };
+    const std::string longest = "\"" + std::string(126, 'X');
+    for (const std::string& line : {std::string("A"), std::string("B"), longest, std::string("A"), std::string("A")})
+        says(line);
+    EXPECT_EQ(lines(), "A/" + longest + "/B//////");
+    press_all({UP, UP});
+    expect_entry(longest, 127);
+    press_all({UP, UP});
+    exe();
+    EXPECT_EQ(lines(), "B/A/" + longest + "//////");
+    EXPECT_EQ(m.history_index, -1);
+}
+
+TEST_F(LineEditor, PastesUpToTheFirstControlCharacter) {
+    for (const std::string pasted : {"1+2|", "12|\r34", "|", "|\n1", "A\x7F|", "AB|\x87\x43", "123456789012345|"}) {
+        std::string text = pasted;
+        text.erase(text.find('|'), 1);
+        m.host.paste_text = [&text] { return BoundedText<15>(text); };
+        press(*this, 'V', CTRL);
+        EXPECT_EQ(m.entry_line.text.view(), pasted.substr(0, pasted.find('|'))) << pasted;
+        press(*this, HOME);
+    }
+    type(*this, "ABCDE");
+    press_all({LEFT, LEFT, LEFT});
+    m.host.paste_text = [] { return BoundedText<15>("xy"); };
+    press(*this, 'V', CTRL);
+    expect_entry("ABxyE", 4);
+}
+
+TEST_F(LineEditor, CopiesTheEntryOrTheResult) {
+    std::vector<std::string> copied;
+    m.host.copy_text = [&copied](std::string_view text) { copied.emplace_back(text); };
+    type(*this, "2+3.50");
+    press(*this, 'C', CTRL);
+    expect_entry("2+3.50", 6);
+    exe();
+    press(*this, 'C', CTRL);
+    EXPECT_EQ(m.run_state, STATE_COMMAND);
+    expect_entry("", 0);
+    enter(*this, "\"AB\"+\"CD\"");
+    press(*this, 'C', CTRL);
+    EXPECT_EQ(copied, (std::vector<std::string>{"2+3.50", "5.5", "ABCD"}));
+}
+
+} // namespace
+} // namespace quillon::testing

@@ -1,0 +1,124 @@
+// BEEP, BEEPS and BEEPWAIT: the tone's image byte by byte, its periods, volume, and how it holds the program.
+#include "shell/commands.h"
+#include "statements/sound.h"
+#include "tests/support/keyboard.h"
+#include "tests/support/table.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <sstream>
+#include <vector>
+
+namespace quillon::testing {
+namespace {
+
+/// A machine that notes its tones.
+struct SoundMachine : TestMachine {
+    SoundMachine() {
+        m.host.play_tone = [this](std::span<const std::uint8_t> image) {
+            log += " play";
+            played.assign(image.begin(), image.end());
+        };
+        m.host.stop_tone = [this] { log += " stop"; };
+    }
+
+    std::vector<std::uint8_t> played; ///< the last image
+    std::string log;
+};
+
+TEST(Tone, IsAWaveImage) {
+    SoundMachine t;
+    play_tone(t.m, 8, 2, 100); // half a period is 4 samples: 276 periods of 8
+    std::vector<std::uint8_t> image = {
+        'R', 'I',  'F',  'F', 0xC4, 0x08, 0,    0, 'W', 'A', 'V', 'E', 'f', 'm', 't', ' ', 16,  0,    0,    0, 1, 0, 1,
+        0,   0x44, 0xAC, 0,   0,    0x44, 0xAC, 0, 0,   1,   0,   8,   0,   'd', 'a', 't', 'a', 0xA0, 0x08, 0, 0,
+    };
+    for (int i = 0; i < 2208; ++i)
+        image.push_back(i % 8 < 4 ? 192 : 128);
+    EXPECT_EQ(t.played, image);
+}
+
+TEST(Tone, HasItsPeriodInEveryOctave) {
+    const std::uint32_t periods[] = {525326924, 495842589, 468013083, 441745527, 416952256, 393550524,
+                                     371462230, 350613657, 330935225, 312361258, 294829768, 278282244};
+    SoundMachine t;
+    for (int octave = 1; octave <= 8; ++octave) {
+        for (int note = 0; note <= 11; ++note) {
+            SCOPED_TRACE(octave * 100 + note);
+            const int semitone = (octave + 1) * 12 + note - 2;
+            const std::uint32_t half = (periods[semitone % 12] >> (semitone / 12)) * 16 / 3538944;
+            const std::uint32_t samples = (2205 / (2 * half) + 1) * 2 * half;
+            play_tone(t.m, octave, note, 100);
+            EXPECT_EQ(t.m.tone.half_period, static_cast<int>(half));
+            ASSERT_EQ(t.played.size(), 44 + samples);
+            EXPECT_EQ(t.played[4] | t.played[5] << 8, static_cast<int>(samples + 36));
+            EXPECT_EQ(t.played[40] | t.played[41] << 8, static_cast<int>(samples));
+            for (std::size_t i = 0; i < samples; ++i)
+                ASSERT_EQ(t.played[44 + i], i % (2 * half) < half ? 192 : 128) << i;
+        }
+    }
+}
+
+TEST(Tone, IsAsLoudAsTheVolume) {
+    const std::pair<int, int> volumes[] = {{0, 128}, {1, 134}, {5, 160}, {9, 185}, {10, 192}};
+    for (const auto& [volume, sample] : volumes) {
+        SoundMachine t;
+        t.m.beep_volume = volume;
+        play_tone(t.m, 4, 9, 100);
+        EXPECT_EQ(t.played[44], sample) << volume;
+        EXPECT_EQ(t.played.back(), 128) << volume;
+    }
+}
+
+TEST(Tone, HoldsTheProgramOrDoesNot) {
+    // The interval, a program, ticks, and then A, the ticks left, whether the program is held, half a period, and the
+    // log.
+    const char* const rows = R"(
+        20   A=1:BEEP:A=2                       2    1 5 1 23 play
+        20   A=1:BEEP:A=2                       6    1 1 1 23 play
+        20   A=1:BEEP:A=2                       7    2 0 0 23 play stop
+        150  BEEP 0.7:A=2                       1    0 1 1 23 play
+        30   A=1:BEEP A:A=2                     2    1 3 1 4 play
+        30   BEEPS 4,9,300:A=1:BEEPWAIT:A=2     2    1 9 0 49 play
+        30   BEEPS 4,9,300:A=1:BEEPWAIT:A=2     10   1 1 1 49 play
+        30   BEEPS 4,9,300:A=1:BEEPWAIT:A=2     11   2 0 0 49 play stop
+        30   BEEPS 4,0,1000                     1    0 33 0 83 play
+        30   BEEPS 8,4.9,1                      1    0 1 0 4 play
+        2    BEEPS 8,1,1                        1    0 2 0 4 play
+        1    BEEPS 8.0,2+0,-50                  1    0 5 0 4 play
+        1    BEEPS 4,9,99.9999999               1    0 100 0 49 play
+        30   BEEPWAIT:A=3                       2    3 0 0 0
+        30   BEEPS 4,9,3000:BEEPS 5,10,60:A=1   2    0 2 0 23 play stop play
+        30   BEEPS 4,9,3000:BEEPS 5,10,60:A=1   4    1 0 0 23 play stop play stop
+        30   BEEPS 4,9,3000:BEEPS 4,12,100      2    0 99 0 49 play
+        30   BEEPS 4,9,3000:BEEPS 4,9           2    0 99 0 49 play
+        30   BEEPS 4,9,3000:BEEP 2              2    0 99 0 49 play
+    )";
+    for (const TableRow& row : table(rows)) {
+        SoundMachine t;
+        t.m.timer_interval = std::stoi(row[0]);
+        t.start(row[1]);
+        t.tick(std::stoi(row[2]));
+        std::ostringstream shown;
+        shown << cell(t, 'A').number << ' ' << t.m.sound_ticks_left << ' ' << t.m.sound_holds_run << ' '
+              << t.m.tone.half_period << t.log;
+        EXPECT_EQ(shown.str(), row[3]) << row[1];
+        run_host_command(*t.simulator, COMMAND_RUN);
+        EXPECT_EQ(t.m.sound_ticks_left, 0) << "a start stops it";
+    }
+}
+
+TEST(Beep, IsSilentWhenSwitchedOff) {
+    SoundMachine t;
+    t.m.pcm_beep = 0;
+    t.start("BEEP:A=1:BEEPS 4,9,1000:BEEPWAIT:A=2:BEEP 5");
+    t.tick(5);
+    EXPECT_EQ(cell(t, 'A').number, 2);
+    EXPECT_EQ(t.m.sound_holds_run, 0);
+    t.tick();
+    EXPECT_EQ(t.log + t.detail_id(), "BEEP 1");
+}
+
+} // namespace
+} // namespace quillon::testing
