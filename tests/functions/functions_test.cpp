@@ -173,16 +173,11 @@ TEST(StringFunctions, KeyReadsAHeldKeyUntilItIsReleased) {
 
 TEST(Csr, MovesTheColumn) {
     const std::pair<const char*, const char*> rows[] = {
-        {"CSR 5;\"A\"", "     A"},      {"CSR 0;\"A\"", "A"},        {"CSR 11;\"A\"", "           A"},
-        {"CSR 3.9;\"A\"", "   A"},      {"CSR -0.9;\"A\"", "A"},     {"\"AB\";CSR 1+3;\"C\"", "AB  C"},
-        {"\"ABC\";CSR 1;\"X\"", "AXC"}, {"CSR 2;CSR 4;7", "     7"},
-    };
-    for (const auto& [list, shown] : rows) {
-        TestMachine t;
-        t.start("PRINT " + std::string(list));
-        t.wait();
-        EXPECT_EQ(t.display(), shown) << list;
-    }
+        {"5;\"A\"", "     A"},           {"0;\"A\"", "A"},       {"11;\"A\"", "           A"},
+        {"3.9;\"A\"", "   A"},           {"-0.9;\"A\"", "A"},    {"0;\"AB\";CSR 1+3;\"C\"", "AB  C"},
+        {"0;\"ABC\";CSR 1;\"X\"", "AX"}, {"2;CSR 4;7", "     7"}};
+    for (const auto& [list, shown] : rows)
+        EXPECT_EQ(shown_by("PRINT CSR " + std::string(list)), shown) << list;
 }
 
 } // namespace

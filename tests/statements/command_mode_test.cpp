@@ -1,6 +1,7 @@
 // Command mode: what lines show, the result and its life, errors, RUN, a stopped program meanwhile, and its limits.
 #include "shell/commands.h"
 #include "tests/support/keyboard.h"
+#include "tests/support/table.h"
 
 #include <gtest/gtest.h>
 
@@ -44,13 +45,11 @@ TEST_F(CommandMode, RunsPrintListsAtOnce) {
 }
 
 TEST_F(CommandMode, KeepsTheLastResult) {
-    const std::pair<const char*, double> lines[] = {
-        {"2+3", 5}, {"A=7", 7}, {"A$=\"X\"", 0}, {"2<3", 1}, {"2>3", 0}, {"\"AB\"", 0},
-        {"6:8", 8}, {"9", 9},   {"PRINT 4", 0},  {"9", 9},   {"1/0", 0}, {"3*4", 12},
-    };
-    for (const auto& [line, result] : lines) {
-        says(line);
-        EXPECT_EQ(m.last_result, result) << line;
+    for (const Case& row :
+         arrow_cases(R"(2+3 -> 5  A=7 -> 7  A$="X" -> 0  2<3 -> 1  2>3 -> 0  "AB" -> 0  6:8 -> 8  9 -> 9
+                                          PRINT 4 -> 0  9 -> 9  1/0 -> 0  3*4 -> 12)")) {
+        says(row.text);
+        EXPECT_EQ(m.last_result, std::stoi(row.outcome)) << row.text;
     }
     exe();
     EXPECT_EQ(m.last_result, 12) << "an empty line leaves it";
@@ -76,22 +75,19 @@ TEST_F(CommandMode, AResultStandsUntilEXEOrAKey) {
 }
 
 TEST_F(CommandMode, AnErrorStandsUntilTheClearKey) {
-    enter(*this, "A=1/0:B=1");
-    EXPECT_EQ(m.run_state, STATE_COMMAND_ERROR);
-    type(*this, "1");
-    exe();
-    tick(30);
-    EXPECT_EQ(display(), "ERR3");
     for (const int key : {HOME, UP}) {
+        enter(*this, "A=1/0:B=1");
+        type(*this, "1");
+        exe();
+        tick(30);
+        EXPECT_EQ(display(), "ERR3");
         press(*this, key);
         EXPECT_EQ(m.run_state, STATE_COMMAND);
         EXPECT_EQ(m.error_code, ERROR_NONE);
         EXPECT_EQ(m.entry_line.text.view(), "") << "Up recalls nothing here";
-        enter(*this, "FOO");
-        EXPECT_EQ(display(), "ERR2");
     }
     EXPECT_EQ(number('B'), 0);
-    EXPECT_EQ(m.history[0].view(), "FOO") << "what failed is remembered too";
+    EXPECT_EQ(m.history[0].view(), "A=1/0:B=1") << "what failed is remembered too";
 }
 
 TEST_F(CommandMode, ATypedInputAsksForOneVariable) {
@@ -133,20 +129,16 @@ TEST_F(CommandMode, DropsTheFramesOfAnEarlierLine) {
 TEST_F(CommandMode, RunsThePrograms) {
     load("[P0]\n10 READ A:PRINT A\n20 PRINT \"P0\"\n30 DATA 4,5\n[P2]\n10 PRINT \"P2\"\n");
     load_program("");
-    says("RESTORE:READ B:FOR I=1 TO 2:FOR J=1 TO 2");
-    enter(*this, "RUN:A=99");
-    EXPECT_EQ(m.base_state, STATE_RUN);
-    EXPECT_EQ(m.for_depth, 0);
-    EXPECT_EQ(run_through(), (std::vector<std::string>{" 4", "P0"})) << "with the first DATA item";
-    EXPECT_EQ(number('A') * 10 + number('B'), 44) << "variables stay; what follows RUN is dropped";
-    exe();
-    expect("PRINT 1 -> 1  RUN 15 -> ERR2 RUN 1[15]  RUN A -> ERR2 RUN 0");
-    enter(*this, "RUN 20");
-    EXPECT_EQ(run_through(), std::vector<std::string>{"P0"});
-    exe();
-    m.run_page = 2;
-    enter(*this, "RUN");
-    EXPECT_EQ(run_through(), std::vector<std::string>{"P2"});
+    expect("RESTORE:READ B:FOR I=1 TO 2 ->  RUN 15 -> ERR2 RUN 1[15]  RUN A -> ERR2 RUN 0");
+    const std::vector<std::string> shown[] = {{" 4", "P0"}, {"P0"}, {"P2"}};
+    for (int i = 0; i < 3; ++i) {
+        m.run_page = i == 2 ? 2 : 0;
+        enter(*this, i == 1 ? "RUN 20:A=99" : "RUN:A=99");
+        EXPECT_EQ(m.for_depth, 0);
+        EXPECT_EQ(run_through(), shown[i]) << "with the first DATA item";
+        EXPECT_EQ(number('A') * 10 + number('B'), 44) << "variables stay; what follows RUN is dropped";
+        exe();
+    }
     m.run_page = 5;
     load_program("");
     EXPECT_EQ(says("RUN"), "") << "an area without a program";

@@ -87,9 +87,10 @@ constexpr const char* FUNCTION_ERRORS = R"(
 /// Functions of one factor: text 0 for no operand, 1 for a string, also where the cell holds none.
 std::vector<Case> factor_errors() {
     std::vector<Case> rows;
-    for (const std::string word :
-         {"SIN", "COS", "TAN", "ASN", "ACS", "ATN",  "HYPSIN", "HYPCOS", "HYPTAN", "HYPASN", "HYPACS", "HYPATN",
-          "SQR", "EXP", "LN",  "LOG", "INT", "FRAC", "ABS",    "SGN",    "FACT",   "EOX",    "EOY",    "CUR"}) {
+    std::istringstream words(
+        "SIN COS TAN ASN ACS ATN HYPSIN HYPCOS HYPTAN HYPASN HYPACS HYPATN SQR EXP LN LOG INT FRAC "
+        "ABS SGN FACT EOX EOY CUR");
+    for (std::string word; words >> word;) {
         const std::string error = "ERR2 " + (word == "SQR" ? "SQRT" : word);
         rows.push_back({"A=" + word, error + " 0"});
         for (const char* operand : {"\"A\"", " A$", "(A$+\"B\")"})

@@ -61,15 +61,15 @@ TEST(Input, ShowsItsPrompt) {
 }
 
 TEST(Input, TakesAnyNumericExpression) {
-    const std::pair<const char*, double> entries[] = {
-        {"12", 12},      {"-3.5", -3.5},     {"3*4", 12},   {"2*B", 14},        {"(2+3", 5},
-        {"SIN 30", 0.5}, {"FACT(2+1)+1", 7}, {"&HFF", 255}, {"LEN(\"AB\")", 2}, {"C(1)", 8},
-    };
-    for (const auto& [entry, value] : entries) {
+    const char* const rows = R"(
+        12 -> 12  -3.5 -> -3.5  3*4 -> 12  2*B -> 14  (2+3 -> 5  SIN 30 -> 0.5  FACT(2+1)+1 -> 7  &HFF -> 255
+        LEN("AB") -> 2  C(1) -> 8
+    )";
+    for (const Case& row : arrow_cases(rows)) {
         Asking t("B=7:D=8:INPUT A");
-        t.answer({entry});
-        EXPECT_DOUBLE_EQ(t.number('A'), value) << entry;
-        EXPECT_EQ(failure_of(t.m), "") << entry;
+        enter(t, row.text);
+        EXPECT_DOUBLE_EQ(t.number('A'), std::stod(row.outcome)) << row.text;
+        EXPECT_EQ(failure_of(t.m), "") << row.text;
     }
 }
 
@@ -148,16 +148,13 @@ TEST(Input, IsStoppedAndGoesOn) {
             run_host_command(*t.simulator, COMMAND_STOP);
             t.tick(3);
             EXPECT_EQ(t.m.run_state, STATE_STOPPED);
-            if (by_exe) {
-                t.exe();
-                t.tick();
-                t.expect_prompt(); // asks anew
-            } else {
+            if (by_exe)
+                t.exe(); // asks anew
+            else
                 run_host_command(*t.simulator, COMMAND_RUN);
-                t.tick();
-                if (typing)
-                    press(t, HOME); // on with the entry
-            }
+            t.tick();
+            if (typing && !by_exe)
+                press(t, HOME); // on with the entry
             t.answer({"7", "8"});
             EXPECT_EQ(t.number('A') * 100 + t.number('B') * 10 + t.number('C'), 781) << typing << by_exe;
         }

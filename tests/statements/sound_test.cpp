@@ -61,9 +61,8 @@ TEST(Tone, HasItsPeriodInEveryOctave) {
 }
 
 TEST(Tone, IsAsLoudAsTheVolume) {
-    const std::pair<int, int> volumes[] = {{0, 128}, {1, 134}, {5, 160}, {9, 185}, {10, 192}};
-    for (const auto& [volume, sample] : volumes) {
-        SoundMachine t;
+    SoundMachine t;
+    for (const auto& [volume, sample] : {std::pair(0, 128), {1, 134}, {5, 160}, {9, 185}, {10, 192}}) {
         t.m.beep_volume = volume;
         play_tone(t.m, 4, 9, 100);
         EXPECT_EQ(t.played[44], sample) << volume;

@@ -20,15 +20,6 @@ void push_key(TestMachine& t, KeyEvent event) {
     push_key_event(t.simulator->keys, event);
 }
 
-void push_character(TestMachine& t, char c) {
-    KeyEvent event;
-    event.kind = c == '\n' ? KeyEvent::Kind::DOWN : KeyEvent::Kind::CHARACTER;
-    event.key = c == '\n' ? ENTER : CHARACTER_KEY_BASE + static_cast<unsigned char>(c);
-    event.character = c;
-    event.modifiers.shift = c >= 'a' && c <= 'z';
-    push_key(t, event);
-}
-
 /// Ticks until all keys have been fed, and once more without one.
 void feed(TestMachine& t) {
     for (int i = 0; i < TICKS_MAX && !t.simulator->keys.events.empty(); ++i)
@@ -47,15 +38,19 @@ void press(TestMachine& t, int key, Modifiers modifiers) {
 }
 
 void type(TestMachine& t, std::string_view text) {
-    for (const char c : text) {
-        push_character(t, c);
-        feed(t);
-    }
+    for (const char c : text)
+        type_at_once(t, std::string_view(&c, 1));
 }
 
 void type_at_once(TestMachine& t, std::string_view text) {
-    for (const char c : text)
-        push_character(t, c);
+    for (const char c : text) {
+        KeyEvent event;
+        event.kind = c == '\n' ? KeyEvent::Kind::DOWN : KeyEvent::Kind::CHARACTER;
+        event.key = c == '\n' ? ENTER : CHARACTER_KEY_BASE + static_cast<unsigned char>(c);
+        event.character = c;
+        event.modifiers.shift = c >= 'a' && c <= 'z';
+        push_key(t, event);
+    }
     feed(t);
 }
 
