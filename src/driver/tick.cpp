@@ -157,7 +157,7 @@ void resume_statement(Machine& m) {
 
 void enter_command_mode(Machine& m) {
     m.stmt_kind = KIND_CLEARED;
-    m.entry_line.text.clear(); // of an INPUT that was stopped
+    m.entry_line.text.clear(); // of an INPUT that was stopped, or the last one of a program
     clear_display_line(m);
     enter_state(m, STATE_COMMAND);
 }

@@ -105,6 +105,13 @@ TEST_F(CommandMode, ATypedInputAsksForOneVariable) {
     enter(*this, "PRINT 5:INPUT A$");
     enter(*this, "TEXT");
     EXPECT_EQ(says("A$"), "TEXT");
+    start("INPUT A$:PRINT A$");
+    wait();
+    enter(*this, "987");
+    wait();
+    exe();
+    tick(3);
+    EXPECT_EQ(says("4"), "4") << "a program's entry is no beginning of a command line either";
 }
 
 TEST_F(CommandMode, EndsEndlessLoops) {
@@ -166,7 +173,7 @@ TEST_F(CommandMode, CalculatesWhileAProgramIsStopped) {
 }
 
 TEST_F(CommandMode, LeavesAStoppedInputItsVariables) {
-    for (const char* line : {"PRINT 1", "1+1", "D=1", "1/0", "INPUT D"}) {
+    for (const char* line : {"4", "PRINT 1", "D=1", "1/0", "INPUT D"}) {
         start("VAC:INPUT A,B\nC=1");
         wait();
         type(*this, "123"); // no part of the line that follows
