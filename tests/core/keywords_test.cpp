@@ -69,19 +69,6 @@ TEST(Keywords, EveryWordYieldsItsOwnCodeInAnyLetterCase) {
     }
 }
 
-TEST(Keywords, ShareExactlyFourSlots) {
-    std::map<int, std::string> slots;
-    for (const Row& row : WORDS)
-        slots[slot_of(row.word)] += std::string(row.word) + " ";
-    std::string shared;
-    for (const auto& [slot, words] : slots) {
-        EXPECT_GE(slot, 0) << words;
-        if (words.find(' ') + 1 < words.size())
-            shared += "[" + words + "]";
-    }
-    EXPECT_EQ(shared, "[MID MID$ ][- KEY ][SAVE_A BEEPS ][CLEAR CLEAR_A ]");
-}
-
 TEST(Keywords, AnyOtherWordYieldsWhatWasRegisteredLastInItsSlot) {
     std::map<int, int> codes;
     std::map<std::string, int> words;

@@ -133,16 +133,6 @@ TEST(ParseDecimal, KnownCases) {
     EXPECT_EQ(parse_decimal("9007199254740993." + std::string(300, '0') + "1", used), 9007199254740994.0);
 }
 
-TEST(Numbers, FromDecimalIsTheNearestDouble) {
-    RandomNumbers numbers;
-    for (int i = 0; i < 100000; ++i) {
-        const auto significand = std::bit_cast<std::uint64_t>(numbers.any()) >> numbers.below(64);
-        const int exponent = numbers.below(700) - 360;
-        const std::string text = std::to_string(significand) + "e" + std::to_string(exponent);
-        ASSERT_EQ(from_decimal(significand, exponent), std::strtod(text.c_str(), nullptr)) << text;
-    }
-}
-
 TEST(Numbers, CompareToSixDecimals) {
     const char* const rows = R"(
         0   0.1234561  0.1234564       1.0000001  1         -1e-7  1e-7       0  -0       inf  inf      6e-7  14e-7

@@ -154,42 +154,6 @@ TEST(Scanner, LiteralsAndWhereTheyEnd) {
     }
 }
 
-TEST(Scanner, VariablesTellLetterAndSubscript) {
-    // The text, its code, its letter's number (-1 for $), whether a subscript follows, how many characters it takes.
-    const char* const rows = R"(
-        a        3   0   0   1        Z(1)     3  25   1   1        c$       5   2   0   2        B$(2)    5   1   1   2
-        A (1)    3   0   0   1        M$X(1)   3  12   1   3        $        5  -1   0   1        $(1)     5  -1   0   1
-    )";
-    for (const TableRow& row : table(rows)) {
-        for (std::size_t i = 0; i < row.size(); i += 5) {
-            const ExactText line(row[i]);
-            const Token token = scan_token(line.begin());
-            EXPECT_EQ(std::to_string(token.code), row[i + 1]) << row[i];
-            EXPECT_EQ(std::to_string(token.letter), row[i + 2]) << row[i];
-            EXPECT_EQ(token.subscripted ? "1" : "0", row[i + 3]) << row[i];
-            EXPECT_EQ(std::to_string(token.end - line.begin()), row[i + 4]) << row[i];
-        }
-    }
-}
-
-TEST(Scanner, SkippingAStatement) {
-    // The length of the statement with its ":", and the text.
-    const char* const rows = R"(
-        4    A(B:C      "A:B       A(1)
-        1    A          :A
-        7    A$=":":B   "A\":":B   "\zz:":B
-        4    A=1:B=2
-        12   FOO 1.2.3 &:B
-    )";
-    for (const Case& row : cases(rows)) {
-        const ExactText line(row.text);
-        bool ended_line = false;
-        const char* end = skip_to_statement_end(line.begin(), ended_line);
-        EXPECT_EQ(std::to_string(end - line.begin()), row.outcome) << row.text;
-        EXPECT_EQ(ended_line, end[-1] != ':') << row.text;
-    }
-}
-
 TEST(Scanner, EveryPairOfBytesIsReadWithinItsText) {
     for (int first = 1; first < 256; ++first) {
         for (int second = 0; second < 256; ++second) {

@@ -63,20 +63,6 @@ TEST_F(Variables, SubscriptsNameCells) {
         EXPECT_EQ(name_of(row.text), row.outcome) << row.text;
 }
 
-TEST_F(Variables, CountAsWhatTheyHold) {
-    store_number(m.variables[0], 5);
-    store_string(m.variables[1], "X");
-    for (const Case& row : cases("number  A  C  1  A+1  -A  (A)\nstring  A$  B  B$  C$  \"X\"  B$+B$  $  (B)")) {
-        outcome_of(m, row.text);
-        EXPECT_EQ(value_type(m.value), row.outcome == "number" ? TYPE_NUMBER : TYPE_STRING) << row.text;
-        EXPECT_EQ(is_number(m.value), row.outcome == "number") << row.text;
-    }
-    Value nothing;
-    EXPECT_EQ(value_type(nothing), TYPE_NONE);
-    nothing.kind = VALUE_CURSOR;
-    EXPECT_EQ(value_type(nothing), TYPE_NONE);
-}
-
 TEST_F(Variables, OnlyDollarBecomesAStringByBeingRead) {
     outcome_of(m, "A$+A$(5)+$");
     EXPECT_EQ(m.variables[0].kind, -1);

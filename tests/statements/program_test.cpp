@@ -17,13 +17,9 @@ TEST(ProgramWords, DoTheirWork) {
         IF 1 THEN REM :A=3 || PRINT A -> 0             LET A=5:PRINT A -> 5
         LET A(30)=7:PRINT Z(5) -> 7                    print 1:Print 2:let a=3:PRINT A -> 1| 2| 3
         LET A$="X":LET $="YZ":PRINT A$;$ -> XYZ        ::PRINT 1:: -> 1
-        A:"X":5:-A:PRINT 1 -> 1                        CLEAR:PRINT 1 -> 1
-        DEFM 5:PRINT 1 -> 1                            SAVE "A:B":PRINT 1 -> 1
-        LOAD "A",5 STEP:PRINT 1 -> 1                   LIST 10,20:PRINT 1 -> 1
-        LIST 10-50,"X:PRINT 1 || PRINT 2 -> 2          PUT A,B$,$:PRINT 1 -> 1
-        GET A(1:PRINT 1 -> 1                           VER:VERIFY 1/0:PRINT 1 -> 1
-        PASS "SECRET":PRINT 1 -> 1                     DATA 1,AB,"X:Y":PRINT 1 -> 1
-        SAVE A=5 || PRINT A -> 0                       PASS=5:PRINT 1 -> 1
+        A:"X":5:-A:PRINT 1 -> 1                        LOAD "A",5 STEP:PRINT 1 -> 1
+        LIST 10-50,"X:PRINT 1 || PRINT 2 -> 2          VER:VERIFY 1/0:PRINT 1 -> 1
+        DATA 1,AB,"X:Y":PRINT 1 -> 1                   SAVE A=5 || PRINT A -> 0
         PASS ->                                        BREAKA A=2:PRINT A -> 2
     )";
     for (const Case& row : arrow_cases(rows)) {
