@@ -181,8 +181,8 @@ LoadResult load_listing_text(Machine& m, std::string text) {
 
 void unload_listing(Machine& m) {
     m.listing_text.clear();
-    m.scan_ptr = "";
-    m.saved_scan_ptr = "";
+    m.scan_ptr = NO_TEXT;
+    m.saved_scan_ptr = NO_TEXT;
     clear_program_areas(m);
     clear_data_index(m);
     reset_machine(m);

@@ -73,7 +73,7 @@ void reset_machine(Machine& m) {
     m.cur_area = 0;
     m.cur_line = 0;
     m.stmt_start = nullptr;
-    m.token_start = "";
+    m.token_start = NO_TEXT;
     m.print_mode = 0;
     clear_stacks(m);
     clear_run_marks(m);

@@ -26,6 +26,9 @@ constexpr int GOSUB_DEPTH_MAX = 7;
 constexpr int DATA_INDEX_SIZE = 512;
 constexpr int HISTORY_SIZE = 8;
 
+/// What positions in a text point to where there is none: the one empty text, so that it can be told from others.
+inline constexpr char NO_TEXT[] = "";
+
 /// A line of a program area. Its text begins right behind the line number and ends at a NUL.
 struct ProgramLine {
     int number = 0;
@@ -128,8 +131,8 @@ struct Machine {
     int gosub_depth = 0;
 
     // The scanner and the evaluator, within a statement.
-    const char* scan_ptr = "";    ///< the next character to read; never null
-    const char* token_start = ""; ///< first character of the current token; never null
+    const char* scan_ptr = NO_TEXT;    ///< the next character to read; never null
+    const char* token_start = NO_TEXT; ///< first character of the current token; never null
     int token = TOKEN_END;
     int prev_token = TOKEN_END;
     Value value; ///< the current operand
@@ -168,7 +171,7 @@ struct Machine {
     // The line that is typed, for INPUT or in command mode.
     Value entry_line;                                     ///< its text; for INPUT the target cell with its kind
     BoundedText<127> command_buffer;                      ///< a committed entry, where the scanner reads it
-    const char* saved_scan_ptr = "";                      ///< where the program was meanwhile; never null
+    const char* saved_scan_ptr = NO_TEXT;                 ///< where the program was meanwhile; never null
     std::array<BoundedText<127>, HISTORY_SIZE> history{}; ///< command lines, the newest first
     int history_index = -1;                               ///< the one that is recalled, -1 for none
     double last_result = 0;                               ///< of the last command line

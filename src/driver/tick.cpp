@@ -2,6 +2,7 @@
 #include "driver/tick.h"
 
 #include "core/display_line.h"
+#include "core/invariants.h"
 #include "core/listing.h"
 #include "core/machine.h"
 #include "driver/run_state.h"
@@ -148,6 +149,19 @@ void serve_state(Machine& m) {
     }
 }
 
+void serve_tick(Machine& m) {
+    if (tone_holds_tick(m))
+        return;
+    soft_keyboard_tick(m);
+    blink_cursor(m);
+    if (error_holds_tick(m))
+        return;
+    serve_state(m);
+    if (m.held_key != 0 && !m.host.is_key_down(m.held_key))
+        clear_key(m);
+    m.enter_request = 0;
+}
+
 } // namespace
 
 void resume_statement(Machine& m) {
@@ -163,16 +177,10 @@ void enter_command_mode(Machine& m) {
 }
 
 void machine_tick(Machine& m) {
-    if (tone_holds_tick(m))
-        return;
-    soft_keyboard_tick(m);
-    blink_cursor(m);
-    if (error_holds_tick(m))
-        return;
-    serve_state(m);
-    if (m.held_key != 0 && !m.host.is_key_down(m.held_key))
-        clear_key(m);
-    m.enter_request = 0;
+    serve_tick(m);
+#ifdef QUILLON_CHECK_INVARIANTS
+    require_invariants(m);
+#endif
 }
 
 } // namespace quillon
