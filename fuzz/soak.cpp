@@ -23,7 +23,7 @@ namespace quillon::fuzz {
 namespace {
 
 constexpr long long TICKS_PER_LISTING = 10'000;
-constexpr long long TICKS_PER_RUN = 100; ///< then the program is started anew, or it would mostly stand stopped
+constexpr long long TICKS_PER_RUN = 200; ///< then the program is started anew, or it would mostly stand stopped
 constexpr long GROWTH_MAX_KIB = 512;
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -97,8 +97,11 @@ void load(Simulator& s, const std::string& path, Choices& choices) {
 void play(Simulator& s, long long ticks, Choices& choices) {
     int pause = 0;
     for (long long i = 0; i < ticks; ++i) {
-        if (i % TICKS_PER_RUN == 0)
+        if (i % TICKS_PER_RUN == 0) {
+            if (choices.below(4) != 0)
+                run_host_command(s, COMMAND_PAGE_0); // where the examples have their programs
             run_host_command(s, COMMAND_RUN);
+        }
         if (pause-- == 0) {
             act(s, choices);
             pause = choices.below(24);
