@@ -15,11 +15,11 @@ using namespace quillon;
 namespace {
 
 void enter_own_folder() {
-    std::string folder = std::filesystem::temp_directory_path() / "quillon-fuzz-XXXXXX";
+    static std::string folder = std::filesystem::temp_directory_path() / "quillon-fuzz-XXXXXX";
     fuzz::require(mkdtemp(folder.data()) != nullptr && chdir(folder.c_str()) == 0, "no folder for temporary files");
     std::ofstream("a") << "[P0]\n10 INPUT A$:PRINT A$,1/3\n20 BEEP 1:GOTO 10\n[P9]\n10 GLOAD \"a\":PRINT X\n";
     std::ofstream("b") << "[SYSTEM]\nM_001=no memory\nM_004=\"not known: \"\n[GOTO]\nM_004=where@to?\n";
-    std::atexit([] { std::filesystem::remove_all(std::filesystem::current_path()); });
+    std::atexit([] { std::filesystem::remove_all(folder); });
 }
 
 /// The command with a path or a count that is harmless.

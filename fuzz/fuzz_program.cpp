@@ -9,7 +9,7 @@ using namespace quillon;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     constexpr int TICKS_MAX = 20'000;
-    constexpr int IDLE_TICKS_MAX = 200; // of a machine that has ended: then only the keys go on
+    constexpr int IDLE_TICKS_MAX = 200; // in a row, of a machine that has ended
     std::string_view rest = fuzz::as_text(data, size);
     const std::string_view listing = fuzz::take_until(rest, '\0');
     const auto s = fuzz::make_simulator();
@@ -20,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (ticks % 8 == 7)
             act(*s, choices);
         fuzz::tick(*s);
-        idle += choices.exhausted() && s->machine.run_state >= STATE_ENDED ? 1 : 0;
+        idle = choices.exhausted() && s->machine.run_state >= STATE_ENDED ? idle + 1 : 0;
     }
     return 0;
 }

@@ -2,6 +2,7 @@
 // folders that are named. So the seeds and every finding of the past are tests.
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -16,6 +17,10 @@ namespace fs = std::filesystem;
 
 void replay(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
+    if (!stream) {
+        std::fprintf(stderr, "%s cannot be read\n", file.c_str());
+        std::exit(1);
+    }
     const std::string bytes{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
     std::fprintf(stderr, "%s\n", file.c_str());
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
