@@ -10,8 +10,35 @@ namespace quillon {
 namespace {
 
 constexpr char ESCAPE_KEY = 27;
+constexpr std::size_t DATA_TEXT_MAX = 63;
 
 bool ends_line(char c) { return c == '\0' || c == '\n' || c == '\r' || c == ESCAPE_KEY; }
+
+void append(DataText& item, char c, bool& whole) {
+    whole = whole && item.size() < DATA_TEXT_MAX;
+    item.push_back(c);
+}
+
+/// Between quotes; the closing one is passed. Kept blanks and commas are the point of them.
+void read_quoted_item(const char*& p, DataText& item, bool& whole) {
+    ++p;
+    while (*p != '"' && !ends_line(*p))
+        append(item, static_cast<char>(read_char(p)), whole);
+    p += *p == '"' ? 1 : 0;
+}
+
+/// Up to the next "," or ":", without the blanks at its end.
+void read_plain_item(const char*& p, DataText& item, bool& whole) {
+    std::size_t length = 0; // up to the last character that is no blank
+    bool whole_so_far = true;
+    while (*p != ',' && *p != ':' && !ends_line(*p)) {
+        const bool blank = *p == ' ' || *p == '\t';
+        append(item, static_cast<char>(read_char(p)), whole_so_far);
+        length = blank ? length : item.size();
+        whole = blank ? whole : whole_so_far;
+    }
+    item.shorten(length);
+}
 
 /// The index under construction: how many entries it has.
 struct IndexBuilder {
@@ -36,52 +63,23 @@ void add_numbered_entry(IndexBuilder& builder, DataItem::Kind kind, int number) 
         entry->arg = number;
 }
 
-/// Between quotes; the closing one is passed. Kept blanks and commas are the point of them.
-BoundedText<63> read_quoted_item(const char*& p) {
-    BoundedText<63> item;
-    ++p;
-    while (*p != '"' && !ends_line(*p))
-        item.push_back(static_cast<char>(read_char(p)));
-    p += *p == '"' ? 1 : 0;
-    return item;
-}
-
-/// Up to the next "," or ":", without the blanks at its end.
-BoundedText<63> read_plain_item(const char*& p) {
-    BoundedText<63> item;
-    std::size_t length = 0; // up to the last character that is no blank
-    while (*p != ',' && *p != ':' && !ends_line(*p)) {
-        const bool blank = *p == ' ' || *p == '\t';
-        item.push_back(static_cast<char>(read_char(p)));
-        length = blank ? length : item.size();
-    }
-    item.shorten(length);
-    return item;
-}
-
 /// Stores the items of one DATA statement and returns the text position behind it.
 const char* parse_data_line(IndexBuilder& builder, const char* text) {
     const char* p = text;
-    for (;;) {
-        p = skip_blanks(p);
-        if (ends_line(*p) || *p == ':')
-            break;
-        const BoundedText<63> item = *p == '"' ? read_quoted_item(p) : read_plain_item(p);
+    DataText item;
+    bool whole = true;
+    while (read_data_item(p, item, whole)) {
         DataItem* entry = add_entry(builder, DataItem::ITEM);
         if (entry == nullptr)
             return p;
         entry->text = item;
-        p = skip_blanks(p);
-        if (ends_line(*p) || *p == ':')
-            break;
-        if (*p != ',') {
+        if (!pass_data_separator(p)) {
             compose_system_message(builder.m, MESSAGE_DATA_SEPARATOR);
             builder.failed = true;
             return p;
         }
-        ++p;
     }
-    return *p == ':' ? p + 1 : p;
+    return p;
 }
 
 void index_line(IndexBuilder& builder, const ProgramLine& line) {
@@ -100,6 +98,29 @@ void index_line(IndexBuilder& builder, const ProgramLine& line) {
 }
 
 } // namespace
+
+bool read_data_item(const char*& p, DataText& item, bool& whole) {
+    item.clear();
+    whole = true;
+    p = skip_blanks(p);
+    if (ends_line(*p) || *p == ':') {
+        p += *p == ':' ? 1 : 0;
+        return false;
+    }
+    if (*p == '"')
+        read_quoted_item(p, item, whole);
+    else
+        read_plain_item(p, item, whole);
+    return true;
+}
+
+bool pass_data_separator(const char*& p) {
+    p = skip_blanks(p);
+    if (*p != ',')
+        return ends_line(*p) || *p == ':';
+    ++p;
+    return true;
+}
 
 void clear_data_index(Machine& m) {
     for (DataItem& entry : m.data_index)

@@ -1,6 +1,8 @@
 // The DATA index: every DATA item of the listing, found once when it is loaded.
 #pragma once
 
+#include "core/text.h"
+
 namespace quillon {
 
 struct Machine;
@@ -12,6 +14,17 @@ void clear_data_index(Machine& m);
 /// and one for each item. False, with `system_message`, when the index is full or an item is not followed by a ",".
 /// Runs no subscript and touches no variable.
 bool build_data_index(Machine& m);
+
+/// The text of a DATA item: what is longer is cut.
+using DataText = BoundedText<63>;
+
+/// Reads the DATA item at `p` and moves behind it; false at the end of the statement, whose ":" is passed. `whole`
+/// tells whether the item had room.
+bool read_data_item(const char*& p, DataText& item, bool& whole);
+
+/// Passes the "," behind an item; false, and nothing passed, where something else stands than that or the end of the
+/// statement.
+bool pass_data_separator(const char*& p);
 
 /// Whether the index begins an area at `index`, ends there, or has no such entry: where READ must stop.
 bool ends_area_data(const Machine& m, int index);

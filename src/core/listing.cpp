@@ -2,9 +2,9 @@
 // text, whose line feeds become NULs.
 #include "core/listing.h"
 
-#include "core/charset.h"
 #include "core/data_index.h"
 #include "core/errors.h"
+#include "core/listing_elements.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -12,8 +12,6 @@
 
 namespace quillon {
 namespace {
-
-constexpr char CONTROL_Z = 26; ///< ends a listing
 
 struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
@@ -35,122 +33,57 @@ ReadResult read_file(const std::string& path, std::string& text) {
     return std::ferror(file.get()) != 0 ? ReadResult::CANNOT_READ : ReadResult::READ;
 }
 
-/// Where the splitting of a listing has come to.
-struct Analysis {
-    Machine& m;
-    char* p;                     ///< the next character
-    int line = 1;                ///< its line in the file, from 1
-    ProgramArea* area = nullptr; ///< the area that lines go to; null between areas
-    int last_number = -1;        ///< number of the line before, in the area
-    bool any_area = false;
-    bool failed = false;
-};
-
-void refuse(Analysis& a, MessageId message) {
-    compose_system_message(a.m, message, ":%d LINE", a.line);
-    a.failed = true;
-}
-
-bool starts_comment(char c) { return c == '#' || c == ';' || c == '\'' || c == ',' || c == '!'; }
-
-void skip_line(Analysis& a) {
-    while (*a.p != '\0' && *a.p != '\n')
-        ++a.p;
-}
-
-/// Blanks and line ends between elements; false at the end of the text.
-bool skip_to_element(Analysis& a) {
-    for (; *a.p == ' ' || *a.p == '\t' || *a.p == '\r' || *a.p == '\n'; ++a.p)
-        a.line += *a.p == '\n' ? 1 : 0;
-    return *a.p != '\0';
-}
-
-/// "[P", a digit, "]"; the character behind that is not looked at.
-void read_header(Analysis& a) {
-    if (a.p[0] != '[' || to_upper(a.p[1]) != 'P')
-        return refuse(a, MESSAGE_TEXT_OUTSIDE_AREA);
-    if (!is_digit(a.p[2]))
-        return refuse(a, MESSAGE_BAD_LINE_START);
-    if (a.p[3] != ']')
-        return refuse(a, MESSAGE_HEADER_NOT_CLOSED);
-    ProgramArea& area = a.m.areas[static_cast<std::size_t>(a.p[2] - '0')];
-    if (area.used)
-        return refuse(a, MESSAGE_AREA_TWICE);
-    area.used = true;
-    a.area = &area;
-    a.any_area = true;
-    a.last_number = -1;
-    a.p += 4;
-    if (*a.p != '\0' && *a.p != '\n')
-        ++a.p;
-}
-
-/// Ends the line's text: its line feed becomes the NUL that the scanner stops at.
-void end_line(Analysis& a) {
-    skip_line(a);
-    if (*a.p == '\n') {
-        *a.p++ = '\0';
-        ++a.line;
+/// The text of a fault, save for those that say more than their line.
+MessageId message_of(ListingPart fault) {
+    switch (fault) {
+    case ListingPart::NO_AREA: return MESSAGE_NO_LISTING;
+    case ListingPart::TEXT_OUTSIDE_AREA: return MESSAGE_TEXT_OUTSIDE_AREA;
+    case ListingPart::HEADER_NOT_CLOSED: return MESSAGE_HEADER_NOT_CLOSED;
+    case ListingPart::AREA_TWICE: return MESSAGE_AREA_TWICE;
+    case ListingPart::LINE_NUMBER_TOO_LONG: return MESSAGE_LINE_NUMBER_LENGTH;
+    case ListingPart::NO_BLANK_AFTER_NUMBER: return MESSAGE_NO_BLANK_AFTER_NUMBER;
+    case ListingPart::LINE_NUMBER_ORDER: return MESSAGE_LINE_NUMBER_ORDER;
+    default: return MESSAGE_BAD_LINE_START;
     }
 }
 
-void read_line(Analysis& a) {
-    constexpr int NUMBER_LENGTH_MAX = 7;
-    const char* begin = a.p;
-    int number = 0;
-    for (; is_digit(*a.p); ++a.p) {
-        if (a.p - begin == NUMBER_LENGTH_MAX) {
-            compose_system_message(a.m, MESSAGE_LINE_NUMBER_LENGTH, "(MAX:7):%d LINE", a.line);
-            a.failed = true;
-            return;
-        }
-        number = number * 10 + (*a.p - '0');
-    }
-    if (*a.p != ' ' && *a.p != '\t')
-        return refuse(a, MESSAGE_NO_BLANK_AFTER_NUMBER);
-    if (number <= a.last_number)
-        return refuse(a, MESSAGE_LINE_NUMBER_ORDER);
-    if (a.area->line_count == LINES_PER_AREA) {
-        compose_system_message(a.m, MESSAGE_TABLE_FULL, "(MAX:%d)", LINES_PER_AREA);
-        a.failed = true;
-        return;
-    }
-    a.area->lines[static_cast<std::size_t>(a.area->line_count++)] = {number, a.p};
-    a.last_number = number;
-    end_line(a);
-}
-
-void read_element(Analysis& a) {
-    if (starts_comment(*a.p))
-        skip_line(a);
-    else if (a.area == nullptr || *a.p == '[')
-        read_header(a);
-    else if (is_digit(*a.p))
-        read_line(a);
+void compose_listing_fault(Machine& m, ListingPart fault, int line) {
+    const MessageId message = message_of(fault);
+    if (fault == ListingPart::NO_AREA)
+        compose_system_message(m, message);
+    else if (fault == ListingPart::LINE_NUMBER_TOO_LONG)
+        compose_system_message(m, message, "(MAX:7):%d LINE", line);
     else
-        refuse(a, MESSAGE_BAD_LINE_START);
+        compose_system_message(m, message, ":%d LINE", line);
+}
+
+/// Stores a line; its line feed becomes the NUL that the scanner stops at. False when the area is full.
+bool store_line(Machine& m, const ListingSplitter& s) {
+    ProgramArea& area = m.areas[static_cast<std::size_t>(s.area)];
+    if (area.line_count == LINES_PER_AREA) {
+        compose_system_message(m, MESSAGE_TABLE_FULL, "(MAX:%d)", LINES_PER_AREA);
+        return false;
+    }
+    area.lines[static_cast<std::size_t>(area.line_count++)] = {s.number, s.text};
+    m.listing_text[static_cast<std::size_t>(s.text_end - m.listing_text.data())] = '\0';
+    return true;
 }
 
 /// Splits `listing_text` into areas and lines; false on a fault.
 bool analyze_listing(Machine& m) {
-    Analysis a{m, m.listing_text.data()};
-    while (!a.failed && skip_to_element(a))
-        read_element(a);
-    if (!a.failed && !a.any_area) {
-        compose_system_message(m, MESSAGE_NO_LISTING);
-        a.failed = true;
+    ListingSplitter s = split_listing(m.listing_text.data());
+    for (;;) {
+        const ListingPart part = next_listing_part(s);
+        switch (part) {
+        case ListingPart::END: return true;
+        case ListingPart::HEADER: m.areas[static_cast<std::size_t>(s.area)].used = true; break;
+        case ListingPart::LINE:
+            if (!store_line(m, s))
+                return false;
+            break;
+        default: compose_listing_fault(m, part, s.at_line); return false;
+        }
     }
-    return !a.failed;
-}
-
-/// The text that counts: without a byte order mark, up to the first NUL or Ctrl-Z.
-void trim_listing(std::string& text) {
-    if (text.starts_with("\xEF\xBB\xBF"))
-        text.erase(0, 3);
-    constexpr const char ENDS[] = {'\0', CONTROL_Z};
-    const std::size_t end = text.find_first_of(std::string_view(ENDS, sizeof ENDS));
-    if (end != std::string::npos)
-        text.erase(end);
 }
 
 } // namespace
