@@ -57,11 +57,12 @@ void ask_for_variable(Machine& m) {
 void ask_with_prompt(Machine& m) {
     print_value(m);
     next_token_behind_operand(m);
-    if (!failed(m) && m.token == ',')
+    const bool comma = !failed(m) && m.token == ',';
+    if (comma)
         next_token(m);
     if (failed(m))
         return;
-    if (!is_variable(m.token))
+    if (!comma || !is_variable(m.token))
         return raise_error(m, ERROR_SYNTAX, MESSAGE_INPUT_PROMPT);
     const char* behind_variable = m.scan_ptr;
     if (!read_list_separator(m))
