@@ -1,0 +1,324 @@
+// The statements, a row for each.
+#include "terminal/check_reader.h"
+
+#include "core/charset.h"
+#include "core/machine.h"
+#include "core/numbers.h"
+
+namespace quillon {
+namespace {
+
+using Read = void (*)(StatementReader&);
+
+bool is_variable(int token) { return token == TOKEN_NUMVAR || token == TOKEN_STRVAR; }
+
+/// Passes the rest of the statement unread.
+void skip_statement(StatementReader& r) {
+    bool ended_line = false;
+    r.scan = skip_to_statement_end(r.scan, ended_line);
+    r.token = ended_line ? TOKEN_END : TOKEN_COLON;
+}
+
+// Loops.
+
+/// Which loop a control variable stands for.
+int loop_of(const Token& variable) { return variable.subscripted ? ANY_LOOP : variable.letter; }
+
+/// One of the three numbers of FOR.
+void read_loop_number(StatementReader& r) {
+    const char* at = skip_blanks(r.scan);
+    read_argument(r);
+    if (!r.failed && !may_be_number(r.value))
+        refuse(r, FindingKind::BAD_STATEMENT, r.value.kind == VALUE_NONE ? r.scanned.begin : at,
+               "a number must stand here");
+}
+
+void read_for(StatementReader& r) {
+    const Token variable = scan_token(r.scan);
+    next(r);
+    // Noted whatever is wrong with it, so that its NEXT is not blamed too.
+    add_step(r, Step::FOR, variable.code == TOKEN_NUMVAR ? loop_of(variable) : ANY_LOOP, variable.begin);
+    if (r.failed)
+        return;
+    if (r.token != TOKEN_NUMVAR)
+        return refuse_shape(r, "a variable without \"$\" must stand behind FOR");
+    next(r);
+    if (r.token != '=')
+        return refuse_shape(r, "\"=\" is missing behind the variable of FOR");
+    read_loop_number(r);
+    if (!r.failed && r.token != TOKEN_TO)
+        refuse_shape(r, "TO is missing");
+    if (r.failed)
+        return;
+    read_loop_number(r);
+    if (!r.failed && r.token == TOKEN_STEP)
+        read_loop_number(r);
+    if (!r.failed && !is_statement_end(r.token))
+        refuse(r, FindingKind::TEXT_AFTER_STATEMENT, r.scanned.begin, describe(r.scanned) + " behind a whole FOR");
+}
+
+void read_next(StatementReader& r) {
+    const char* at = r.scanned.begin;
+    const Token variable = scan_token(r.scan);
+    next(r);
+    const bool named = !r.failed && r.token == TOKEN_NUMVAR;
+    if (named)
+        next(r);
+    if (!r.failed && !is_statement_end(r.token))
+        refuse(r, FindingKind::TEXT_AFTER_STATEMENT, r.scanned.begin, describe(r.scanned) + " behind a whole NEXT");
+    add_step(r, Step::NEXT, named ? loop_of(variable) : ANY_LOOP, at);
+}
+
+// Data.
+
+void read_read(StatementReader& r) {
+    const char* at = r.scanned.begin;
+    do {
+        next(r);
+        if (!r.failed && !is_variable(r.token))
+            return refuse_shape(r, "READ needs a variable here");
+        if (!r.failed)
+            next(r);
+    } while (!r.failed && r.token == ',');
+    if (!r.listing.has_data)
+        refuse(r, FindingKind::NO_DATA, at, "the listing has no DATA to read");
+}
+
+void read_restore(StatementReader& r) {
+    const char* at = skip_blanks(r.scan);
+    r.may_lack = true;
+    read_argument(r);
+    if (r.failed || r.value.kind == VALUE_NONE)
+        return;
+    if (type_of(r.value) == OperandType::STRING)
+        return refuse(r, FindingKind::WRONG_TYPE, at, "RESTORE takes the number of a DATA line, not a string");
+    if (!r.value.number)
+        return;
+    const int number = truncate_to_int(round6(*r.value.number));
+    const CheckedArea& area = r.listing.areas[static_cast<std::size_t>(r.area)];
+    const auto line = area.by_number.find(number);
+    if (line == area.by_number.end() || !area.lines[static_cast<std::size_t>(line->second)].has_data)
+        refuse(r, FindingKind::NO_SUCH_LINE, at, "there is no DATA in a line " + std::to_string(number));
+}
+
+// Modes and sound.
+
+bool outside(const CheckedOperand& value, double lowest, double highest) {
+    return value.number && !(*value.number >= lowest && *value.number <= highest);
+}
+
+void read_mode(StatementReader& r) {
+    const char* at = skip_blanks(r.scan);
+    r.value = {};
+    read_statement(r);
+    if (r.failed)
+        return;
+    if (r.value.kind == VALUE_NONE)
+        refuse_shape(r, "MODE needs a number");
+    else if (r.value.kind == VALUE_STRING || outside(r.value, 4, 8))
+        refuse(r, FindingKind::OUT_OF_RANGE, at, "the modes of MODE are 4 to 8");
+}
+
+char take_char(StatementReader& r) {
+    r.scan = skip_blanks(r.scan);
+    return *r.scan == '\0' ? '\0' : *r.scan++;
+}
+
+void read_set_digits(StatementReader& r, char letter) {
+    constexpr int SET_G_MAX = 18;
+    const char* at = skip_blanks(r.scan);
+    const char first = take_char(r);
+    if (!is_digit(first))
+        return refuse(r, FindingKind::BAD_STATEMENT, at, "a digit must stand behind SET E, SET F or SET G");
+    int number = first - '0';
+    if (is_digit(*r.scan))
+        number = number * 10 + (*r.scan++ - '0');
+    next(r);
+    if (!is_statement_end(r.token))
+        refuse(r, FindingKind::TEXT_AFTER_STATEMENT, r.scanned.begin, describe(r.scanned) + " behind a whole SET");
+    else if (letter == 'G' && number > SET_G_MAX)
+        refuse(r, FindingKind::OUT_OF_RANGE, at, "SET G takes 0 to 18");
+}
+
+void read_set(StatementReader& r) {
+    const char* at = skip_blanks(r.scan);
+    const char letter = to_upper(take_char(r));
+    if (letter == 'E' || letter == 'F' || letter == 'G')
+        read_set_digits(r, letter);
+    else if (letter == 'N')
+        next(r);
+    else
+        refuse(r, FindingKind::BAD_STATEMENT, at, "SET needs E, F, G or N");
+}
+
+void read_beep(StatementReader& r) {
+    const char* at = skip_blanks(r.scan);
+    r.value = {};
+    r.may_lack = true;
+    read_statement(r);
+    if (r.failed)
+        return;
+    if (!is_statement_end(r.token) && !may_be_number(r.value))
+        refuse(r, FindingKind::WRONG_TYPE, at, "BEEP takes a number");
+    else if (outside(r.value, 0, 1))
+        refuse(r, FindingKind::OUT_OF_RANGE, at, "the tones of BEEP are 0 and 1");
+}
+
+void check_beeps_number(StatementReader& r, const char* at, double lowest, double highest, const char* text) {
+    if (r.failed)
+        return;
+    if (!may_be_number(r.value))
+        refuse(r, FindingKind::BAD_STATEMENT, at, "BEEPS takes three numbers: octave, note, milliseconds");
+    else if (outside(r.value, lowest, highest))
+        refuse(r, FindingKind::OUT_OF_RANGE, at, text);
+}
+
+void read_beeps(StatementReader& r) {
+    constexpr double ANY = 1e100;
+    const char* at = skip_blanks(r.scan);
+    r.value = {};
+    read_statement(r);
+    check_beeps_number(r, at, 1, 8, "the octaves of BEEPS are 1 to 8");
+    for (const bool note : {true, false}) {
+        if (!r.failed && r.token != ',')
+            refuse_shape(r, "BEEPS takes three numbers: octave, note, milliseconds");
+        if (r.failed)
+            return;
+        at = skip_blanks(r.scan);
+        read_argument(r);
+        check_beeps_number(r, at, note ? 0 : -ANY, note ? 11 : ANY, "the notes of BEEPS are 0 to 11");
+    }
+}
+
+// The rest.
+
+void read_run(StatementReader& r) {
+    next(r);
+    r.leaves_line = true;
+    if (r.failed || is_statement_end(r.token))
+        return;
+    if (r.token != TOKEN_NUMBER)
+        return refuse_shape(r, "a line number, or nothing, must stand behind RUN");
+    note_line(r, r.scanned.begin);
+    next(r);
+}
+
+void read_gload(StatementReader& r) {
+    const char* at = skip_blanks(r.scan);
+    read_argument(r);
+    if (!r.failed && type_of(r.value) != OperandType::STRING)
+        refuse(r, FindingKind::WRONG_TYPE, at, "GLOAD takes the name of a file");
+}
+
+void read_let(StatementReader& r) {
+    next(r);
+    if (r.failed)
+        return;
+    if (is_variable(r.token))
+        next_behind_operand(r);
+    else
+        refuse_shape(r, "a variable must stand behind LET");
+}
+
+void read_rem(StatementReader& r) { r.token = TOKEN_END; }
+
+void read_one_token(StatementReader& r) { next(r); }
+
+void read_stop(StatementReader&) {}
+
+constexpr int NO_KIND = -1;
+
+struct StatementShape {
+    int token;
+    int kind; ///< the context that the word sets
+    Read read;
+};
+
+// PRINT and INPUT only set their context: their lists are read_statement's.
+// clang-format off
+constexpr StatementShape STATEMENT_SHAPES[] = {
+    {TOKEN_PRINT,    KIND_PRINT,     read_stop},
+    {TOKEN_INPUT,    KIND_INPUT,     read_stop},
+    {TOKEN_FOR,      KIND_FOR,       read_for},
+    {TOKEN_NEXT,     NO_KIND,        read_next},
+    {TOKEN_STOP,     NO_KIND,        read_stop},
+    {TOKEN_END_WORD, NO_KIND,        leave_line},
+    {TOKEN_COMMAND,  NO_KIND,        leave_line},
+    {TOKEN_RUN,      NO_KIND,        read_run},
+    {TOKEN_MODE,     NO_KIND,        read_mode},
+    {TOKEN_SET,      NO_KIND,        read_set},
+    {TOKEN_BEEP,     NO_KIND,        read_beep},
+    {TOKEN_BEEPS,    NO_KIND,        read_beeps},
+    {TOKEN_BEEPWAIT, NO_KIND,        read_one_token},
+    {TOKEN_VAC,      NO_KIND,        read_one_token},
+    {TOKEN_READ,     NO_KIND,        read_read},
+    {TOKEN_RESTORE,  NO_KIND,        read_restore},
+    {TOKEN_GLOAD,    NO_KIND,        read_gload},
+    {TOKEN_LET,      NO_KIND,        read_let},
+    {TOKEN_REM,      NO_KIND,        read_rem},
+    {TOKEN_DATA,     NO_KIND,        skip_statement},
+    {TOKEN_LIST,     NO_KIND,        skip_statement},
+    {TOKEN_CLEAR,    NO_KIND,        skip_statement},
+    {TOKEN_DEFM,     NO_KIND,        skip_statement},
+    {TOKEN_SAVE,     NO_KIND,        skip_statement},
+    {TOKEN_LOAD,     NO_KIND,        skip_statement},
+    {TOKEN_PUT,      NO_KIND,        skip_statement},
+    {TOKEN_GET,      NO_KIND,        skip_statement},
+    {TOKEN_VERIFY,   NO_KIND,        skip_statement},
+    {TOKEN_PASS,     NO_KIND,        skip_statement},
+};
+// clang-format on
+
+} // namespace
+
+bool read_statement_word(StatementReader& r) {
+    if (read_jump_word(r))
+        return true;
+    for (const StatementShape& shape : STATEMENT_SHAPES) {
+        if (shape.token != r.token)
+            continue;
+        r.kind = shape.kind != NO_KIND ? shape.kind : r.kind;
+        shape.read(r);
+        if (r.leaves_line && r.token != TOKEN_END)
+            r.token = TOKEN_COLON; // the machine has gone on elsewhere
+        return true;
+    }
+    return false;
+}
+
+void read_print_list(StatementReader& r) {
+    do {
+        read_sum(r);
+        if (r.failed || is_statement_end(r.token))
+            break;
+        if (r.token != ',' && r.token != ';')
+            refuse(r, FindingKind::BAD_STATEMENT, r.scanned.begin, describe(r.scanned) + " in the list of PRINT");
+    } while (!r.failed);
+    if (r.prev_token == ',')
+        refuse_shape(r, "the list of PRINT ends with \",\"");
+}
+
+void read_input_list(StatementReader& r) {
+    for (next(r); !r.failed && !is_statement_end(r.token); next(r)) {
+        if (r.token == ',')
+            continue;
+        if (r.token == TOKEN_STRING) {
+            next(r);
+            const bool comma = r.token == ',';
+            if (comma)
+                next(r);
+            if (!r.failed && (!comma || !is_variable(r.token)))
+                return refuse_shape(r, "\",\" and a variable must stand behind the prompt of INPUT");
+        }
+        if (r.failed || !is_variable(r.token))
+            return refuse_token(r);
+        const Token behind = scan_token(r.scan);
+        if (!is_statement_end(behind.code) && behind.code != ',') {
+            next(r);
+            return refuse(r, FindingKind::BAD_STATEMENT, r.scanned.begin,
+                          describe(r.scanned) + " in the list of INPUT");
+        }
+    }
+}
+
+} // namespace quillon

@@ -1,0 +1,240 @@
+// Playing: the loop of ticks and keys.
+#include "terminal/play.h"
+
+#include "core/charset.h"
+#include "shell/catalogue.h"
+#include "shell/clipboard.h"
+#include "shell/commands.h"
+#include "shell/file_services.h"
+#include "shell/simulator.h"
+#include "shell/startup.h"
+#include "terminal/play_keys.h"
+#include "terminal/play_screen.h"
+#include "terminal/terminal_guard.h"
+#include "terminal/terminal_input.h"
+
+#define NCURSES_NOMACROS
+#include <curses.h>
+#include <langinfo.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <clocale>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <deque>
+#include <filesystem>
+#include <memory>
+
+namespace quillon {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int BAD_CALL = 2;
+
+/// Everything of one play.
+struct Play {
+    Simulator simulator;
+    Typist typist;
+    KeyLevel level = LEVEL_NONE;
+    std::deque<std::string> messages; ///< the first one is shown until a key is pressed
+    std::string clipboard;            ///< UTF-8
+    bool utf8 = false;
+    bool leaving = false;
+    bool changed = true;      ///< the screen is to be drawn
+    std::string status_shown; ///< the status line as drawn last
+};
+
+void print_error(const char* text) { std::fprintf(stderr, "quillon-cli: %s\n", text); }
+
+/// The machine's texts are UTF-8. Where the user's locale is missing, another one will do for reading and drawing it.
+bool choose_encoding() {
+    if (std::setlocale(LC_CTYPE, "") == nullptr) {
+        const Environment environment = read_environment();
+        const std::string names = environment.lc_all + environment.lang;
+        if (names.find("UTF-8") != std::string::npos || names.find("utf8") != std::string::npos)
+            std::setlocale(LC_CTYPE, "C.UTF-8");
+    }
+    return std::strcmp(::nl_langinfo(CODESET), "UTF-8") == 0;
+}
+
+void show_message(Play& play, const std::string& text) {
+    constexpr std::size_t MESSAGES_MAX = 20;
+    if (play.messages.size() < MESSAGES_MAX)
+        play.messages.push_back(text);
+    play.changed = true;
+}
+
+void connect_host(Play& play, const PlayOptions& options) {
+    Host& host = play.simulator.machine.host;
+    host.show_message = [&play](const std::string& text, MessageIcon) { show_message(play, text); };
+    host.copy_text = [&play](std::string_view text) { play.clipboard = to_unicode(clipboard_part(text)); };
+    host.paste_text = [&play] { return pasted_part(play.clipboard); };
+    host.milliseconds = [start = Clock::now()] {
+        const auto passed = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start);
+        return static_cast<std::uint32_t>(passed.count());
+    };
+    if (options.bell)
+        host.play_tone = [](std::span<const std::uint8_t>) { ::beep(); };
+    play.simulator.window.perform = [&play](HostCommand command) {
+        play.leaving = play.leaving || command == COMMAND_EXIT;
+    };
+    play.simulator.window.refresh = [&play] { play.changed = true; };
+    use_file_services(play.simulator);
+}
+
+MessageCatalogue load_catalogue(const PlayOptions& options, const Environment& environment) {
+    const std::string path =
+        options.catalogue.empty() ? find_catalogue(environment, find_resources(program_folder())) : options.catalogue;
+    return read_catalogue(path).value_or(MessageCatalogue{});
+}
+
+/// Begins as the window does, with what the last one left behind.
+void start(Play& play, const PlayOptions& options) {
+    Simulator& s = play.simulator;
+    const Environment environment = read_environment();
+    s.files = find_data_files(environment, program_folder());
+    s.machine.catalogue = load_catalogue(options, environment);
+    connect_host(play, options);
+    play.leaving = !start_simulator(s);
+    if (options.no_save)
+        s.files = {};
+    if (options.listing.empty() || play.leaving)
+        return;
+    std::error_code fault;
+    const auto path = std::filesystem::absolute(options.listing, fault);
+    open_listing(s, fault ? options.listing : path.string());
+}
+
+/// What the message line shows: a message that waits for a key, or what is wrong with the program.
+std::string message_of(const Play& play) {
+    if (!play.messages.empty())
+        return play.messages.front();
+    const Machine& m = play.simulator.machine;
+    const std::string_view detail = m.error_detail.view();
+    return m.error_code != ERROR_NONE ? std::string(detail.substr(0, detail.find_first_of("\r\n"))) : "";
+}
+
+void draw(Play& play) {
+    const std::string status = status_text(play.simulator, play.level) + message_of(play);
+    if (!play.changed && status == play.status_shown)
+        return;
+    draw_screen(play.simulator, {message_of(play), play.level, play.utf8});
+    play.status_shown = status;
+    play.changed = false;
+}
+
+void stop_program(Play& play) {
+    drop_typed_keys(play.typist, play.simulator);
+    run_host_command(play.simulator, COMMAND_STOP);
+}
+
+void take_key(Play& play, const TerminalInput& input) {
+    constexpr int VIRTUAL_KEY_ESCAPE = 27;
+    if (!play.messages.empty())
+        play.messages.pop_front();
+    play.changed = true;
+    switch (input.kind) {
+    case TerminalInput::LEAVE: play.leaving = true; return;
+    case TerminalInput::STOP: return stop_program(play);
+    case TerminalInput::PREFIX: play.level = next_level(play.level); return;
+    case TerminalInput::REDRAW: ::clearok(::curscr, true); return;
+    case TerminalInput::RESIZE: return;
+    case TerminalInput::NOTHING: return;
+    case TerminalInput::KEY: break;
+    }
+    if (input.key.virtual_key == VIRTUAL_KEY_ESCAPE)
+        drop_typed_keys(play.typist, play.simulator);
+    const auto event = key_event_for(input.key, play.level, play.simulator.machine.ascii_mode != 0);
+    play.level = LEVEL_NONE;
+    if (event)
+        type_key(play.typist, *event);
+}
+
+/// Reads all keys that are there. A terminal that says it has some, and never has, is gone.
+void take_keys(Play& play, bool announced) {
+    bool any = false;
+    for (auto input = read_terminal(); input && !play.leaving; input = read_terminal()) {
+        take_key(play, *input);
+        any = true;
+    }
+    play.leaving = play.leaving || (announced && !any && ::isatty(STDIN_FILENO) == 0);
+}
+
+/// Sleeps until a key comes or the time has passed; true when the terminal has something to read.
+bool wait_for_key(Play& play, Clock::time_point until) {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(until - Clock::now()).count();
+    pollfd terminal{STDIN_FILENO, POLLIN, 0};
+    if (::poll(&terminal, 1, static_cast<int>(std::max<decltype(left)>(left, 0))) <= 0)
+        return false;
+    play.leaving = play.leaving || (terminal.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
+    return (terminal.revents & POLLIN) != 0;
+}
+
+Clock::time_point next_tick(const Play& play) {
+    return Clock::now() + std::chrono::milliseconds(play.simulator.machine.timer_interval);
+}
+
+void play_on(Play& play) {
+    Clock::time_point tick_due = next_tick(play);
+    while (!play.leaving && signal_to_leave() == 0) {
+        draw(play);
+        const bool announced = wait_for_key(play, tick_due);
+        take_keys(play, announced);
+        if (Clock::now() < tick_due)
+            continue;
+        play.changed = tick_with_keys(play.typist, play.simulator) || play.changed;
+        tick_due = next_tick(play);
+    }
+}
+
+struct DeleteScreen {
+    void operator()(SCREEN* screen) const {
+        ::endwin();
+        ::delscreen(screen);
+    }
+};
+
+/// Draws and listens until the end; false when the terminal cannot be drawn on.
+bool play_on_screen(Play& play) {
+    const std::unique_ptr<SCREEN, DeleteScreen> screen(::newterm(nullptr, stdout, stdin));
+    if (screen == nullptr)
+        return false;
+    note_screen_sequences();
+    prepare_terminal_input();
+    set_lcd_colours(play.simulator);
+    play_on(play);
+    return true;
+}
+
+/// Lets the signal that asked for the end take its usual course now.
+void end_by_signal(int number) {
+    if (number != 0)
+        ::raise(number);
+}
+
+} // namespace
+
+int play(const PlayOptions& options) {
+    if (::isatty(STDIN_FILENO) == 0 || ::isatty(STDOUT_FILENO) == 0) {
+        print_error("play needs a terminal for its input and its output; run works without one");
+        return BAD_CALL;
+    }
+    if (!can_draw_on_terminal() || !guard_terminal()) {
+        print_error("play cannot draw on this terminal: TERM names none that it can place the cursor on");
+        return BAD_CALL;
+    }
+    const auto state = std::make_unique<Play>();
+    state->utf8 = choose_encoding();
+    start(*state, options);
+    const bool drawn = play_on_screen(*state);
+    release_terminal();
+    shut_down_simulator(state->simulator);
+    end_by_signal(signal_to_leave());
+    return drawn ? 0 : BAD_CALL;
+}
+
+} // namespace quillon

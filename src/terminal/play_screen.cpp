@@ -1,0 +1,127 @@
+// Drawing with curses.
+#include "terminal/play_screen.h"
+
+#include "core/machine.h"
+#include "shell/commands.h"
+#include "shell/simulator.h"
+#include "terminal/lcd_cells.h"
+#include "terminal/play_keys.h"
+
+#define NCURSES_NOMACROS
+#include <curses.h>
+
+#include <algorithm>
+
+namespace quillon {
+namespace {
+
+constexpr short LCD_PAIR = 1;
+constexpr int LCD_MARGIN = 2;
+constexpr int LCD_COLUMNS = LCD_DOT_COLUMNS + 2 * LCD_MARGIN;
+constexpr int LCD_ROWS = LCD_BLOCK_ROWS + 2;
+constexpr int OTHER_ROWS = 3; ///< indicators, message, status
+
+/// The nearest colour of the 6 x 6 x 6 cube that terminals of 256 colours have.
+short cube_colour(Colour colour) {
+    const auto level = [colour](unsigned shift) { return static_cast<int>((colour >> shift & 0xFF) + 25) / 51; };
+    return static_cast<short>(16 + 36 * level(16) + 6 * level(8) + level(0));
+}
+
+/// What the terminal can show of a text: one line, and ASCII where it has no UTF-8.
+std::string showable(std::string text, bool utf8) {
+    for (char& c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < ' ' || byte == 127)
+            c = ' ';
+        else if (byte > 127 && !utf8)
+            c = '?';
+    }
+    return text;
+}
+
+/// Writes a line, cut at the right edge whatever the width of its characters.
+void put_line(int row, int column, const std::string& text, attr_t attributes) {
+    if (row < 0 || row >= LINES || column >= COLS)
+        return;
+    WINDOW* line = ::derwin(::stdscr, 1, COLS - column, row, column);
+    if (line == nullptr)
+        return;
+    ::wattrset(line, static_cast<int>(attributes));
+    ::waddstr(line, text.c_str());
+    ::delwin(line);
+}
+
+attr_t lcd_attributes() { return ::has_colors() ? static_cast<attr_t>(COLOR_PAIR(LCD_PAIR)) : A_NORMAL; }
+
+/// The LCD in half blocks with a margin around it.
+void draw_blocks(const LcdPicture& picture, int row) {
+    const std::string margin(LCD_MARGIN, ' ');
+    const std::string blank(LCD_COLUMNS, ' ');
+    put_line(row, 0, blank, lcd_attributes());
+    for (const std::string& blocks : lcd_block_rows(picture))
+        put_line(++row, 0, margin + blocks + margin, lcd_attributes());
+    put_line(row + 1, 0, blank, lcd_attributes());
+}
+
+std::string indicators_text(const LcdPicture& picture) {
+    std::string text;
+    for (const std::string_view name : lit_indicators(picture))
+        text.append(text.empty() ? "" : "  ").append(name);
+    return text;
+}
+
+bool has_room_for_blocks() { return COLS >= LCD_COLUMNS && LINES >= LCD_ROWS + OTHER_ROWS; }
+
+/// Whether the machine is at a place in a program.
+bool shows_line(const Machine& m) {
+    const bool at_line = m.cur_line < m.areas[static_cast<std::size_t>(m.cur_area)].line_count;
+    return m.run_state != STATE_SELECT && m.run_state != STATE_COMMAND && at_line;
+}
+
+} // namespace
+
+void set_lcd_colours(const Simulator& s) {
+    if (!::has_colors())
+        return;
+    ::start_color();
+    ::use_default_colors();
+    constexpr int CUBE_COLOURS = 256;
+    if (COLORS >= CUBE_COLOURS)
+        ::init_pair(LCD_PAIR, cube_colour(s.settings.pal_on), cube_colour(s.settings.pal_bg));
+    else
+        ::init_pair(LCD_PAIR, COLOR_BLACK, COLOR_GREEN);
+}
+
+std::string status_text(const Simulator& s, KeyLevel level) {
+    const Machine& m = s.machine;
+    const int area = shows_line(m) ? m.cur_area : m.run_page;
+    std::string text = "P" + std::to_string(area);
+    if (shows_line(m))
+        text += " line " + std::to_string(current_line_number(m));
+    text += m.overdrive != 0 ? "  Overdrive " : "  ";
+    text += std::to_string(m.timer_interval) + " ms  ^A level: ";
+    text += level_name(level);
+    text += m.trace_mode != 0 ? "  TRACE: Tab steps" : "";
+    return text + "  F5 run  F6 command  ^C stop  ^Q leave";
+}
+
+void draw_screen(const Simulator& s, const ScreenTexts& texts) {
+    ::werase(::stdscr);
+    int row = 0;
+    const bool blocks = texts.utf8 && has_room_for_blocks();
+    const bool all_rows = LINES > OTHER_ROWS; // else the LCD and the status come first
+    if (all_rows)
+        put_line(row++, 0, indicators_text(s.lcd), A_NORMAL);
+    if (blocks)
+        draw_blocks(s.lcd, row);
+    else
+        put_line(row, 0, lcd_text(s.lcd, texts.utf8), lcd_attributes());
+    row += blocks ? LCD_ROWS : 1;
+    if (all_rows)
+        put_line(row++, 0, showable(texts.message, texts.utf8), A_BOLD);
+    put_line(row, 0, status_text(s, texts.level), LINES > 1 ? A_REVERSE : A_NORMAL);
+    ::touchwin(::stdscr);
+    ::wrefresh(::stdscr);
+}
+
+} // namespace quillon
