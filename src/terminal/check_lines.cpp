@@ -28,9 +28,9 @@ void take_back(CheckedListing& listing, const Mark& mark) {
 /// Where the checking of a line has come to.
 struct LineReader {
     CheckedListing& listing;
-    int area;
-    int line;
-    const char* scan; ///< the next statement; null at the end
+    int area = 0;
+    int line = 0;
+    const char* scan = nullptr; ///< the next statement; null at the end
     bool conditional = false;
     const char* rest = nullptr; ///< text behind a whole statement, which the machine takes for the next one
     Mark before_rest{};

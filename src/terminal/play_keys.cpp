@@ -32,7 +32,7 @@ int virtual_key_of(char c) {
         if (key.sign == c)
             return key.virtual_key;
     }
-    return is_letter(c) || is_digit(c) || c == ' ' ? to_upper(c) : 0;
+    return is_letter(c) || is_digit(c) || c == ' ' ? as_byte(to_upper(c)) : 0;
 }
 
 /// The machine's character; NUL where it has none.
@@ -96,7 +96,7 @@ std::optional<KeyEvent> key_event_for(const TypedKey& typed, KeyLevel level, boo
     if (chosen != LEVEL_NONE)
         event.key = virtual_key_of(c);
     else if (!ascii_mode && is_letter(c))
-        event.key = to_upper(c);
+        event.key = as_byte(to_upper(c));
     if (chosen == LEVEL_NONE)
         event.modifiers.shift = capital;
     if (event.key == 0) {

@@ -58,8 +58,10 @@ void draw_blocks(const LcdPicture& picture, int row) {
     const std::string margin(LCD_MARGIN, ' ');
     const std::string blank(LCD_COLUMNS, ' ');
     put_line(row, 0, blank, lcd_attributes());
-    for (const std::string& blocks : lcd_block_rows(picture))
-        put_line(++row, 0, margin + blocks + margin, lcd_attributes());
+    for (std::string& blocks : lcd_block_rows(picture)) {
+        blocks.insert(0, margin).append(margin);
+        put_line(++row, 0, blocks, lcd_attributes());
+    }
     put_line(row + 1, 0, blank, lcd_attributes());
 }
 
