@@ -12,12 +12,29 @@ namespace {
 
 bool failed(const Machine& m) { return m.error_code != ERROR_NONE; }
 
-using Level = double (*)(Machine&);
+/// How tightly an operator binds. Each level takes its operands from the one behind it.
+enum Level : int { SUM, TERM, POWER, FACTOR };
 
-/// Reads the right operand of an operator with the level below it; false after an error, a missing operand included.
+/// The level of the operator that a token is; FACTOR for those that are none.
+constexpr Level level_of(int token) {
+    switch (token) {
+    case '+':
+    case '-': return SUM;
+    case '*':
+    case '/': return TERM;
+    case '^':
+    case TOKEN_EX:
+    case TOKEN_EM: return POWER;
+    default: return FACTOR;
+    }
+}
+
+double eval_level(Machine& m, Level level);
+
+/// Reads the right operand of an operator of this level; false after an error, a missing operand included.
 bool read_right_operand(Machine& m, Level level, double& right) {
     m.value.kind = VALUE_NONE;
-    right = level(m);
+    right = level == POWER ? eval_factor(m) : eval_level(m, level == SUM ? TERM : POWER);
     if (!failed(m) && m.value.kind == VALUE_NONE)
         raise_error(m, ERROR_SYNTAX, MESSAGE_NO_OPERAND);
     return !failed(m);
@@ -36,7 +53,7 @@ double number_result(Machine& m, int kind, Variable* variable, double result) {
 double concatenate(Machine& m) {
     Value left = m.value;
     double unused = 0;
-    if (!read_right_operand(m, eval_term, unused))
+    if (!read_right_operand(m, SUM, unused))
         return 0;
     if (value_type(m.value) != TYPE_STRING) {
         raise_error(m, ERROR_VARIABLE, MESSAGE_TYPES_DIFFER);
@@ -57,7 +74,7 @@ double add_or_subtract(Machine& m, double left) {
     const int kind = m.value.kind;
     Variable* variable = m.value.variable;
     double right = 0;
-    if (!read_right_operand(m, eval_term, right))
+    if (!read_right_operand(m, SUM, right))
         return 0;
     const ValueType right_type = value_type(m.value);
     if (operation == '+' && left_type != right_type) {
@@ -99,6 +116,18 @@ double apply_arithmetic(Machine& m, Level level, double left) {
         return 0;
     }
     return number_result(m, kind, variable, arithmetic(operation, left, right));
+}
+
+/// Evaluates operands as long as operators of this level, or tighter ones, stand between them.
+double eval_level(Machine& m, Level level) {
+    double left = eval_factor(m);
+    while (!failed(m)) {
+        const Level found = level_of(m.token);
+        if (found == FACTOR || found < level)
+            break;
+        left = found == SUM ? add_or_subtract(m, left) : apply_arithmetic(m, found, left);
+    }
+    return left;
 }
 
 double signed_factor(Machine& m) {
@@ -240,26 +269,7 @@ bool in_number_range(double x) {
 
 } // namespace
 
-double eval_sum(Machine& m) {
-    double left = eval_term(m);
-    while (!failed(m) && (m.token == '+' || m.token == '-'))
-        left = add_or_subtract(m, left);
-    return left;
-}
-
-double eval_term(Machine& m) {
-    double left = eval_power(m);
-    while (!failed(m) && (m.token == '*' || m.token == '/'))
-        left = apply_arithmetic(m, eval_power, left);
-    return left;
-}
-
-double eval_power(Machine& m) {
-    double left = eval_factor(m);
-    while (!failed(m) && (m.token == '^' || m.token == TOKEN_EX || m.token == TOKEN_EM))
-        left = apply_arithmetic(m, eval_factor, left);
-    return left;
-}
+double eval_sum(Machine& m) { return eval_level(m, SUM); }
 
 double eval_factor(Machine& m) {
     if (!descend(m))

@@ -23,10 +23,8 @@ int next_token(Machine& m);
 /// Reads the token behind an operand: as `next_token`, but `value` stays the operand's record.
 void next_token_behind_operand(Machine& m);
 
-/// Sums, products, powers and single factors: the four levels of operators, loosest first.
+/// A whole expression without relations, and a single factor of one.
 double eval_sum(Machine& m);
-double eval_term(Machine& m);
-double eval_power(Machine& m);
 double eval_factor(Machine& m);
 
 /// Enters and leaves a nested level. `descend` raises an error and gives false where nesting is too deep.

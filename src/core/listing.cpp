@@ -109,10 +109,12 @@ LoadResult load_listing_text(Machine& m, std::string text) {
         m.error_detail.clear();
         return LoadResult::FAULTY;
     }
+    fill_scan_cache(m.scan_cache, m.listing_text, m.areas);
     return LoadResult::LOADED;
 }
 
 void unload_listing(Machine& m) {
+    drop_scan_cache(m.scan_cache);
     m.listing_text.clear();
     m.scan_ptr = NO_TEXT;
     m.saved_scan_ptr = NO_TEXT;

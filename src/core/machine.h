@@ -6,6 +6,7 @@
 #include "core/host.h"
 #include "core/language.h"
 #include "core/messages.h"
+#include "core/scan_cache.h"
 #include "core/states.h"
 #include "core/text.h"
 
@@ -108,6 +109,7 @@ struct Machine {
 
     // The listing. Written by a load only; positions in its text are dropped with it.
     std::string listing_text; ///< empty when no listing is loaded; line feeds of program lines are NULs
+    ScanCache scan_cache;     ///< its tokens; nothing of it shows
     std::array<ProgramArea, AREA_COUNT> areas{};
     std::array<DataItem, DATA_INDEX_SIZE> data_index{};
     int data_pos = 0; ///< where READ looks for the next item

@@ -169,11 +169,13 @@ Token scan_token(const char* text) {
     return token;
 }
 
-TokenText literal_text(const Token& token) {
-    TokenText text;
-    for (const char* p = token.begin + 1; p < token.end && *p != '"';)
+void read_literal(const Token& token, TokenText& text) {
+    const char* p = token.begin + 1;
+    while (p < token.end && *p != '"' && *p != '\\')
+        ++p;
+    text.assign(text_between(token.begin + 1, p));
+    while (p < token.end && *p != '"')
         text.push_back(static_cast<char>(read_char(p)));
-    return text;
 }
 
 TokenText word_text(const Token& token) {

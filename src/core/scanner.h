@@ -42,8 +42,8 @@ Token scan_token(const char* text);
 /// The first character at or after `text` that is no blank, tab or CR.
 const char* skip_blanks(const char* text);
 
-/// The characters of the literal that `token` (TOKEN_STRING) stands for, its escapes decoded; at most 127.
-TokenText literal_text(const Token& token);
+/// Reads the literal that `token` (TOKEN_STRING) stands for, its escapes decoded; at most 127 characters.
+void read_literal(const Token& token, TokenText& text);
 
 /// The word at a token as the scanner reads it, in lower case; at most 127 characters.
 TokenText word_text(const Token& token);

@@ -67,17 +67,19 @@ void take_literal(Machine& m, const Token& token) {
     m.value.complete = 0;
     m.value.number = token.number;
     if (token.code == TOKEN_STRING)
-        m.value.text = literal_text(token);
+        read_literal(token, m.value.text);
 }
 
-} // namespace
-
-int next_token(Machine& m) {
-    const Token token = scan_token(m.scan_ptr);
+/// Makes a scanned token the current one.
+void take_token(Machine& m, const Token& token) {
     m.prev_token = m.token;
     m.token_start = token.begin;
     m.scan_ptr = token.end;
     m.token = token.code;
+}
+
+int take_next_token(Machine& m, const Token& token) {
+    take_token(m, token);
     switch (token.code) {
     case TOKEN_NUMVAR:
     case TOKEN_STRVAR: take_variable(m, token); break;
@@ -92,19 +94,27 @@ int next_token(Machine& m) {
     return m.token;
 }
 
+void take_token_behind_operand(Machine& m, const Token& token) {
+    if (!is_operand_token(token.code) && token.code != TOKEN_LEXICAL_ERROR)
+        return take_token(m, token);
+    // Something that the statement will refuse; reading it must not touch the operand before it.
+    const Value operand = m.value;
+    take_next_token(m, token);
+    m.value = operand;
+}
+
+} // namespace
+
+int next_token(Machine& m) {
+    if (const Token* known = find_token(m.scan_cache, m.scan_ptr))
+        return take_next_token(m, *known);
+    return take_next_token(m, scan_token(m.scan_ptr));
+}
+
 void next_token_behind_operand(Machine& m) {
-    const Token token = scan_token(m.scan_ptr);
-    if (is_operand_token(token.code) || token.code == TOKEN_LEXICAL_ERROR) {
-        // Something that the statement will refuse; reading it must not touch the operand before it.
-        const Value operand = m.value;
-        next_token(m);
-        m.value = operand;
-        return;
-    }
-    m.prev_token = m.token;
-    m.token_start = token.begin;
-    m.scan_ptr = token.end;
-    m.token = token.code;
+    if (const Token* known = find_token(m.scan_cache, m.scan_ptr))
+        return take_token_behind_operand(m, *known);
+    take_token_behind_operand(m, scan_token(m.scan_ptr));
 }
 
 } // namespace quillon
