@@ -1,10 +1,10 @@
 // The four operator levels and the factor: literals, variables, signs, parentheses, functions, and the words that
 // statements begin with.
+#include "core/arithmetic.h"
 #include "core/errors.h"
 #include "core/interpreter.h"
 #include "core/variables.h"
 
-#include <cmath>
 #include <numbers>
 
 namespace quillon {
@@ -12,29 +12,12 @@ namespace {
 
 bool failed(const Machine& m) { return m.error_code != ERROR_NONE; }
 
-/// How tightly an operator binds. Each level takes its operands from the one behind it.
-enum Level : int { SUM, TERM, POWER, FACTOR };
-
-/// The level of the operator that a token is; FACTOR for those that are none.
-constexpr Level level_of(int token) {
-    switch (token) {
-    case '+':
-    case '-': return SUM;
-    case '*':
-    case '/': return TERM;
-    case '^':
-    case TOKEN_EX:
-    case TOKEN_EM: return POWER;
-    default: return FACTOR;
-    }
-}
-
 double eval_level(Machine& m, Level level);
 
 /// Reads the right operand of an operator of this level; false after an error, a missing operand included.
 bool read_right_operand(Machine& m, Level level, double& right) {
     m.value.kind = VALUE_NONE;
-    right = level == POWER ? eval_factor(m) : eval_level(m, level == SUM ? TERM : POWER);
+    right = level == LEVEL_POWER ? eval_factor(m) : eval_level(m, static_cast<Level>(level + 1));
     if (!failed(m) && m.value.kind == VALUE_NONE)
         raise_error(m, ERROR_SYNTAX, MESSAGE_NO_OPERAND);
     return !failed(m);
@@ -53,7 +36,7 @@ double number_result(Machine& m, int kind, Variable* variable, double result) {
 double concatenate(Machine& m) {
     Value left = m.value;
     double unused = 0;
-    if (!read_right_operand(m, SUM, unused))
+    if (!read_right_operand(m, LEVEL_SUM, unused))
         return 0;
     if (value_type(m.value) != TYPE_STRING) {
         raise_error(m, ERROR_VARIABLE, MESSAGE_TYPES_DIFFER);
@@ -74,7 +57,7 @@ double add_or_subtract(Machine& m, double left) {
     const int kind = m.value.kind;
     Variable* variable = m.value.variable;
     double right = 0;
-    if (!read_right_operand(m, SUM, right))
+    if (!read_right_operand(m, LEVEL_SUM, right))
         return 0;
     const ValueType right_type = value_type(m.value);
     if (operation == '+' && left_type != right_type) {
@@ -86,16 +69,6 @@ double add_or_subtract(Machine& m, double left) {
         return 0;
     }
     return number_result(m, kind, variable, operation == '+' ? left + right : left - right);
-}
-
-double arithmetic(int operation, double left, double right) {
-    switch (operation) {
-    case '*': return left * right;
-    case '/': return left / right;
-    case TOKEN_EX: return left * std::pow(10.0, right);
-    case TOKEN_EM: return left / std::pow(10.0, right);
-    default: return std::pow(left, right);
-    }
 }
 
 /// Multiplication, division and powers: operators that take numbers only.
@@ -123,9 +96,9 @@ double eval_level(Machine& m, Level level) {
     double left = eval_factor(m);
     while (!failed(m)) {
         const Level found = level_of(m.token);
-        if (found == FACTOR || found < level)
+        if (found == LEVEL_FACTOR || found < level)
             break;
-        left = found == SUM ? add_or_subtract(m, left) : apply_arithmetic(m, found, left);
+        left = found == LEVEL_SUM ? add_or_subtract(m, left) : apply_arithmetic(m, found, left);
     }
     return left;
 }
@@ -237,6 +210,8 @@ double dispatch_factor(Machine& m) {
 /// False when there is no factor: at the end of the statement, and after an error.
 bool read_factor_token(Machine& m) {
     next_token(m);
+    if (m.token >= TOKEN_NUMBER && m.token <= TOKEN_STRING)
+        return !failed(m); // an operand needs none of what follows
     while (m.token == TOKEN_BREAK || m.token == TOKEN_BREAKA) {
         if (m.token == TOKEN_BREAK)
             m.host.run_command(COMMAND_TRACE);
@@ -259,17 +234,12 @@ bool read_factor_token(Machine& m) {
     return true;
 }
 
-/// The range of numbers that a factor may have; not-a-number has none.
-bool in_number_range(double x) {
-    constexpr double NUMBER_MIN = 1e-99;
-    constexpr double NUMBER_MAX = 1e100;
-    const double magnitude = std::fabs(x);
-    return x == 0 || (magnitude >= NUMBER_MIN && magnitude <= NUMBER_MAX);
-}
-
 } // namespace
 
-double eval_sum(Machine& m) { return eval_level(m, SUM); }
+double eval_sum(Machine& m) {
+    double result = 0;
+    return run_expression(m, result) ? result : eval_level(m, LEVEL_SUM);
+}
 
 double eval_factor(Machine& m) {
     if (!descend(m))

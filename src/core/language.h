@@ -19,6 +19,10 @@ using StatementHandler = void (*)(Machine&);
 /// behind the arguments.
 using FunctionHandler = double (*)(Machine&);
 
+/// Computes a function of one number without touching the record: `x` becomes its result. False where the function
+/// refuses the argument.
+using NumberFormula = bool (*)(const Machine&, int token, double& x);
+
 /// One statement word. `kind` is the statement context (StmtKind) that the word sets before its handler runs, -1 when
 /// it leaves the context alone. PRINT and INPUT only set theirs: their handler is called by `eval_statement` and by
 /// the driver, once for each item of their list.
@@ -31,6 +35,7 @@ struct Statement {
 struct Language {
     std::array<Statement, STATEMENT_LAST - STATEMENT_FIRST + 1> statements{};
     std::array<FunctionHandler, FUNCTION_LAST - FUNCTION_FIRST + 1> functions{};
+    std::array<NumberFormula, FUNCTION_LAST - FUNCTION_FIRST + 1> formulas{}; ///< of the functions of one factor
 };
 
 /// The statement of a token, without a handler when it has none.
@@ -43,6 +48,12 @@ constexpr Statement statement_of(const Language& language, int token) {
 constexpr FunctionHandler function_of(const Language& language, int token) {
     const bool known = token >= FUNCTION_FIRST && token <= FUNCTION_LAST;
     return known ? language.functions[static_cast<std::size_t>(token - FUNCTION_FIRST)] : nullptr;
+}
+
+/// The formula of a function of one factor, null for all other tokens.
+constexpr NumberFormula formula_of(const Language& language, int token) {
+    const bool known = token >= FUNCTION_FIRST && token <= FUNCTION_LAST;
+    return known ? language.formulas[static_cast<std::size_t>(token - FUNCTION_FIRST)] : nullptr;
 }
 
 } // namespace quillon

@@ -110,11 +110,13 @@ LoadResult load_listing_text(Machine& m, std::string text) {
         return LoadResult::FAULTY;
     }
     fill_scan_cache(m.scan_cache, m.listing_text, m.areas);
+    reset_expressions(m.expression_cache, m.scan_cache.tokens.size());
     return LoadResult::LOADED;
 }
 
 void unload_listing(Machine& m) {
     drop_scan_cache(m.scan_cache);
+    reset_expressions(m.expression_cache, 0);
     m.listing_text.clear();
     m.scan_ptr = NO_TEXT;
     m.saved_scan_ptr = NO_TEXT;
@@ -151,13 +153,19 @@ void advance_line(Machine& m) {
         m.program_ended = 1;
 }
 
-int find_line(const Machine& m, int number) {
-    const ProgramArea& area = m.areas[static_cast<std::size_t>(m.cur_area)];
+int find_line(Machine& m, int number) {
+    ProgramArea& area = m.areas[static_cast<std::size_t>(m.cur_area)];
+    std::uint16_t& hint = area.found_lines[static_cast<unsigned>(number) % area.found_lines.size()];
+    if (hint < area.line_count && area.lines[hint].number == number)
+        return hint;
     const auto* begin = area.lines.data();
     const auto* end = begin + area.line_count;
     const auto* found =
         std::lower_bound(begin, end, number, [](const ProgramLine& line, int wanted) { return line.number < wanted; });
-    return found != end && found->number == number ? static_cast<int>(found - begin) : -1;
+    if (found == end || found->number != number)
+        return -1;
+    hint = static_cast<std::uint16_t>(found - begin);
+    return hint;
 }
 
 } // namespace quillon

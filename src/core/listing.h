@@ -47,6 +47,6 @@ void restore_area_data(Machine& m);
 void advance_line(Machine& m);
 
 /// The index of the line with this number in the current area, -1 when there is none.
-int find_line(const Machine& m, int number);
+int find_line(Machine& m, int number);
 
 } // namespace quillon

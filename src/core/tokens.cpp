@@ -8,13 +8,14 @@
 namespace quillon {
 namespace {
 
-void compose_scan_fault(Machine& m, const Token& token) {
+void take_scan_fault(Machine& m, const Token& token) {
     switch (token.fault) {
     case ScanFault::BAD_NUMBER: compose_detail(m, MESSAGE_BAD_NUMBER); break;
     case ScanFault::UNKNOWN_WORD: compose_detail(m, MESSAGE_UNKNOWN_TOKEN, ":\"%s\"", word_text(token).c_str()); break;
     case ScanFault::BAD_AMPERSAND: compose_detail(m, MESSAGE_UNKNOWN_TOKEN, ":\"&\""); break;
     default: compose_detail(m, MESSAGE_UNKNOWN_TOKEN); break;
     }
+    m.value.kind = TOKEN_LEXICAL_ERROR;
 }
 
 /// Evaluates the subscript of a variable; its ")" is consumed with it.
@@ -31,8 +32,8 @@ int eval_subscript(Machine& m, const Token& token) {
     return index;
 }
 
-/// The cell that a variable means; null after an error.
-Variable* resolve_cell(Machine& m, const Token& token) {
+/// The cell that a variable means; null after an error. Not inlined: most variables have no subscript.
+[[gnu::noinline]] Variable* resolve_cell(Machine& m, const Token& token) {
     if (token.letter == DOLLAR_LETTER)
         return &dollar_var(m);
     const int index = token.subscripted ? eval_subscript(m, token) : 0;
@@ -47,7 +48,8 @@ Variable* resolve_cell(Machine& m, const Token& token) {
 }
 
 void take_variable(Machine& m, const Token& token) {
-    Variable* cell = resolve_cell(m, token);
+    const bool plain = !token.subscripted && token.letter != DOLLAR_LETTER;
+    Variable* cell = plain ? &m.variables[static_cast<std::size_t>(token.letter)] : resolve_cell(m, token);
     m.token = cell != nullptr ? token.code : TOKEN_SUBSCRIPT_ERROR;
     m.value.variable = cell;
     m.value.kind = m.token;
@@ -85,22 +87,25 @@ int take_next_token(Machine& m, const Token& token) {
     case TOKEN_STRVAR: take_variable(m, token); break;
     case TOKEN_NUMBER:
     case TOKEN_STRING: take_literal(m, token); break;
-    case TOKEN_LEXICAL_ERROR:
-        compose_scan_fault(m, token);
-        m.value.kind = TOKEN_LEXICAL_ERROR;
-        break;
+    case TOKEN_LEXICAL_ERROR: take_scan_fault(m, token); break;
     default: break;
     }
     return m.token;
 }
 
-void take_token_behind_operand(Machine& m, const Token& token) {
-    if (!is_operand_token(token.code) && token.code != TOKEN_LEXICAL_ERROR)
-        return take_token(m, token);
-    // Something that the statement will refuse; reading it must not touch the operand before it.
+/// Takes something that the statement will refuse; reading it must not touch the operand before it. Not inlined: the
+/// copy must not lie in the frames of nested calls.
+[[gnu::noinline]] void take_misplaced_token(Machine& m, const Token& token) {
     const Value operand = m.value;
     take_next_token(m, token);
     m.value = operand;
+}
+
+void take_token_behind_operand(Machine& m, const Token& token) {
+    if (is_operand_token(token.code) || token.code == TOKEN_LEXICAL_ERROR)
+        take_misplaced_token(m, token);
+    else
+        take_token(m, token);
 }
 
 } // namespace

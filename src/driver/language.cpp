@@ -109,8 +109,11 @@ constexpr Language build_language() {
     Language language{};
     for (const StatementRow& row : STATEMENT_ROWS)
         language.statements[static_cast<std::size_t>(row.token - STATEMENT_FIRST)] = {row.handler, row.kind};
-    for (const FunctionRow& row : FUNCTION_ROWS)
-        language.functions[static_cast<std::size_t>(row.token - FUNCTION_FIRST)] = row.handler;
+    for (const FunctionRow& row : FUNCTION_ROWS) {
+        const auto place = static_cast<std::size_t>(row.token - FUNCTION_FIRST);
+        language.functions[place] = row.handler;
+        language.formulas[place] = row.handler == prefix_function ? prefix_formula : nullptr;
+    }
     return language;
 }
 

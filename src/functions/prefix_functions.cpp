@@ -6,7 +6,9 @@
 #include "functions/arguments.h"
 #include "functions/formulas.h"
 
+#include <array>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 namespace quillon {
@@ -83,12 +85,16 @@ constexpr PrefixFunction FUNCTIONS[] = {
 };
 // clang-format on
 
-const PrefixFunction* find_function(int token) {
-    for (const PrefixFunction& function : FUNCTIONS) {
-        if (function.token == token)
-            return &function;
-    }
-    return nullptr;
+/// The rows by token; only those of the functions are looked at.
+constexpr auto ROWS = [] {
+    std::array<std::uint8_t, FUNCTION_LAST - FUNCTION_FIRST + 1> rows{};
+    for (std::size_t row = 0; row < std::size(FUNCTIONS); ++row)
+        rows[static_cast<std::size_t>(FUNCTIONS[row].token - FUNCTION_FIRST)] = static_cast<std::uint8_t>(row);
+    return rows;
+}();
+
+const PrefixFunction& function_row(int token) {
+    return FUNCTIONS[ROWS[static_cast<std::size_t>(token - FUNCTION_FIRST)]];
 }
 
 /// Reads the factor that the function applies to. CUR has one text for a missing operand and for a string.
@@ -104,36 +110,44 @@ bool read_operand(Machine& m, const PrefixFunction& function, double& x) {
     return m.error_code == ERROR_NONE;
 }
 
-bool check_domain(Machine& m, const PrefixFunction& function, double x) {
-    const Domain& domain = function.domain;
+bool in_domain(const Machine& m, const Domain& domain, double x) {
     const double highest = domain.by_unit ? ANGLE_MAX[m.angle_unit] : domain.highest;
     const double lowest = domain.by_unit ? -highest : domain.lowest;
-    if (x >= lowest && x <= highest)
-        return true;
-    const int text = 2 + (domain.by_unit ? m.angle_unit : 0);
+    return x >= lowest && x <= highest;
+}
+
+/// Not inlined: the text must not lie in the frames of nested calls.
+[[gnu::noinline]] void raise_domain_error(Machine& m, const PrefixFunction& function, double x) {
+    const int text = 2 + (function.domain.by_unit ? m.angle_unit : 0);
     constexpr int SHOWN_DIGITS = 6;
     raise_error(m, ERROR_ARITHMETIC, {function.section, text}, " [%s]", format_general(x, SHOWN_DIGITS).c_str());
-    return false;
 }
+
+double rounded_argument(const PrefixFunction& function, double x) { return function.rounded ? round6(x) : x; }
 
 } // namespace
 
-bool is_prefix_function(int token) { return find_function(token) != nullptr; }
+bool prefix_formula(const Machine& m, int token, double& x) {
+    const PrefixFunction& function = function_row(token);
+    x = rounded_argument(function, x);
+    if (!in_domain(m, function.domain, x))
+        return false;
+    x = function.formula(function.angles == Angles::ARGUMENT ? to_radians(m, x) : x);
+    if (function.angles == Angles::RESULT)
+        x = from_radians(m, x);
+    return true;
+}
 
 double prefix_function(Machine& m) {
-    const PrefixFunction& function = *find_function(m.token);
+    const PrefixFunction& function = function_row(m.token);
     double x = 0;
     if (!read_operand(m, function, x))
         return 0;
-    x = function.rounded ? round6(x) : x;
-    if (!check_domain(m, function, x))
-        return 0;
-    if (function.angles == Angles::ARGUMENT)
-        x = to_radians(m, x);
-    double result = function.formula(x);
-    if (function.angles == Angles::RESULT)
-        result = from_radians(m, result);
-    return number_result(m, result);
+    const double argument = x;
+    if (prefix_formula(m, function.token, x))
+        return number_result(m, x);
+    raise_domain_error(m, function, rounded_argument(function, argument));
+    return 0;
 }
 
 } // namespace quillon

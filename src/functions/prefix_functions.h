@@ -8,7 +8,7 @@ struct Machine;
 /// Carries out the function whose word is the current token, by the table of these functions.
 double prefix_function(Machine& m);
 
-/// Whether the table has a row for this token.
-bool is_prefix_function(int token);
+/// Computes the function `token`: `x` becomes its result. False, with `x` lost, where it lies outside the domain.
+bool prefix_formula(const Machine& m, int token, double& x);
 
 } // namespace quillon
