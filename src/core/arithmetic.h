@@ -1,4 +1,5 @@
-// The arithmetic of the operators, and the range of numbers: what evaluating from text and running expression code share.
+// The arithmetic of the operators, and the range of numbers: what evaluating from text and running expression code
+// share.
 #pragma once
 
 #include "core/token.h"

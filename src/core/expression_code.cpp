@@ -14,7 +14,7 @@
 namespace quillon {
 namespace {
 
-constexpr int STACK_SIZE = 16;                            ///< an expression that needs more is evaluated from its text
+constexpr int STACK_SIZE = 16;                       ///< an expression that needs more is evaluated from its text
 constexpr std::uint32_t NO_CODE = ~std::uint32_t{0}; ///< in `expression_at`: evaluated from its text
 
 /// An expression under translation. Reading follows the evaluator's levels; what it would refuse, or what is not about
@@ -24,8 +24,8 @@ struct Translation {
     ExpressionCache& cache;
     const Token* token; ///< the next one
     Expression expression;
-    int depth = 0;     ///< of nesting
-    int used = 0;      ///< numbers on the stack
+    int depth = 0;      ///< of nesting
+    int used = 0;       ///< numbers on the stack
     bool begun = false; ///< the first operand has been seen
     bool failed = false;
 };

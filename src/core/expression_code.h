@@ -1,9 +1,9 @@
 // Expression code: expressions of the loaded text that deal with numbers only, as operations on a stack. The evaluator
 // runs an expression's code in place of reading its text once more.
 //
-// Running code changes nothing until it has its number, and then leaves the record as evaluating the text would have. It
-// gives up wherever an error or a string shows; then the text is evaluated, which reports. So code only has to know what
-// happens when nothing goes wrong.
+// Running code changes nothing until it has its number, and then leaves the record as evaluating the text would have.
+// It gives up wherever an error or a string shows; then the text is evaluated, which reports. So code only has to know
+// what happens when nothing goes wrong.
 #pragma once
 
 #include <cstddef>
@@ -25,7 +25,7 @@ struct Operation {
         SUBTRACT,
         MULTIPLY,
         DIVIDE,
-        POWER,       ///< `argument` is the operator: "^", EX or EM
+        POWER, ///< `argument` is the operator: "^", EX or EM
         NEGATE,
         FUNCTION,    ///< replaces a number by that of function `argument` (its token)
         CHECK_RANGE, ///< gives up where the number is none that a factor may have
@@ -59,8 +59,8 @@ struct ExpressionCache {
 /// Makes room for a text of so many tokens and forgets all expressions.
 void reset_expressions(ExpressionCache& cache, std::size_t token_count);
 
-/// Evaluates the expression at `scan_ptr` by its code, with all that `eval_sum` leaves in the record. False when there is
-/// no code for it, or none that serves this time: then nothing has changed.
+/// Evaluates the expression at `scan_ptr` by its code, with all that `eval_sum` leaves in the record. False when there
+/// is no code for it, or none that serves this time: then nothing has changed.
 bool run_expression(Machine& m, double& result);
 
 } // namespace quillon

@@ -42,7 +42,7 @@ struct ProgramArea {
     bool used = false; ///< the listing has a header for it
     int line_count = 0;
     std::array<ProgramLine, LINES_PER_AREA> lines{}; ///< in listing order, numbers strictly ascending
-    std::array<std::uint16_t, 64> found_lines{};     ///< hints: indices of lines that were found, by the number's low bits
+    std::array<std::uint16_t, 64> found_lines{}; ///< hints: indices of lines that were found, by the number's low bits
 };
 
 /// A variable cell: it holds a number or a string, never both.
@@ -111,7 +111,7 @@ struct Machine {
 
     // The listing. Written by a load only; positions in its text are dropped with it.
     std::string listing_text; ///< empty when no listing is loaded; line feeds of program lines are NULs
-    ScanCache scan_cache;     ///< its tokens, and its expressions as code: made from it alone, and nothing of them shows
+    ScanCache scan_cache; ///< its tokens, and its expressions as code: made from it alone, and nothing of them shows
     ExpressionCache expression_cache;
     std::array<ProgramArea, AREA_COUNT> areas{};
     std::array<DataItem, DATA_INDEX_SIZE> data_index{};
