@@ -91,9 +91,8 @@ double apply_arithmetic(Machine& m, Level level, double left) {
     return number_result(m, kind, variable, arithmetic(operation, left, right));
 }
 
-/// Evaluates operands as long as operators of this level, or tighter ones, stand between them.
-double eval_level(Machine& m, Level level) {
-    double left = eval_factor(m);
+/// Goes on behind a left operand as long as operators of this level, or tighter ones, follow.
+double eval_operators(Machine& m, Level level, double left) {
     while (!failed(m)) {
         const Level found = level_of(m.token);
         if (found == LEVEL_FACTOR || found < level)
@@ -102,6 +101,8 @@ double eval_level(Machine& m, Level level) {
     }
     return left;
 }
+
+double eval_level(Machine& m, Level level) { return eval_operators(m, level, eval_factor(m)); }
 
 double signed_factor(Machine& m) {
     const bool negative = m.token == '-';
@@ -234,11 +235,38 @@ bool read_factor_token(Machine& m) {
     return true;
 }
 
+/// Whether a statement word may run at once: not in a PRINT list, and with room for the two levels that it takes.
+bool may_run_word(const Machine& m) { return m.stmt_kind != KIND_PRINT && m.nesting_depth + 2 <= NESTING_DEPTH_MAX; }
+
+/// Evaluates what the caches know: the end of a statement, a statement word, an expression that has code. Does what the
+/// levels below do, without descending into them. False, with nothing changed, for all else.
+bool eval_known(Machine& m, double& result) {
+    const Token* token = find_token(m.scan_cache, m.scan_ptr);
+    if (token == nullptr || failed(m) || m.nesting_depth >= NESTING_DEPTH_MAX)
+        return false;
+    if (is_statement_end(token->code)) {
+        take_token(m, *token);
+        m.stmt_kind = KIND_NONE;
+        return true;
+    }
+    const Statement statement = statement_of(*m.language, token->code);
+    if (statement.handler == nullptr)
+        return run_expression(m, *token, result);
+    if (!may_run_word(m))
+        return false;
+    take_token(m, *token);
+    ++m.nesting_depth;
+    run_statement_word(m, statement);
+    --m.nesting_depth;
+    result = eval_operators(m, LEVEL_SUM, 0);
+    return true;
+}
+
 } // namespace
 
 double eval_sum(Machine& m) {
     double result = 0;
-    return run_expression(m, result) ? result : eval_level(m, LEVEL_SUM);
+    return eval_known(m, result) ? result : eval_level(m, LEVEL_SUM);
 }
 
 double eval_factor(Machine& m) {

@@ -168,7 +168,7 @@ std::uint32_t translate(Machine& m, std::size_t first_token) {
     }
     t.expression.operations = static_cast<std::uint32_t>(operations);
     t.expression.operation_count = static_cast<std::uint32_t>(cache.operations.size() - operations);
-    t.expression.end_token = static_cast<std::uint32_t>(t.token - m.scan_cache.tokens.data());
+    t.expression.end_token = static_cast<std::uint32_t>(token_index(m.scan_cache, *t.token));
     cache.expressions.push_back(t.expression);
     return static_cast<std::uint32_t>(cache.expressions.size());
 }
@@ -249,11 +249,8 @@ void reset_expressions(ExpressionCache& cache, std::size_t token_count) {
     cache.operations.reserve(token_count);
 }
 
-bool run_expression(Machine& m, double& result) {
-    const Token* token = find_token(m.scan_cache, m.scan_ptr);
-    if (token == nullptr || m.error_code != ERROR_NONE)
-        return false;
-    const auto index = static_cast<std::size_t>(token - m.scan_cache.tokens.data());
+bool run_expression(Machine& m, const Token& token, double& result) {
+    const std::size_t index = token_index(m.scan_cache, token);
     std::uint32_t& place = m.expression_cache.expression_at[index];
     if (place == 0)
         place = translate(m, index);

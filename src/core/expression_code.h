@@ -13,6 +13,7 @@
 namespace quillon {
 
 struct Machine;
+struct Token;
 
 /// One operation on the stack of numbers.
 struct Operation {
@@ -59,8 +60,9 @@ struct ExpressionCache {
 /// Makes room for a text of so many tokens and forgets all expressions.
 void reset_expressions(ExpressionCache& cache, std::size_t token_count);
 
-/// Evaluates the expression at `scan_ptr` by its code, with all that `eval_sum` leaves in the record. False when there
-/// is no code for it, or none that serves this time: then nothing has changed.
-bool run_expression(Machine& m, double& result);
+/// Evaluates the expression that begins with `token`, the scan cache's for `scan_ptr`, by its code, with all that
+/// `eval_sum` leaves in the record. False when there is no code for it, or none that serves this time: then nothing has
+/// changed. No error may be pending.
+bool run_expression(Machine& m, const Token& token, double& result);
 
 } // namespace quillon

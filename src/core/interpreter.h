@@ -20,6 +20,9 @@ constexpr int NESTING_DEPTH_MAX = 72;
 /// TOKEN_SUBSCRIPT_ERROR without raising anything, except what the subscript's own evaluation raises.
 int next_token(Machine& m);
 
+/// Makes a token that is no operand and no fault the current one, as `next_token` does when it reads it.
+void take_token(Machine& m, const Token& token);
+
 /// Reads the token behind an operand: as `next_token`, but `value` stays the operand's record.
 void next_token_behind_operand(Machine& m);
 

@@ -4,6 +4,7 @@
 
 #include "core/charset.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -55,17 +56,53 @@ bool whole_to_decimal(double magnitude, Decimal& decimal) {
     return true;
 }
 
-/// The digit of `decimal` that stands for 10^place; 0 outside the 17 known ones.
-char digit_at(const Decimal& decimal, int place) {
-    const int index = DIGIT_COUNT - 1 - (decimal.exponent - place);
-    if (place > decimal.exponent || index < 0)
-        return '0';
-    return static_cast<char>('0' + decimal.digits / POWERS_OF_TEN[index] % 10);
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wpedantic"
+using Wide = unsigned __int128;
+#pragma GCC diagnostic pop
+
+/// magnitude * 10^power to the nearest whole number, to the even one of two. The power (0-27) and the number are such
+/// that the result has some 17 digits; the product is exact in 128 bits.
+std::uint64_t scaled_by_ten(double magnitude, int power) {
+    constexpr int MANTISSA_BITS = 53;
+    int exponent = 0;
+    const auto mantissa = static_cast<std::uint64_t>(std::ldexp(std::frexp(magnitude, &exponent), MANTISSA_BITS));
+    std::uint64_t fives = 1; // 10^power is 5^power * 2^power
+    for (int i = 0; i < power; ++i)
+        fives *= 5;
+    const Wide product = Wide{mantissa} * fives;
+    const int shift = MANTISSA_BITS - exponent - power;
+    if (shift <= 0)
+        return static_cast<std::uint64_t>(product << -shift);
+    const auto whole = static_cast<std::uint64_t>(product >> shift);
+    const Wide rest = product & ((Wide{1} << shift) - 1);
+    const Wide half = Wide{1} << (shift - 1);
+    const bool up = rest > half || (rest == half && whole % 2 == 1);
+    return whole + (up ? 1 : 0);
 }
 
+/// Numbers from 10^-11 to 10^16 scale to 17 digits within 128 bits.
+bool middling_to_decimal(double magnitude, Decimal& decimal) {
+    if (!(magnitude >= 1e-11 && magnitude < 1e16))
+        return false;
+    constexpr double LOG10_OF_2 = 0.30102999566398120;
+    decimal.exponent = static_cast<int>(std::floor(std::ilogb(magnitude) * LOG10_OF_2)); // right, or one too small
+    decimal.digits = scaled_by_ten(magnitude, DIGIT_COUNT - 1 - decimal.exponent);
+    if (decimal.digits >= DIGITS_MIN * 10)
+        decimal.digits = scaled_by_ten(magnitude, DIGIT_COUNT - 1 - ++decimal.exponent);
+    return true;
+}
+
+/// Appends `count` digits, that for 10^first_place first; 0 outside the 17 known ones.
 void append_digits(NumberText& text, const Decimal& decimal, int first_place, int count) {
-    for (int i = 0; i < count && text.size() < NumberText::capacity(); ++i)
-        text.push_back(digit_at(decimal, first_place - i));
+    char known[DIGIT_COUNT];
+    std::uint64_t rest = decimal.digits;
+    for (int i = DIGIT_COUNT - 1; i >= 0; --i, rest /= 10)
+        known[i] = static_cast<char>('0' + rest % 10);
+    for (int i = 0; i < count && text.size() < NumberText::capacity(); ++i) {
+        const int index = decimal.exponent - first_place + i;
+        text.push_back(index >= 0 && index < DIGIT_COUNT ? known[index] : '0');
+    }
 }
 
 NumberText not_finite_text(double x) {
@@ -173,7 +210,15 @@ long parse_exponent(std::string_view text, std::size_t& position) {
 Decimal to_decimal(double x) {
     Decimal decimal{x < 0, 0, 0};
     const double magnitude = std::fabs(x);
-    if (magnitude == 0 || whole_to_decimal(magnitude, decimal))
+    if (magnitude == 0 || whole_to_decimal(magnitude, decimal) || middling_to_decimal(magnitude, decimal))
+        return decimal;
+    return to_decimal_by_text(x);
+}
+
+Decimal to_decimal_by_text(double x) {
+    Decimal decimal{x < 0, 0, 0};
+    const double magnitude = std::fabs(x);
+    if (magnitude == 0)
         return decimal;
     char text[40];
     std::snprintf(text, sizeof text, "%.16e", magnitude);
@@ -272,7 +317,10 @@ double round6_by_digits(double x) {
         return x;
     const Decimal decimal = to_decimal(x);
     const Decimal rounded = round_significant(decimal, decimal.exponent + 1 + 6);
-    const double value = from_decimal(rounded.digits, rounded.exponent - (DIGIT_COUNT - 1));
+    // Fewer digits divide with a single rounding; those that are dropped are 0.
+    const int dropped = std::clamp(DIGIT_COUNT - 1 - 6 - rounded.exponent, 0, DIGIT_COUNT - 1);
+    const double value =
+        from_decimal(rounded.digits / POWERS_OF_TEN[dropped], rounded.exponent - (DIGIT_COUNT - 1) + dropped);
     return rounded.negative ? -value : value;
 }
 

@@ -25,6 +25,9 @@ struct Decimal {
 /// The decimal form of a finite number. A negative zero is plain 0.
 Decimal to_decimal(double x);
 
+/// The same by way of the C library's text: what the quick ways of `to_decimal` must agree with.
+Decimal to_decimal_by_text(double x);
+
 /// Keeps the first `count` significant digits (any number; none or fewer keep 0 or round up to 1), rounding half away
 /// from zero. The result has its digits at the same places; a carry raises `exponent`.
 Decimal round_significant(Decimal decimal, int count);

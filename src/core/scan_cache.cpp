@@ -27,7 +27,8 @@ void fill_scan_cache(ScanCache& cache, std::string_view text, std::span<const Pr
     if (!cache.enabled || text.size() > CACHED_TEXT_MAX)
         return;
     cache.text = text.data();
-    cache.token_at.assign(text.size() + 1, 0);
+    cache.text_size = text.size() + 1;
+    cache.token_at.assign(cache.text_size, 0);
     for (const ProgramArea& area : areas) {
         for (int i = 0; i < area.line_count; ++i)
             scan_line(cache, area.lines[static_cast<std::size_t>(i)].text);
@@ -37,6 +38,7 @@ void fill_scan_cache(ScanCache& cache, std::string_view text, std::span<const Pr
 
 void drop_scan_cache(ScanCache& cache) {
     cache.text = nullptr;
+    cache.text_size = 0;
     cache.tokens = {};
     cache.token_at = {};
 }

@@ -18,6 +18,7 @@ struct ProgramArea;
 struct ScanCache {
     bool enabled = true;                 ///< false: nothing is kept from the next load on
     const char* text = nullptr;          ///< the loaded text
+    std::size_t text_size = 0;           ///< its bytes and the NUL behind them; 0 when nothing is kept
     std::vector<Token> tokens;           ///< of all lines, in their order
     std::vector<std::uint32_t> token_at; ///< for each byte of the text the token that a scan from there gives, counted
                                          ///< from 1; 0 where nothing is read
@@ -32,11 +33,16 @@ void fill_scan_cache(ScanCache& cache, std::string_view text, std::span<const Pr
 /// Forgets the text, before it changes.
 void drop_scan_cache(ScanCache& cache);
 
+/// A token's index in the cache that it lies in.
+inline std::size_t token_index(const ScanCache& cache, const Token& token) {
+    return static_cast<std::size_t>(&token - cache.tokens.data());
+}
+
 /// The token at or after `position`, as `scan_token` gives it; null where the cache has none.
 inline const Token* find_token(const ScanCache& cache, const char* position) {
     // As numbers, for the position may lie in another text: then the difference is too large.
     const auto offset = reinterpret_cast<std::uintptr_t>(position) - reinterpret_cast<std::uintptr_t>(cache.text);
-    const std::uint32_t count = offset < cache.token_at.size() ? cache.token_at[offset] : 0;
+    const std::uint32_t count = offset < cache.text_size ? cache.token_at[offset] : 0;
     return count != 0 ? &cache.tokens[count - 1] : nullptr;
 }
 

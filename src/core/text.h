@@ -65,7 +65,12 @@ public:
     }
 
     /// Appends one byte if there is room.
-    void push_back(char byte) { append({&byte, 1}); }
+    void push_back(char byte) {
+        if (size_ == Capacity)
+            return;
+        bytes_[size_++] = byte;
+        bytes_[size_] = '\0';
+    }
 
     /// Replaces the byte at `index`; nothing at and beyond the end.
     void set(std::size_t index, char byte) {

@@ -72,14 +72,6 @@ void take_literal(Machine& m, const Token& token) {
         read_literal(token, m.value.text);
 }
 
-/// Makes a scanned token the current one.
-void take_token(Machine& m, const Token& token) {
-    m.prev_token = m.token;
-    m.token_start = token.begin;
-    m.scan_ptr = token.end;
-    m.token = token.code;
-}
-
 int take_next_token(Machine& m, const Token& token) {
     take_token(m, token);
     switch (token.code) {
@@ -109,6 +101,13 @@ void take_token_behind_operand(Machine& m, const Token& token) {
 }
 
 } // namespace
+
+void take_token(Machine& m, const Token& token) {
+    m.prev_token = m.token;
+    m.token_start = token.begin;
+    m.scan_ptr = token.end;
+    m.token = token.code;
+}
 
 int next_token(Machine& m) {
     if (const Token* known = find_token(m.scan_cache, m.scan_ptr))

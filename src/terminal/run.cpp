@@ -3,6 +3,7 @@
 
 #include "core/charset.h"
 #include "core/listing.h"
+#include "driver/tick.h"
 #include "shell/catalogue.h"
 #include "shell/commands.h"
 #include "shell/places.h"
@@ -170,7 +171,7 @@ RunStatus tick_to_the_end(Simulator& s, const RunOptions& options, ShownLines& s
             return RUN_NO_INPUT;
         feed_key(fed, m);
         m.enter_request = 1;
-        simulator_tick(s);
+        machine_tick(m); // without what a simulator's tick does for a keyboard and a picture
         follow_display(shown, m);
     }
     return m.error_code != ERROR_NONE ? RUN_ERROR : RUN_ENDED;
