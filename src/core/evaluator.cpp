@@ -128,8 +128,13 @@ double parenthesised(Machine& m) {
     return result;
 }
 
+/// The number of the literal or variable just read; 0 of a string.
+double operand_number(const Machine& m) {
+    return m.value.kind == VALUE_NUMBER || m.value.kind == VALUE_NUMVAR ? m.value.number : 0;
+}
+
 double literal_or_variable(Machine& m) {
-    const double result = m.value.kind == VALUE_NUMBER || m.value.kind == VALUE_NUMVAR ? m.value.number : 0;
+    const double result = operand_number(m);
     next_token_behind_operand(m);
     m.operand_done = 1;
     return result;
@@ -207,6 +212,14 @@ double dispatch_factor(Machine& m) {
     }
 }
 
+/// The number of a factor; 0 and an error where it is none that a factor may have.
+double checked_number(Machine& m, double number) {
+    if (in_number_range(number))
+        return number;
+    raise_error(m, ERROR_ARITHMETIC, MESSAGE_NUMBER_RANGE, ":(1*10^-99 <= |N| < 1*10^100)");
+    return 0;
+}
+
 /// Reads the token that a factor begins with. BREAK and BREAKA are passed over, BREAK with the host's trace command.
 /// False when there is no factor: at the end of the statement, and after an error.
 bool read_factor_token(Machine& m) {
@@ -238,12 +251,31 @@ bool read_factor_token(Machine& m) {
 /// Whether a statement word may run at once: not in a PRINT list, and with room for the two levels that it takes.
 bool may_run_word(const Machine& m) { return m.stmt_kind != KIND_PRINT && m.nesting_depth + 2 <= NESTING_DEPTH_MAX; }
 
-/// Evaluates what the caches know: the end of a statement, a statement word, an expression that has code. Does what the
-/// levels below do, without descending into them. False, with nothing changed, for all else.
+/// Whether a token of the scan cache is an operand that is a whole expression: no operator follows it, and nothing that
+/// is a fault there.
+bool stands_alone(const Token& token) {
+    const int next = (&token)[1].code; // there is one: a line's last token is its end
+    return is_operand_token(token.code) && !token.subscripted && level_of(next) == LEVEL_FACTOR &&
+           !is_operand_token(next) && next != TOKEN_LEXICAL_ERROR;
+}
+
+double eval_lone_operand(Machine& m, const Token& token) {
+    next_token(m);
+    take_token(m, (&token)[1]);
+    m.operand_done = 1;
+    return checked_number(m, operand_number(m));
+}
+
+/// Evaluates what the caches know: a single operand, the end of a statement, a statement word, an expression that has
+/// code. Does what the levels below do, without descending into them. False, with nothing changed, for all else.
 bool eval_known(Machine& m, double& result) {
     const Token* token = find_token(m.scan_cache, m.scan_ptr);
     if (token == nullptr || failed(m) || m.nesting_depth >= NESTING_DEPTH_MAX)
         return false;
+    if (stands_alone(*token)) {
+        result = eval_lone_operand(m, *token);
+        return true;
+    }
     if (is_statement_end(token->code)) {
         take_token(m, *token);
         m.stmt_kind = KIND_NONE;
@@ -274,13 +306,7 @@ double eval_factor(Machine& m) {
         return 0;
     const double result = read_factor_token(m) ? dispatch_factor(m) : 0;
     ascend(m);
-    if (failed(m))
-        return 0;
-    if (!in_number_range(result)) {
-        raise_error(m, ERROR_ARITHMETIC, MESSAGE_NUMBER_RANGE, ":(1*10^-99 <= |N| < 1*10^100)");
-        return 0;
-    }
-    return result;
+    return failed(m) ? 0 : checked_number(m, result);
 }
 
 bool descend(Machine& m) {

@@ -179,6 +179,12 @@ Variable* number_cell(Machine& m, int letter, double subscript) {
     return cell != nullptr && cell->kind != 1 && in_number_range(cell->number) ? cell : nullptr;
 }
 
+/// Puts a result in the place of the two topmost numbers; the new top.
+double* replace_two(double* top, double result) {
+    top[-1] = result;
+    return top - 1;
+}
+
 /// Runs operations. `first` becomes the cell of a first operand with a subscript. False when they give up.
 bool run_operations(Machine& m, std::span<const Operation> operations, Variable*& first, double& result) {
     std::array<double, STACK_SIZE + 1> stack; // from 1 on
@@ -202,15 +208,15 @@ bool run_operations(Machine& m, std::span<const Operation> operations, Variable*
             *top = cell->number;
             break;
         }
-        case Operation::ADD: top[-1] += *top, --top; break;
-        case Operation::SUBTRACT: top[-1] -= *top, --top; break;
-        case Operation::MULTIPLY: top[-1] *= *top, --top; break;
+        case Operation::ADD: top = replace_two(top, top[-1] + *top); break;
+        case Operation::SUBTRACT: top = replace_two(top, top[-1] - *top); break;
+        case Operation::MULTIPLY: top = replace_two(top, top[-1] * *top); break;
         case Operation::DIVIDE:
             if (*top == 0)
                 return false;
-            top[-1] /= *top, --top;
+            top = replace_two(top, top[-1] / *top);
             break;
-        case Operation::POWER: top[-1] = arithmetic(operation.argument, top[-1], *top), --top; break;
+        case Operation::POWER: top = replace_two(top, arithmetic(operation.argument, top[-1], *top)); break;
         case Operation::NEGATE: *top = -*top; break;
         case Operation::FUNCTION:
             if (!formula_of(*m.language, operation.argument)(m, operation.argument, *top))

@@ -26,6 +26,9 @@ void take_token(Machine& m, const Token& token);
 /// Reads the token behind an operand: as `next_token`, but `value` stays the operand's record.
 void next_token_behind_operand(Machine& m);
 
+/// The code of the token at `scan_ptr`, which is not read.
+int peek_token(const Machine& m);
+
 /// A whole expression without relations, and a single factor of one.
 double eval_sum(Machine& m);
 double eval_factor(Machine& m);

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <iterator>
 
 namespace quillon {
 namespace {
@@ -47,10 +48,31 @@ int limit_decimals(double x, int decimals) {
     return decimals >= DECIMALS_MAX ? shown : decimals;
 }
 
+/// Whole numbers of at most ten digits are their digits: what the general form gives for them.
+bool short_whole_text(double x, NumberText& text) {
+    constexpr double LIMIT = 1e10;
+    if (!(std::fabs(x) < LIMIT) || x != static_cast<double>(static_cast<std::int64_t>(x)))
+        return false;
+    char digits[12];
+    char* first = std::end(digits);
+    auto rest = static_cast<std::uint64_t>(std::fabs(x));
+    do {
+        *--first = static_cast<char>('0' + rest % 10);
+        rest /= 10;
+    } while (rest != 0);
+    if (x < 0)
+        *--first = '-';
+    text.assign({first, static_cast<std::size_t>(std::end(digits) - first)});
+    return true;
+}
+
 /// Plain decimal up to ten digits; an exponent for longer integers and for fractions below 0.001.
 NumberText automatic_form(double x) {
     constexpr int SIGNIFICANT_DIGITS = 10;
     constexpr int LEADING_ZEROS_MAX = 2;
+    NumberText whole;
+    if (short_whole_text(x, whole))
+        return whole;
     const DigitAnalysis digits = analyse_digits(x);
     if (digits.int_digits > SIGNIFICANT_DIGITS)
         return format_exponent(x, limit_decimals(x, digits.int_digits - digits.int_trailing_zeros - 1));

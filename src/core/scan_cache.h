@@ -25,7 +25,7 @@ struct ScanCache {
 };
 
 /// A text of more bytes than this is scanned each time it is read: its tokens would take too much memory.
-constexpr std::size_t CACHED_TEXT_MAX = std::size_t{1} << 20;
+constexpr std::size_t CACHED_TEXT_MAX = std::size_t{512} << 10;
 
 /// Scans all lines of the areas, which lie in `text`. The text must stay where it is until the cache is dropped.
 void fill_scan_cache(ScanCache& cache, std::string_view text, std::span<const ProgramArea> areas);

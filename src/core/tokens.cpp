@@ -115,6 +115,11 @@ int next_token(Machine& m) {
     return take_next_token(m, scan_token(m.scan_ptr));
 }
 
+int peek_token(const Machine& m) {
+    const Token* known = find_token(m.scan_cache, m.scan_ptr);
+    return known != nullptr ? known->code : scan_token(m.scan_ptr).code;
+}
+
 void next_token_behind_operand(Machine& m) {
     if (const Token* known = find_token(m.scan_cache, m.scan_ptr))
         return take_token_behind_operand(m, *known);

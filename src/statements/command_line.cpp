@@ -4,7 +4,6 @@
 #include "core/display_line.h"
 #include "core/errors.h"
 #include "core/interpreter.h"
-#include "core/scanner.h"
 #include "statements/line_editor.h"
 #include "statements/print.h"
 
@@ -97,7 +96,7 @@ bool has_printed(const Machine& m) {
 double run_statements(Machine& m, bool& printed) {
     double result = 0;
     for (int count = 0; count < STATEMENTS_MAX; ++count) {
-        if (printed && scan_token(m.scan_ptr).code == TOKEN_PRINT)
+        if (printed && peek_token(m) == TOKEN_PRINT)
             clear_display_line(m); // of what an earlier PRINT has shown
         m.value.complete = 0;
         result = eval_statement(m);

@@ -3,7 +3,6 @@
 
 #include "core/errors.h"
 #include "core/interpreter.h"
-#include "core/scanner.h"
 #include "statements/jumps.h"
 
 namespace quillon {
@@ -13,7 +12,7 @@ constexpr MessageId MESSAGE_IF_SYNTAX{"IF", 0};
 
 /// THEN with a number, a variable or a "#" is a jump; true when it was made or failed. A statement word is not tried.
 bool jumped_behind_then(Machine& m) {
-    if (scan_token(m.scan_ptr).code >= STATEMENT_WORD)
+    if (peek_token(m) >= STATEMENT_WORD)
         return false;
     m.stmt_kind = KIND_JUMP;
     jump_behind_then(m);

@@ -26,15 +26,20 @@ namespace {
 
 /// Standard output, until it fails.
 struct Output {
+    std::string text; ///< of the tick, not written yet
     bool failed = false;
 };
 
-void write_output(Output& output, std::string_view machine_text) {
-    std::string text;
+void add_output(Output& output, std::string_view machine_text) {
     for (const char c : machine_text) // a line feed is the end of a line; all else is the machine's
-        text += c == '\n' ? std::string_view("\n") : unicode_of(as_byte(c));
+        output.text += c == '\n' ? std::string_view("\n") : unicode_of(as_byte(c));
+}
+
+void write_output(Output& output) {
+    const std::string& text = output.text;
     const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
     output.failed = output.failed || !written;
+    output.text.clear();
 }
 
 void print_error(const std::string& text) { std::fprintf(stderr, "quillon-cli: %s\n", text.c_str()); }
@@ -158,7 +163,7 @@ void feed_key(FedKeys& fed, Machine& m) {
     m.key_string = std::string_view(fed.keys).substr(fed.index, 1);
 }
 
-RunStatus tick_to_the_end(Simulator& s, const RunOptions& options, ShownLines& shown, const Output& output) {
+RunStatus tick_to_the_end(Simulator& s, const RunOptions& options, ShownLines& shown, Output& output) {
     Machine& m = s.machine;
     FedKeys fed{from_unicode(options.keys)};
     m.host.key_read = [&fed] { fed.read = true; };
@@ -173,6 +178,8 @@ RunStatus tick_to_the_end(Simulator& s, const RunOptions& options, ShownLines& s
         m.enter_request = 1;
         machine_tick(m); // without what a simulator's tick does for a keyboard and a picture
         follow_display(shown, m);
+        if (!output.text.empty())
+            write_output(output);
     }
     return m.error_code != ERROR_NONE ? RUN_ERROR : RUN_ENDED;
 }
@@ -186,9 +193,10 @@ RunStatus run_listing(const RunOptions& options) {
         return RUN_BAD_CALL;
     Output output;
     ShownLines shown;
-    shown.write = [&output](std::string_view text) { write_output(output, text); };
+    shown.write = [&output](std::string_view text) { add_output(output, text); };
     const RunStatus status = tick_to_the_end(*simulator, options, shown, output);
     finish_shown_lines(shown);
+    write_output(output);
     if (status == RUN_ERROR)
         print_program_error(simulator->machine);
     if (!options.values.empty() && !write_saved_values(options.values, simulator->machine)) {
