@@ -260,7 +260,7 @@ bool stands_alone(const Token& token) {
 }
 
 double eval_lone_operand(Machine& m, const Token& token) {
-    next_token(m);
+    take_operand(m, token);
     take_token(m, (&token)[1]);
     m.operand_done = 1;
     return checked_number(m, operand_number(m));

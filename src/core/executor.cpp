@@ -52,7 +52,7 @@ int order_of_numbers(Machine& m, double left, ValueType left_type) {
     return compare_numbers(left, right);
 }
 
-double compare(Machine& m, double left) {
+[[gnu::noinline]] double compare(Machine& m, double left) {
     const int relation = m.token;
     const ValueType type = value_type(m.value);
     const int order = type == TYPE_STRING ? order_of_strings(m) : order_of_numbers(m, left, type);
@@ -100,7 +100,7 @@ void assign_string(Machine& m, Variable& cell) {
 
 void check_statement_end(Machine& m);
 
-double assign(Machine& m) {
+[[gnu::noinline]] double assign(Machine& m) {
     const Target target{m.value.kind, m.value.variable, m.value.complete != 0, value_type(m.value) == TYPE_STRING};
     if (target.kind == VALUE_NONE) {
         raise_error(m, ERROR_SYNTAX, MESSAGE_NO_TARGET);
@@ -133,11 +133,10 @@ void raise_misplaced(Machine& m, const char* what) {
     raise_error(m, ERROR_SYNTAX, MESSAGE_UNKNOWN_TOKEN, ":'%s'", what);
 }
 
-/// Whether `token` may end a statement or an expression. What may not is an unknown token; command mode drops it.
-void check_statement_end(Machine& m) {
+/// Whether a token that ends no statement may end one, or an expression. What may not is an unknown token; command mode
+/// drops it.
+[[gnu::noinline]] void check_unusual_end(Machine& m) {
     switch (m.token) {
-    case TOKEN_END:
-    case TOKEN_COLON:
     case ')':
     case ',':
     case TOKEN_STOP:
@@ -162,8 +161,13 @@ void check_statement_end(Machine& m) {
     }
 }
 
+void check_statement_end(Machine& m) {
+    if (!is_statement_end(m.token))
+        check_unusual_end(m);
+}
+
 /// PRINT and INPUT: their lists begin with nothing evaluated.
-void begin_list(Machine& m) {
+[[gnu::noinline]] void begin_list(Machine& m) {
     m.value.kind = VALUE_NONE;
     m.value.number = 0;
     m.value.variable = nullptr;

@@ -23,6 +23,9 @@ int next_token(Machine& m);
 /// Makes a token that is no operand and no fault the current one, as `next_token` does when it reads it.
 void take_token(Machine& m, const Token& token);
 
+/// The same for a literal, or a variable without a subscript: sets `value` too.
+void take_operand(Machine& m, const Token& token);
+
 /// Reads the token behind an operand: as `next_token`, but `value` stays the operand's record.
 void next_token_behind_operand(Machine& m);
 

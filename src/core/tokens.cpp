@@ -32,10 +32,8 @@ int eval_subscript(Machine& m, const Token& token) {
     return index;
 }
 
-/// The cell that a variable means; null after an error. Not inlined: most variables have no subscript.
-[[gnu::noinline]] Variable* resolve_cell(Machine& m, const Token& token) {
-    if (token.letter == DOLLAR_LETTER)
-        return &dollar_var(m);
+/// The cell that a variable means; null after an error.
+Variable* resolve_cell(Machine& m, const Token& token) {
     const int index = token.subscripted ? eval_subscript(m, token) : 0;
     if (m.error_code != ERROR_NONE)
         return nullptr;
@@ -47,20 +45,37 @@ int eval_subscript(Machine& m, const Token& token) {
     return cell;
 }
 
-void take_variable(Machine& m, const Token& token) {
-    const bool plain = !token.subscripted && token.letter != DOLLAR_LETTER;
-    Variable* cell = plain ? &m.variables[static_cast<std::size_t>(token.letter)] : resolve_cell(m, token);
-    m.token = cell != nullptr ? token.code : TOKEN_SUBSCRIPT_ERROR;
-    m.value.variable = cell;
-    m.value.kind = m.token;
+/// Makes the cell the current operand.
+void take_cell(Machine& m, const Token& token, Variable& cell) {
+    m.value.variable = &cell;
+    m.value.kind = token.code;
     m.value.complete = 0;
-    if (cell == nullptr)
-        return;
-    m.value.number = token.code == TOKEN_NUMVAR ? cell->number : 0;
-    if (token.code == TOKEN_STRVAR || cell->kind == 1)
-        m.value.text = cell->text;
+    m.value.number = token.code == TOKEN_NUMVAR ? cell.number : 0;
+    if (token.code == TOKEN_STRVAR || cell.kind == 1)
+        m.value.text = cell.text;
     if (token.letter == DOLLAR_LETTER)
-        cell->kind = 1;
+        cell.kind = 1;
+}
+
+/// Not inlined: most variables have no subscript.
+[[gnu::noinline]] void take_resolved(Machine& m, const Token& token) {
+    if (Variable* cell = resolve_cell(m, token)) {
+        m.token = token.code;
+        return take_cell(m, token, *cell);
+    }
+    m.token = TOKEN_SUBSCRIPT_ERROR;
+    m.value.variable = nullptr;
+    m.value.kind = TOKEN_SUBSCRIPT_ERROR;
+    m.value.complete = 0;
+}
+
+void take_variable(Machine& m, const Token& token) {
+    if (token.letter == DOLLAR_LETTER)
+        take_cell(m, token, dollar_var(m));
+    else if (token.subscripted || m.error_code != ERROR_NONE)
+        take_resolved(m, token);
+    else
+        take_cell(m, token, m.variables[static_cast<std::size_t>(token.letter)]);
 }
 
 void take_literal(Machine& m, const Token& token) {
@@ -107,6 +122,14 @@ void take_token(Machine& m, const Token& token) {
     m.token_start = token.begin;
     m.scan_ptr = token.end;
     m.token = token.code;
+}
+
+void take_operand(Machine& m, const Token& token) {
+    take_token(m, token);
+    if (token.code == TOKEN_NUMVAR || token.code == TOKEN_STRVAR)
+        take_variable(m, token);
+    else
+        take_literal(m, token);
 }
 
 int next_token(Machine& m) {

@@ -10,13 +10,6 @@ Variable* variable_cell(Machine& m, int letter, int index) {
 
 Variable& dollar_var(Machine& m) { return m.variables[DOLLAR_CELL]; }
 
-void store_number(Variable& cell, double number) {
-    cell.number = number;
-    cell.kind = 0;
-    cell.string_flag = 0;
-    cell.text.clear();
-}
-
 void store_string(Variable& cell, std::string_view text) {
     cell.text.assign(text);
     cell.number = 0;
@@ -29,16 +22,6 @@ std::string_view literal_part(const Machine& m, const Variable& cell, std::strin
     constexpr std::size_t DOLLAR_LITERAL_MAX = 30;
     const bool is_dollar = &cell == &m.variables[DOLLAR_CELL];
     return text.substr(0, is_dollar ? DOLLAR_LITERAL_MAX : LITERAL_MAX);
-}
-
-ValueType value_type(const Value& value) {
-    switch (value.kind) {
-    case VALUE_NUMBER: return TYPE_NUMBER;
-    case VALUE_NUMVAR: return value.variable->kind == 1 ? TYPE_STRING : TYPE_NUMBER;
-    case VALUE_STRVAR:
-    case VALUE_STRING: return TYPE_STRING;
-    default: return TYPE_NONE;
-    }
 }
 
 bool is_number(const Value& value) {

@@ -14,7 +14,12 @@ Variable* variable_cell(Machine& m, int letter, int index);
 Variable& dollar_var(Machine& m);
 
 /// Makes the cell hold a number.
-void store_number(Variable& cell, double number);
+inline void store_number(Variable& cell, double number) {
+    cell.number = number;
+    cell.kind = 0;
+    cell.string_flag = 0;
+    cell.text.clear();
+}
 
 /// Makes the cell hold a string of at most 31 characters.
 void store_string(Variable& cell, std::string_view text);
@@ -24,7 +29,15 @@ std::string_view literal_part(const Machine& m, const Variable& cell, std::strin
 
 /// What a value counts as. A cell read with "$" counts as a string whatever it holds; read without, as what it holds,
 /// and as a number when it was never assigned.
-ValueType value_type(const Value& value);
+inline ValueType value_type(const Value& value) {
+    switch (value.kind) {
+    case VALUE_NUMBER: return TYPE_NUMBER;
+    case VALUE_NUMVAR: return value.variable->kind == 1 ? TYPE_STRING : TYPE_NUMBER;
+    case VALUE_STRVAR:
+    case VALUE_STRING: return TYPE_STRING;
+    default: return TYPE_NONE;
+    }
+}
 
 /// Whether the value is a number, or a cell that holds one: what statements ask for that need a number.
 bool is_number(const Value& value);

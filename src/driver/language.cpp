@@ -81,23 +81,25 @@ constexpr int WORDS_WITHOUT_STATEMENT[] = {
 struct FunctionRow {
     int token;
     FunctionHandler handler;
+    NumberFormula formula = nullptr;
 };
+
+/// The row of a function of one factor.
+constexpr FunctionRow prefix(int token) { return {token, prefix_function, prefix_formula}; }
 
 // clang-format off
 constexpr FunctionRow FUNCTION_ROWS[] = {
-    {TOKEN_SIN,    prefix_function}, {TOKEN_COS,    prefix_function}, {TOKEN_TAN,    prefix_function},
-    {TOKEN_ASN,    prefix_function}, {TOKEN_ACS,    prefix_function}, {TOKEN_ATN,    prefix_function},
-    {TOKEN_HYPSIN, prefix_function}, {TOKEN_HYPCOS, prefix_function}, {TOKEN_HYPTAN, prefix_function},
-    {TOKEN_HYPASN, prefix_function}, {TOKEN_HYPACS, prefix_function}, {TOKEN_HYPATN, prefix_function},
-    {TOKEN_SQR,    prefix_function}, {TOKEN_EXP,    prefix_function}, {TOKEN_LN,     prefix_function},
-    {TOKEN_LOG,    prefix_function}, {TOKEN_INT,    prefix_function}, {TOKEN_FRAC,   prefix_function},
-    {TOKEN_ABS,    prefix_function}, {TOKEN_SGN,    prefix_function}, {TOKEN_FACT,   prefix_function},
-    {TOKEN_CUR,    prefix_function}, {TOKEN_EOX,    prefix_function}, {TOKEN_EOY,    prefix_function},
-    {TOKEN_RND,    rnd_function},    {TOKEN_RAN,    ran_function},    {TOKEN_NPR,    npr_function},
-    {TOKEN_NCR,    ncr_function},    {TOKEN_REC,    rec_function},    {TOKEN_POL,    pol_function},
-    {TOKEN_DEG,    deg_function},    {TOKEN_LEN,    len_function},    {TOKEN_MID,    mid_function},
-    {TOKEN_VAL,    val_function},    {TOKEN_STR,    str_function},    {TOKEN_HEX,    hex_function},
-    {TOKEN_DMS,    dms_function},    {TOKEN_KEY,    key_function},    {TOKEN_CSR,    csr_function},
+    prefix(TOKEN_SIN),     prefix(TOKEN_COS),     prefix(TOKEN_TAN),     prefix(TOKEN_ASN),
+    prefix(TOKEN_ACS),     prefix(TOKEN_ATN),     prefix(TOKEN_HYPSIN),  prefix(TOKEN_HYPCOS),
+    prefix(TOKEN_HYPTAN),  prefix(TOKEN_HYPASN),  prefix(TOKEN_HYPACS),  prefix(TOKEN_HYPATN),
+    prefix(TOKEN_SQR),     prefix(TOKEN_EXP),     prefix(TOKEN_LN),      prefix(TOKEN_LOG),
+    prefix(TOKEN_INT),     prefix(TOKEN_FRAC),    prefix(TOKEN_ABS),     prefix(TOKEN_SGN),
+    prefix(TOKEN_FACT),    prefix(TOKEN_CUR),     prefix(TOKEN_EOX),     prefix(TOKEN_EOY),
+    {TOKEN_RND,  rnd_function},   {TOKEN_RAN,  ran_function},   {TOKEN_NPR,  npr_function},
+    {TOKEN_NCR,  ncr_function},   {TOKEN_REC,  rec_function},   {TOKEN_POL,  pol_function},
+    {TOKEN_DEG,  deg_function},   {TOKEN_LEN,  len_function},   {TOKEN_MID,  mid_function},
+    {TOKEN_VAL,  val_function},   {TOKEN_STR,  str_function},   {TOKEN_HEX,  hex_function},
+    {TOKEN_DMS,  dms_function},   {TOKEN_KEY,  key_function},   {TOKEN_CSR,  csr_function},
 };
 // clang-format on
 
@@ -112,7 +114,7 @@ constexpr Language build_language() {
     for (const FunctionRow& row : FUNCTION_ROWS) {
         const auto place = static_cast<std::size_t>(row.token - FUNCTION_FIRST);
         language.functions[place] = row.handler;
-        language.formulas[place] = row.handler == prefix_function ? prefix_formula : nullptr;
+        language.formulas[place] = row.formula;
     }
     return language;
 }

@@ -158,6 +158,8 @@ struct FedKeys {
 };
 
 void feed_key(FedKeys& fed, Machine& m) {
+    if (fed.keys.empty())
+        return m.key_string.clear();
     fed.index += fed.read && fed.index < fed.keys.size() ? 1 : 0;
     fed.read = false;
     m.key_string = std::string_view(fed.keys).substr(fed.index, 1);
