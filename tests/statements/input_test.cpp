@@ -97,7 +97,7 @@ TEST(Input, TakesAString) {
     for (const std::string target : {"A$", "$", "Z$(5)"}) {
         for (const std::string& entry : {std::string("X"), std::string("longer than seven"), std::string("\"Q\":,"),
                                          std::string("  A "), longer.substr(0, 31), longer}) {
-            Asking t("INPUT " + target + ":B$=" + target);
+            Asking t(std::string("INPUT ").append(target).append(":B$=").append(target));
             enter(t, entry);
             t.wait();
             EXPECT_EQ(t.text('B'), entry.substr(0, 31)) << target;
