@@ -127,10 +127,12 @@ void take_literal(StatementReader& r, const Token& token) {
     r.value = {};
     r.value.kind = token.code;
     r.value.at = token.begin;
+    TokenText text;
     if (token.code == TOKEN_STRING)
-        r.value.length = literal_text(token).size();
+        read_literal(token, text);
     else
         r.value.number = token.number;
+    r.value.length = text.size();
 }
 
 Token scan_next(StatementReader& r) {
