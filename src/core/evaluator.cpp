@@ -248,9 +248,6 @@ bool read_factor_token(Machine& m) {
     return true;
 }
 
-/// Whether a statement word may run at once: not in a PRINT list, and with room for the two levels that it takes.
-bool may_run_word(const Machine& m) { return m.stmt_kind != KIND_PRINT && m.nesting_depth + 2 <= NESTING_DEPTH_MAX; }
-
 /// Whether a token of the scan cache is an operand that is a whole expression: no operator follows it, and nothing that
 /// is a fault there.
 bool stands_alone(const Token& token) {
@@ -284,7 +281,7 @@ bool eval_known(Machine& m, double& result) {
     const Statement statement = statement_of(*m.language, token->code);
     if (statement.handler == nullptr)
         return run_expression(m, *token, result);
-    if (!may_run_word(m))
+    if (m.stmt_kind == KIND_PRINT) // an error there
         return false;
     take_token(m, *token);
     ++m.nesting_depth;

@@ -113,6 +113,20 @@ TEST_F(Listing, LinesAreTheTextBehindTheirNumber) {
     EXPECT_EQ(failure_of(m), "ERR5 SYSTEM 24[Page:5]");
 }
 
+TEST_F(Listing, LinesAreFoundAgainAmongMany) {
+    std::string text = "[P0]\n";
+    for (int line = 0; line < LINES_PER_AREA; ++line)
+        text += std::to_string(32 * line) + " A=1\n";
+    ASSERT_EQ(load_listing_text(m, text), LoadResult::LOADED);
+    for (int round = 0; round < 2; ++round) {
+        for (int line = 0; line < LINES_PER_AREA; ++line) {
+            EXPECT_EQ(find_line(m, 32 * line), line);
+            EXPECT_EQ(find_line(m, 32 * line), line);
+            EXPECT_EQ(find_line(m, 32 * line + 64 * LINES_PER_AREA), -1);
+        }
+    }
+}
+
 TEST_F(Listing, FaultsAndTheirLines) {
     std::vector<Case> faults = cases(R"(
         SYSTEM 3            /              ^//           # only/; comments/

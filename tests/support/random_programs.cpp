@@ -17,7 +17,7 @@ constexpr const char* NUMBERS[] = {"0",           "1",    "2",         "3.5",   
                                    "99999999999", "PI",   "0.9999999", "12345678.125"};
 constexpr const char* LITERALS[] = {"\"\"",   "\"A\"",      "\"ABCDEFGHIJ\"",
                                     "\"12\"", "\"\\pi x\"", "\"LONG TEXT THAT SCROLLS\""};
-constexpr const char* FAULTS[] = {"(",     ")", ",",  ";",  "#",    "\"", "=", "FOO",
+constexpr const char* FAULTS[] = {"(",     ")", ",",  ";",  "#",    "\"", "=", "FOO",   "RETURN",
                                   "1.2.3", "$", "A$", "TO", "THEN", "&",  "5", "Z(300)"};
 constexpr const char* KEYS[] = {"1", "7", "A", ".", "-", "\x03", "\x06", "\x08"};
 
@@ -47,7 +47,10 @@ std::string RandomProgram::factor(int depth) {
     case 5: return "-" + factor(depth + 1);
     case 6:
     case 7: return PICK(FUNCTIONS) + factor(depth + 1);
-    case 8: return below(3) == 0 ? "LEN(" + text(depth) + ")" : "RAN#";
+    case 8:
+        if (below(30) == 0) // as deep as nesting goes, and deeper
+            return std::string(static_cast<std::size_t>(60 + below(15)), '-') + "B";
+        return below(3) == 0 ? "LEN(" + text(depth) + ")" : "RAN#";
     default: return "NPR(5," + factor(depth + 1) + ")";
     }
 }
@@ -88,7 +91,9 @@ std::string RandomProgram::simple_statement() {
     case 5:
     case 6: return "GOSUB " + target();
     case 7: return "RETURN";
-    case 8: return "PRINT " + expression(1) + ";" + text(1) + (below(2) == 0 ? ";" : "");
+    case 8:
+        return "PRINT " + std::string(below(9) == 0 ? "GOSUB " : "") + expression(1) + ";" + text(1) +
+               (below(2) == 0 ? ";" : "");
     case 9: return "PRINT " + text(1) + "," + expression(1);
     case 10: return "PRINT CSR " + std::to_string(below(12)) + ";" + expression(2) + ";";
     case 11: return below(2) == 0 ? "$=" + text(1) : loop + "$=" + text(1);
