@@ -26,9 +26,10 @@ const QStringList& listing_filters() {
 std::optional<ListingChoice> choose_listing(QWidget* parent, const Settings& settings) {
     const QStringList& filters = listing_filters();
     QString filter = filters[std::clamp(settings.file_type - 1, 0, static_cast<int>(filters.size()) - 1)];
-    const QString path =
-        QFileDialog::getOpenFileName(parent, QStringLiteral("Open file"), QString::fromLocal8Bit(settings.last_file),
-                                     filters.join(QLatin1String(";;")), &filter);
+    // Whoever has opened nothing yet finds the examples.
+    const std::string start = settings.last_file.empty() ? find_examples(program_folder()) : settings.last_file;
+    const QString path = QFileDialog::getOpenFileName(
+        parent, QStringLiteral("Open file"), QString::fromLocal8Bit(start), filters.join(QLatin1String(";;")), &filter);
     if (path.isEmpty())
         return std::nullopt;
     return ListingChoice{path, static_cast<int>(filters.indexOf(filter)) + 1};

@@ -174,7 +174,11 @@ std::string find_resources(const std::string& program) {
 }
 
 std::string find_manual(const std::string& program) {
-    return find_above(program, {"share/doc/quillon/html/index.html", "docs/language.md"}).string();
+    return find_above(program, {"share/quillon/manual/index.html", "docs/index.md"}).string();
+}
+
+std::string find_examples(const std::string& program) {
+    return find_above(program, {"share/quillon/examples/primes.bas", "examples/primes.bas"}).parent_path().string();
 }
 
 std::string find_catalogue(const Environment& environment, const std::string& installed, const std::string& working) {

@@ -40,9 +40,12 @@ bool create_folder(const std::string& folder);
 /// when it is installed, else `resources` of the tree that it was built in. Empty when there is neither.
 std::string find_resources(const std::string& program);
 
-/// The manual's first page: the installed one, else the language reference of the tree that the program was built in.
-/// Empty when there is neither.
+/// The manual's first page: the installed one or the one of the build, else its source in the tree that the program was
+/// built in. Empty when there is none.
 std::string find_manual(const std::string& program);
+
+/// The folder of the listings that come with the program, installed or of the tree; empty when there is none.
+std::string find_examples(const std::string& program);
 
 /// The message catalogue: `message.ini` in the working folder when there is one, else the catalogue of the user's
 /// language (Japanese or English) in the folder of installed ones; whether that one is there is not looked at.

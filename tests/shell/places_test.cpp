@@ -81,6 +81,29 @@ TEST(Places, CatalogueByLanguage) {
     EXPECT_EQ(find_catalogue({.lang = "ja"}, "/share/q", working.path), working / "message.ini");
 }
 
+TEST(Places, InstalledFilesAndThoseOfATree) {
+    struct Row {
+        const char *file, *program, *resources, *manual, *examples;
+    };
+    const Row rows[] = {
+        {"share/quillon/message.en.ini", "bin", "share/quillon", "", ""},
+        {"share/quillon/manual/index.html", "bin", "", "share/quillon/manual/index.html", ""},
+        {"share/quillon/examples/primes.bas", "bin", "", "", "share/quillon/examples"},
+        {"resources/message.en.ini", "build/x/src/desktop", "resources", "", ""},
+        {"docs/index.md", "build/x/src/desktop", "", "docs/index.md", ""},
+        {"examples/primes.bas", "build/x/src/desktop", "", "", "examples"},
+    };
+    for (const Row& row : rows) {
+        const TempFolder root;
+        const auto absolute = [&](const char* path) { return *path == '\0' ? "" : root / path; };
+        EXPECT_TRUE(create_folder(std::filesystem::path(root / row.file).parent_path().string()));
+        put_file(root / row.file, "");
+        EXPECT_EQ(find_resources(root / row.program), absolute(row.resources)) << row.file;
+        EXPECT_EQ(find_manual(root / row.program), absolute(row.manual)) << row.file;
+        EXPECT_EQ(find_examples(root / row.program), absolute(row.examples)) << row.file;
+    }
+}
+
 TEST(Places, Desktop) {
     const TempFolder home;
     const Environment environment{.home = home.path};
