@@ -1,16 +1,21 @@
-"""Every example of docs/language.md and docs/drive.md does what the document says, and both are complete."""
+"""Every example of the manual does what its page says, every link leads somewhere, and nothing is missing."""
 
 import json
+import os
 import re
 import tempfile
 import unittest
+from functools import lru_cache
+from html.parser import HTMLParser
 from pathlib import Path
 
 from fenced_blocks import BadExample, Example, read_examples
-from machine import ROOT, Drive, hold_conversation, run_listing, with_header
+from machine import CATALOGUE, ROOT, Drive, hold_conversation, run_listing, with_header
 
 LANGUAGE = ROOT / "docs" / "language.md"
 PROTOCOL = ROOT / "docs" / "drive.md"
+ERRORS = ROOT / "docs" / "errors.md"
+SETTINGS = ROOT / "docs" / "settings.md"
 
 
 def shown_by(example: Example) -> list:
@@ -61,9 +66,9 @@ class Documents(unittest.TestCase):
                         told, answer = told_of_answer(expected, drive.ask(command))
                         self.assertEqual(answer, told, example.place)
 
-    def check_examples(self, path: Path, fewest: int) -> None:
-        examples = read_examples(path)
-        self.assertGreaterEqual(len(examples), fewest)
+    def test_examples(self):
+        examples = [example for page in sorted(ROOT.glob("docs/*.md")) for example in read_examples(page)]
+        self.assertGreater(len(examples), 100)
         for example in examples:
             with self.subTest(example.place):
                 if example.block("drive"):
@@ -71,11 +76,68 @@ class Documents(unittest.TestCase):
                 else:
                     self.check_shown(example)
 
-    def test_language(self):
-        self.check_examples(LANGUAGE, 100)
 
-    def test_protocol(self):
-        self.check_examples(PROTOCOL, 1)
+class Page(HTMLParser):
+    """The links and the places of a page of the built manual."""
+
+    def __init__(self, text: str):
+        super().__init__()
+        self.links, self.anchors = [], set()
+        self.feed(text)
+
+    def handle_starttag(self, tag, attrs):
+        for name, value in attrs:
+            if name in ("href", "src"):
+                self.links.append(value)
+            elif name == "id":
+                self.anchors.add(value)
+
+
+class Document:
+    """The links and the headings' places of a Markdown document, as web views of repositories name them."""
+
+    def __init__(self, text: str):
+        text = re.sub(r"^ *```.*?^ *```", "", text, flags=re.MULTILINE | re.DOTALL)
+        self.links = re.findall(r"\]\(([^)\s]+)\)", re.sub(r"`[^`\n]*`", "", text))
+        headings = re.findall(r"^#+ (.*)$", text, re.MULTILINE)
+        self.anchors = {re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-") for heading in headings}
+
+
+@lru_cache(maxsize=None)
+def read_page(path: Path):
+    text = path.read_text(encoding="utf-8")
+    return Page(text) if path.suffix == ".html" else Document(text)
+
+
+def broken_links(path: Path) -> list:
+    broken = []
+    for link in read_page(path).links:
+        if re.match("[a-z]+:", link):
+            continue
+        name, _, anchor = link.partition("#")
+        target = (path.parent / name).resolve() if name else path
+        if not target.exists() or anchor and anchor not in read_page(target).anchors:
+            broken.append(f"{path.name}: {link}")
+    return broken
+
+
+class Links(unittest.TestCase):
+    """Every link of a document or a page of the manual leads to a file that is there, and to a heading in it."""
+
+    def test_links(self):
+        manual = Path(os.environ["QUILLON_MANUAL"])
+        documents = [*ROOT.glob("*.md"), *ROOT.glob("docs/*.md"), *ROOT.glob("tests/*.md")]
+        pages = list(manual.glob("*.html"))
+        self.assertGreater(min(len(documents), len(pages)), 10)
+        self.assertEqual([link for path in documents + pages for link in broken_links(path)], [])
+
+    def test_a_broken_link_is_noticed(self):
+        with tempfile.TemporaryDirectory() as folder:
+            for name, text in [("a.md", "# One Two\n[x](#one-two) [x](#three) [x](b.html) [x](b.html#k)"),
+                               ("b.html", "<p id=i><a href=a.md#one-two>x</a><img src=c.png><a href=#i>x</a>")]:
+                Path(folder, name).write_text(text, encoding="utf-8")
+            self.assertEqual(broken_links(Path(folder, "a.md")), ["a.md: #three", "a.md: b.html#k"])
+            self.assertEqual(broken_links(Path(folder, "b.html")), ["b.html: c.png"])
 
 
 def names_in_source(path: str, pattern: str) -> list:
@@ -98,6 +160,19 @@ class Completeness(unittest.TestCase):
         code = " ".join(re.findall(r"`([^`\n]+)`", LANGUAGE.read_text(encoding="utf-8")))
         described = set(re.findall(r"[A-Z_]+[$#]?", code))
         self.assertEqual([word for word in words if word not in described], [])
+
+    def test_error_texts(self):
+        catalogue = CATALOGUE.read_text(encoding="utf-8")
+        texts = re.findall(r"^M_\d+=(.*)$", re.search(r"\[SYSTEM\].*?\n(?=\[DLG)", catalogue, re.DOTALL)[0], re.MULTILINE)
+        self.assertGreater(len(texts), 30)
+        described = ERRORS.read_text(encoding="utf-8")
+        self.assertEqual([text for text in texts if f"| {text} |" not in described], [])
+
+    def test_settings(self):
+        described = set(re.findall(r"`([A-Z_]+)`", SETTINGS.read_text(encoding="utf-8")))
+        keys = names_in_source("shell/settings.cpp", r'^    \{"(\w+) ?= ')
+        self.assertGreater(len(keys), 20)
+        self.assertEqual([key for key in keys if key not in described], [])
 
     def test_commands(self):
         cells = [row[0] for row in self.table_rows("Commands")]
