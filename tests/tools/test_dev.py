@@ -39,7 +39,7 @@ class Dev(PlantedTree):
 
     def test_a_wrong_command_line_shows_the_usage(self):
         for arguments in [[], ["frobnicate"], ["build", "nonsense"], ["build", "dev", "release"],
-                          ["setup", "nonsense"], ["check", "x"], ["format", "x"]]:
+                          ["setup", "nonsense"], ["check", "x"], ["package", "x"], ["format", "x"]]:
             with self.subTest(arguments):
                 done = self.dev(*arguments)
                 self.assert_status(done, 2)
