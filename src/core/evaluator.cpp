@@ -251,9 +251,10 @@ bool read_factor_token(Machine& m) {
 /// Whether a token of the scan cache is an operand that is a whole expression: no operator follows it, and nothing that
 /// is a fault there.
 bool stands_alone(const Token& token) {
+    if (!is_operand_token(token.code) || token.subscripted)
+        return false;
     const int next = (&token)[1].code; // there is one: a line's last token is its end
-    return is_operand_token(token.code) && !token.subscripted && level_of(next) == LEVEL_FACTOR &&
-           !is_operand_token(next) && next != TOKEN_LEXICAL_ERROR;
+    return level_of(next) == LEVEL_FACTOR && !is_operand_token(next) && next != TOKEN_LEXICAL_ERROR;
 }
 
 double eval_lone_operand(Machine& m, const Token& token) {

@@ -81,9 +81,10 @@ std::uint64_t scaled_by_ten(double magnitude, int power) {
     return whole + (up ? 1 : 0);
 }
 
-/// Numbers from 10^-11 to 10^16 scale to 17 digits within 128 bits.
+/// Numbers from 10^-10 to 10^16 scale to 17 digits within 128 bits, by the power for an exponent that is one too small
+/// as well.
 bool middling_to_decimal(double magnitude, Decimal& decimal) {
-    if (!(magnitude >= 1e-11 && magnitude < 1e16))
+    if (!(magnitude >= 1e-10 && magnitude < 1e16))
         return false;
     constexpr double LOG10_OF_2 = 0.30102999566398120;
     decimal.exponent = static_cast<int>(std::floor(std::ilogb(magnitude) * LOG10_OF_2)); // right, or one too small

@@ -60,7 +60,8 @@ std::string current_line_text(const Machine& m) {
 }
 
 /// By statement context; those that are none of these have no name.
-constexpr const char* STATEMENT_KINDS[] = {"TOP", "VAL", "STR", "IF", "GOTO", "RAN", "RND", "PRT", "FOR", "INP", "PRTS"};
+constexpr const char* STATEMENT_KINDS[] = {"TOP", "VAL", "STR", "IF",  "GOTO", "RAN",
+                                           "RND", "PRT", "FOR", "INP", "PRTS"};
 
 const char* statement_kind_name(int kind) {
     return kind >= 0 && kind < static_cast<int>(std::size(STATEMENT_KINDS)) ? STATEMENT_KINDS[kind] : "";

@@ -49,7 +49,7 @@ void play_word(TestMachine& t, std::string_view word) {
     else if (word == "stop")
         run_host_command(*t.simulator, COMMAND_STOP);
     else if (word.size() == 1)
-        tick_with_key(t, word[0], word);
+        tick_with_key(t, as_byte(word[0]), word);
     else
         throw std::invalid_argument("no such word in a script: " + std::string(word));
 }
