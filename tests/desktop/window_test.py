@@ -86,6 +86,7 @@ class WindowTest(unittest.TestCase):
         simulator.click_lcd(AREA_COLUMN + 3 * 32, 60, repeat=2)  # the double click runs the area
         simulator.wait_for_text("NAME?")
         simulator.type("me")
+        wait_until(lambda: simulator.lcd_text() in ("ME", "ME_"), "the entry")
         simulator.click_lcd(200, 60)  # EXE
         simulator.wait_for_text("HI ME")
         simulator.close()

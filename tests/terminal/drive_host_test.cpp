@@ -34,6 +34,12 @@ struct Used : Driven {
     }
     Machine& m() { return session.simulator->machine; }
 
+    /// Takes back what no machine can tick with.
+    void make_whole() {
+        m().base_state = STATE_RUN;
+        m().angle_unit = ANGLE_DEG;
+    }
+
     /// What a command changed, as "name=value" by the alphabet, and what it asked for. A new display always shows from
     /// another place, so of the offset and of `visible` nothing is said; nor of the token, which is nobody's any more.
     std::string changed_by(const std::string& command) {
@@ -174,6 +180,7 @@ TEST_F(Loads, ReplaceEverythingButVariablesAndModes) {
     EXPECT_EQ(last_file, good);
     EXPECT_EQ(title(), "Quillon Simulator. [good one.bas]");
     put_file(good, "[P7]\n10 A=1\n");
+    t.make_whole();
     t.all("run; tick; host 40014; tick");
     EXPECT_EQ(t.state()["visible"].get<std::string>().substr(8), "6_89") << "read anew";
     std::filesystem::remove(good);
@@ -212,6 +219,7 @@ TEST_F(Loads, WithAFaultLeaveNoListing) {
         EXPECT_EQ(state["host"], Json({"stop-sound", "trace", "message-box :3 LINE"})) << "its trace window closes";
         EXPECT_EQ(s.settings.last_file, reload ? "" : faulty) << "one that was named stays, to be mended";
         EXPECT_EQ(used.m().data_index[0].kind, DataItem::END);
+        used.make_whole();
         used.all("tick; run");
         EXPECT_EQ(used.state()["visible"], "P 0123 56789") << "nothing is there to run";
     }
