@@ -270,13 +270,13 @@ bool eval_known(Machine& m, double& result) {
     const Token* token = find_token(m.scan_cache, m.scan_ptr);
     if (token == nullptr || failed(m) || m.nesting_depth >= NESTING_DEPTH_MAX)
         return false;
-    if (stands_alone(*token)) {
-        result = eval_lone_operand(m, *token);
-        return true;
-    }
     if (is_statement_end(token->code)) {
         take_token(m, *token);
         m.stmt_kind = KIND_NONE;
+        return true;
+    }
+    if (stands_alone(*token)) {
+        result = eval_lone_operand(m, *token);
         return true;
     }
     const Statement statement = statement_of(*m.language, token->code);
@@ -288,7 +288,8 @@ bool eval_known(Machine& m, double& result) {
     ++m.nesting_depth;
     run_statement_word(m, statement);
     --m.nesting_depth;
-    result = eval_operators(m, LEVEL_SUM, 0);
+    if (!is_statement_end(m.token))
+        result = eval_operators(m, LEVEL_SUM, 0);
     return true;
 }
 

@@ -79,8 +79,8 @@ constexpr int WORDS_WITHOUT_STATEMENT[] = {
 };
 
 struct FunctionRow {
-    int token;
-    FunctionHandler handler;
+    int token = TOKEN_UNKNOWN;
+    FunctionHandler handler = nullptr;
     NumberFormula formula = nullptr;
 };
 

@@ -114,7 +114,7 @@ ForFrame* select_loop(Machine& m) {
 /// Whether the loop is over. Only the direction of the step is rounded; a step that rounds to 0 counts as negative.
 bool loop_is_over(const ForFrame& frame) {
     const double number = frame.variable->number;
-    const bool upward = compare_numbers(frame.step, 0) == 1;
+    const bool upward = round6(frame.step) > 0;
     return upward ? number > frame.limit : number < frame.limit;
 }
 
