@@ -140,6 +140,7 @@ class DialogsTest(unittest.TestCase):
             except AssertionError:
                 self.fail(f"the trace window shows {seen}, not {fields}")
 
+        simulator.focus()
         simulator.key("F5")
         shows(next="10 <<HERE>> A=1:B=2", dollar='""', A="-------", kind="TOP")
         simulator.key("Tab")
