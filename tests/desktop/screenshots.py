@@ -12,6 +12,7 @@ from screen import Screen, wait_until
 from simulator import Glyphs, Simulator
 
 LISTING = '[P0]\n10 A=SIN 30:B=A*2:C=SQR 2\n20 $="X\\pi":D=-1.5\n30 PRINT "HELLO, WORLD"\n40 GOTO 99\n'
+THEMES_AND_SCALES = (("light", "1"), ("dark", "1"), ("light", "2"), ("dark", "2"))
 DARK_COLOURS = """[Colors:Window]
 BackgroundNormal=42,46,50
 ForegroundNormal=252,252,252
@@ -92,6 +93,9 @@ class Session:
         self.press("F5", "Tab")
         self.press("Tab")
         self.picture("trace")
+        _, _, width, height = self.screen.geometry(trace)
+        self.simulator.click(width - 60, height - 25, window=trace)  # its button
+        self.picture("extended-variables")
         self.close(trace)
         self.settle()
         self.press("Return", "Return")
@@ -113,7 +117,7 @@ def main():
         try:
             glyphs = Glyphs(sys.argv[2], scratch)
             for language in ("en", "ja"):
-                for theme, scale in (("light", "1"), ("dark", "1"), ("light", "2"), ("dark", "2")):
+                for theme, scale in THEMES_AND_SCALES:
                     home = tempfile.mkdtemp(dir=scratch)
                     prefix = os.path.join(folder, f"{language}-{theme}-{scale}-")
                     env = environment(language, theme, scale, home)
