@@ -116,7 +116,7 @@ TEST(Window, TitleNamesTheListing) {
         {"", "Quillon Simulator."},
         {"test.bas", "Quillon Simulator. [test.bas]"},
         {"C:\\basic\\100%s \xE3\x82\xA1.bas", "Quillon Simulator. [100%s \xE3\x82\xA1.bas]"},
-        {"/home/me/a b.bas", "Quillon Simulator. [a b.bas]"},
+        {"/users/me/a b.bas", "Quillon Simulator. [a b.bas]"},
     };
     for (const auto& [path, title] : rows) {
         TestMachine t;

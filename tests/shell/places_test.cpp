@@ -20,9 +20,9 @@ TEST(Places, DataFilesByTheUsersConfiguration) {
         const char* folder;
     };
     const Row rows[] = {
-        {"/home/me", "", "/home/me/.config/quillon"},
-        {"/home/me", "/cfg", "/cfg/quillon"},
-        {"/home/me", "relative", "/home/me/.config/quillon"},
+        {"/users/me", "", "/users/me/.config/quillon"},
+        {"/users/me", "/cfg", "/cfg/quillon"},
+        {"/users/me", "relative", "/users/me/.config/quillon"},
         {"", "/cfg", "/cfg/quillon"},
         {"", "", "/nowhere/bin"},
         {"relative", "", "/nowhere/bin"},
@@ -38,9 +38,9 @@ TEST(Places, DataFilesByTheUsersConfiguration) {
 
 TEST(Places, DataFilesBesideTheProgramWhenTheyAreThere) {
     const TempFolder program;
-    const Environment environment{.home = "/home/me"};
+    const Environment environment{.home = "/users/me"};
     put_file(program / "QZ740.val", "");
-    EXPECT_EQ(find_data_files(environment, program.path).folder, "/home/me/.config/quillon");
+    EXPECT_EQ(find_data_files(environment, program.path).folder, "/users/me/.config/quillon");
     put_file(program / "QZ740.ini", "");
     EXPECT_EQ(find_data_files(environment, program.path).saved_values, program / "QZ740.val");
 }

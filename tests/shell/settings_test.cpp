@@ -25,7 +25,7 @@ std::string written_text(bool all_set) {
     const char* const rows[][3] = {
         // clang-format off
         {"EDITOR = ", R"("notepad.exe")", R"("/opt/my editor")"},
-        {"LASTFILE = ", R"("")", R"("/home/me/a.bas")"},
+        {"LASTFILE = ", R"("")", R"("/users/me/a.bas")"},
         {"FILETYPE = ", "0", "2"},
         {"MODE = ", "0", "1"},
         {"RUNPAGE= ", "0", "9"},
@@ -218,7 +218,7 @@ TEST(Settings, GoIntoTheRecordAndBack) {
     collect_settings(m, back);
     EXPECT_EQ(back.zoom, 12);
     EXPECT_EQ(back.timer_interval, 77);
-    EXPECT_EQ(back.last_file, "/home/me/a.bas");
+    EXPECT_EQ(back.last_file, "/users/me/a.bas");
     apply_settings(m, settings); // Overdrive stays
     EXPECT_EQ(m.timer_interval, 5);
     EXPECT_EQ(m.saved_timer_interval, 5);
