@@ -37,13 +37,19 @@ QFont fixed_font() {
     return font;
 }
 
-QPlainTextEdit* text_field(int lines) {
+/// A text that can be read and copied only.
+QPlainTextEdit* read_only_field() {
     auto* field = new QPlainTextEdit;
     field->setReadOnly(true);
     field->setTextInteractionFlags(Qt::TextSelectableByKeyboard | Qt::TextSelectableByMouse);
     field->setTabChangesFocus(true);
-    field->setContextMenuPolicy(Qt::NoContextMenu);
     field->setFont(fixed_font());
+    return field;
+}
+
+QPlainTextEdit* text_field(int lines) {
+    QPlainTextEdit* field = read_only_field();
+    field->setContextMenuPolicy(Qt::NoContextMenu);
     const int frame = 2 * (field->frameWidth() + static_cast<int>(field->document()->documentMargin()));
     field->setFixedHeight(lines * QFontMetrics(field->font()).lineSpacing() + frame);
     return field;
@@ -81,13 +87,10 @@ void move_on_screen(QWidget& window, QPoint place) {
 } // namespace
 
 ExtendedVariablesWindow::ExtendedVariablesWindow(const Machine& machine_, QWidget* main_window)
-    : QDialog(main_window), machine(machine_), field(new QPlainTextEdit) {
+    : QDialog(main_window), machine(machine_), field(read_only_field()) {
     constexpr QSize SIZE(560, 400);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QString::fromUtf8(lookup_message(machine.catalogue, "DLG_TRACE2", 0)));
-    field->setReadOnly(true);
-    field->setTextInteractionFlags(Qt::TextSelectableByKeyboard | Qt::TextSelectableByMouse);
-    field->setFont(fixed_font());
     field->setLineWrapMode(QPlainTextEdit::NoWrap);
     field->setAccessibleName(windowTitle().isEmpty() ? QStringLiteral("Extended variables") : windowTitle());
     (new QVBoxLayout(this))->addWidget(field);
