@@ -264,33 +264,39 @@ double eval_lone_operand(Machine& m, const Token& token) {
     return checked_number(m, operand_number(m));
 }
 
-/// Evaluates what the caches know: a single operand, the end of a statement, a statement word, an expression that has
-/// code. Does what the levels below do, without descending into them. False, with nothing changed, for all else.
-bool eval_known(Machine& m, double& result) {
-    const Token* token = find_token(m.scan_cache, m.scan_ptr);
-    if (token == nullptr || failed(m) || m.nesting_depth >= NESTING_DEPTH_MAX)
+/// Runs a statement word of the scan cache in the place of an expression. False, with nothing changed, where that is an
+/// error.
+bool run_known_word(Machine& m, const Token& token, double& result) {
+    const Statement statement = statement_of(*m.language, token.code);
+    if (statement.handler == nullptr || m.stmt_kind == KIND_PRINT)
         return false;
-    if (is_statement_end(token->code)) {
-        take_token(m, *token);
-        m.stmt_kind = KIND_NONE;
-        return true;
-    }
-    if (stands_alone(*token)) {
-        result = eval_lone_operand(m, *token);
-        return true;
-    }
-    const Statement statement = statement_of(*m.language, token->code);
-    if (statement.handler == nullptr)
-        return run_expression(m, *token, result);
-    if (m.stmt_kind == KIND_PRINT) // an error there
-        return false;
-    take_token(m, *token);
+    take_token(m, token);
     ++m.nesting_depth;
     run_statement_word(m, statement);
     --m.nesting_depth;
     if (!is_statement_end(m.token))
         result = eval_operators(m, LEVEL_SUM, 0);
     return true;
+}
+
+/// Evaluates what the caches know: a statement word, a single operand, the end of a statement, an expression that has
+/// code. Does what the levels below do, without descending into them. False, with nothing changed, for all else.
+bool eval_known(Machine& m, double& result) {
+    const Token* token = find_token(m.scan_cache, m.scan_ptr);
+    if (token == nullptr || failed(m) || m.nesting_depth >= NESTING_DEPTH_MAX)
+        return false;
+    if (token->code >= STATEMENT_FIRST)
+        return run_known_word(m, *token, result);
+    if (stands_alone(*token)) {
+        result = eval_lone_operand(m, *token);
+        return true;
+    }
+    if (is_statement_end(token->code)) {
+        take_statement_end(m, *token);
+        return true;
+    }
+    const Expression* expression = find_expression(m, *token);
+    return expression != nullptr && run_expression(m, *expression, result);
 }
 
 } // namespace

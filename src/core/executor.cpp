@@ -1,4 +1,5 @@
 // eval_statement: assignments, relations, and what may end a statement.
+#include "core/arithmetic.h"
 #include "core/collation.h"
 #include "core/errors.h"
 #include "core/interpreter.h"
@@ -98,6 +99,14 @@ void assign_string(Machine& m, Variable& cell) {
         store_string(cell, literal_alone ? literal_part(m, cell, m.value.text) : m.value.text.view());
 }
 
+/// What an assignment leaves in the record: its target, as something computed.
+void leave_target(Machine& m, int kind, Variable* variable) {
+    m.value.kind = kind;
+    m.value.variable = variable;
+    m.value.complete = 1;
+    m.operand_done = 0;
+}
+
 void check_statement_end(Machine& m);
 
 [[gnu::noinline]] double assign(Machine& m) {
@@ -121,10 +130,7 @@ void check_statement_end(Machine& m);
         raise_target_error(m, target);
     if (failed(m))
         return 0;
-    m.value.kind = target.kind;
-    m.value.variable = target.variable;
-    m.value.complete = 1;
-    m.operand_done = 0;
+    leave_target(m, target.kind, target.variable);
     check_statement_end(m);
     return failed(m) || to_string ? 0 : number;
 }
@@ -180,9 +186,42 @@ void check_statement_end(Machine& m) {
     m.operand_done = 0;
 }
 
+/// Assigns a number, by its expression's code, to a variable without a subscript that holds one. Leaves what `assign`
+/// leaves. False, with nothing changed, for all else.
+bool assign_known(Machine& m, const Token& token, double& result) {
+    if (token.subscripted || (&token)[1].code != '=')
+        return false;
+    Variable& cell = m.variables[static_cast<std::size_t>(token.letter)];
+    if (cell.kind == 1 || !in_number_range(cell.number) || m.stmt_kind == KIND_CONDITION)
+        return false;
+    const Expression* expression = find_expression(m, (&token)[2]);
+    if (expression == nullptr || !is_statement_end(expression->end_code) || !run_expression(m, *expression, result))
+        return false;
+    store_number(cell, result);
+    leave_target(m, TOKEN_NUMVAR, &cell);
+    return true;
+}
+
+/// Executes what the caches know of the commonest statements in one go: an assignment, and none at all before the end
+/// of a line. False, with nothing changed, for all else.
+bool execute_known(Machine& m, double& result) {
+    const Token* token = find_token(m.scan_cache, m.scan_ptr);
+    if (token == nullptr || failed(m) || m.nesting_depth >= NESTING_DEPTH_MAX)
+        return false;
+    if (token->code == TOKEN_NUMVAR)
+        return assign_known(m, *token, result);
+    if (!is_statement_end(token->code))
+        return false;
+    take_statement_end(m, *token);
+    return true;
+}
+
 } // namespace
 
 double eval_statement(Machine& m) {
+    double result = 0;
+    if (execute_known(m, result))
+        return result;
     const double left = eval_sum(m);
     if (failed(m))
         return 0;

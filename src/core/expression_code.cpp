@@ -168,6 +168,7 @@ std::uint32_t translate(Machine& m, std::size_t first_token) {
     t.expression.operations = static_cast<std::uint32_t>(operations);
     t.expression.operation_count = static_cast<std::uint32_t>(cache.operations.size() - operations);
     t.expression.end_token = static_cast<std::uint32_t>(token_index(m.scan_cache, *t.token));
+    t.expression.end_code = t.token->code;
     cache.expressions.push_back(t.expression);
     return static_cast<std::uint32_t>(cache.expressions.size());
 }
@@ -259,14 +260,15 @@ void reset_expressions(ExpressionCache& cache, std::size_t token_count) {
     cache.operations.reserve(token_count);
 }
 
-bool run_expression(Machine& m, const Token& token, double& result) {
+const Expression* find_expression(Machine& m, const Token& token) {
     const std::size_t index = token_index(m.scan_cache, token);
     std::uint32_t& place = m.expression_cache.expression_at[index];
     if (place == 0)
         place = translate(m, index);
-    if (place == NO_CODE)
-        return false;
-    const Expression& expression = m.expression_cache.expressions[place - 1];
+    return place != NO_CODE ? &m.expression_cache.expressions[place - 1] : nullptr;
+}
+
+bool run_expression(Machine& m, const Expression& expression, double& result) {
     if (m.nesting_depth + expression.nesting > NESTING_DEPTH_MAX)
         return false;
     Variable* first =

@@ -41,6 +41,7 @@ struct Expression {
     std::uint32_t operations = 0; ///< index of the first one
     std::uint32_t operation_count = 0;
     std::uint32_t end_token = 0; ///< index of the token behind it
+    int end_code = 0;            ///< code of that token
     int last_token = 0;          ///< code of its last token
     int nesting = 0;             ///< how deep it is nested
     int kind = 0;                ///< ValueKind of its first operand
@@ -60,9 +61,11 @@ struct ExpressionCache {
 /// Makes room for a text of so many tokens and forgets all expressions.
 void reset_expressions(ExpressionCache& cache, std::size_t token_count);
 
-/// Evaluates the expression that begins with `token`, the scan cache's for `scan_ptr`, by its code, with all that
-/// `eval_sum` leaves in the record. False when there is no code for it, or none that serves this time: then nothing has
-/// changed. No error may be pending.
-bool run_expression(Machine& m, const Token& token, double& result);
+/// The code of the expression that begins with `token`, one of the scan cache's; null when there is none.
+const Expression* find_expression(Machine& m, const Token& token);
+
+/// Evaluates an expression by its code, with all that `eval_sum` leaves in the record. False when the code does not
+/// serve this time: then nothing has changed. No error may be pending.
+bool run_expression(Machine& m, const Expression& expression, double& result);
 
 } // namespace quillon

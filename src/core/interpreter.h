@@ -21,10 +21,21 @@ constexpr int NESTING_DEPTH_MAX = 72;
 int next_token(Machine& m);
 
 /// Makes a token that is no operand and no fault the current one, as `next_token` does when it reads it.
-void take_token(Machine& m, const Token& token);
+inline void take_token(Machine& m, const Token& token) {
+    m.prev_token = m.token;
+    m.token_start = token.begin;
+    m.scan_ptr = token.end;
+    m.token = token.code;
+}
 
 /// The same for a literal, or a variable without a subscript: sets `value` too.
 void take_operand(Machine& m, const Token& token);
+
+/// The same for the end of a statement where an operand could stand: the statement's context ends with it.
+inline void take_statement_end(Machine& m, const Token& token) {
+    take_token(m, token);
+    m.stmt_kind = KIND_NONE;
+}
 
 /// Reads the token behind an operand: as `next_token`, but `value` stays the operand's record.
 void next_token_behind_operand(Machine& m);

@@ -87,8 +87,8 @@ void take_literal(Machine& m, const Token& token) {
         read_literal(token, m.value.text);
 }
 
-int take_next_token(Machine& m, const Token& token) {
-    take_token(m, token);
+/// What reading a token does beside moving behind it: operands become the current one, faults are described.
+void take_content(Machine& m, const Token& token) {
     switch (token.code) {
     case TOKEN_NUMVAR:
     case TOKEN_STRVAR: take_variable(m, token); break;
@@ -97,6 +97,12 @@ int take_next_token(Machine& m, const Token& token) {
     case TOKEN_LEXICAL_ERROR: take_scan_fault(m, token); break;
     default: break;
     }
+}
+
+int take_next_token(Machine& m, const Token& token) {
+    take_token(m, token);
+    if (token.code < TOKEN_COLON || (token.code > TOKEN_UNKNOWN && token.code <= TOKEN_STRING))
+        take_content(m, token);
     return m.token;
 }
 
@@ -116,13 +122,6 @@ void take_token_behind_operand(Machine& m, const Token& token) {
 }
 
 } // namespace
-
-void take_token(Machine& m, const Token& token) {
-    m.prev_token = m.token;
-    m.token_start = token.begin;
-    m.scan_ptr = token.end;
-    m.token = token.code;
-}
 
 void take_operand(Machine& m, const Token& token) {
     take_token(m, token);
