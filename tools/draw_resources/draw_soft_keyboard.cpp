@@ -41,11 +41,11 @@ struct FaceColours {
 
 // clang-format off
 constexpr FaceColours faces[] = {
-    {Face::Letter,     0x5A606B, 0x444A54, 0x2B2F36},
-    {Face::Digit,      0x7A8290, 0x626A78, 0x3C424C},
-    {Face::Operator,   0x66707F, 0x505A68, 0x323942},
+    {Face::Letter,     0x505661, 0x3A4049, 0x24282E},
+    {Face::Digit,      0x6C7481, 0x545C69, 0x343A43},
+    {Face::Operator,   0x5C6674, 0x475160, 0x2D333C},
     {Face::Control,    0x4A4F57, 0x363A41, 0x222529},
-    {Face::Alarm,      0xC2605A, 0xA23F3C, 0x662423},
+    {Face::Alarm,      0xB0524D, 0x8F3533, 0x591E1D},
     {Face::Exe,        0xFFFFFF, 0xDDE1E6, 0x8D939C},
     {Face::S,          0xA5663A, 0x854A22, 0x532C12},
     {Face::SLatched,   0xFFD2A0, 0xFF9A3D, 0xB05D12},
@@ -311,8 +311,8 @@ Palette keyboard_palette() {
     palette[CASE] = 0x1B1D21;
     palette[LEGEND] = 0xF2F0E8;
     palette[DARK_LEGEND] = 0x17191C;
-    palette[TINT_S] = 0xFFB066;
-    palette[TINT_F] = 0x8CC8FF;
+    palette[TINT_S] = 0xFFCB96;
+    palette[TINT_F] = 0xB4DCFF;
     palette[TINT_EXT] = 0x8CF0A0;
     palette[TINT_EXT_S] = 0xF0E878;
     for (const FaceColours& row : faces) {
