@@ -45,7 +45,7 @@ class Program:
 
 
 def is_showing(element) -> bool:
-    return element.getState().contains(pyatspi.STATE_SHOWING)
+    return has_state(element, pyatspi.STATE_SHOWING)
 
 
 def nameless(window) -> list:
@@ -85,3 +85,23 @@ def set_number(element, number: float):
 
 def texts_in(window) -> str:
     return "\n".join(element.name for element in tree(window) if element.name)
+
+
+def middle_of(element) -> tuple:
+    """Where to click on it, on the screen."""
+    extents = element.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+    return extents.x + extents.width // 2, extents.y + extents.height // 2
+
+
+def has_state(element, state) -> bool:
+    return element.getState().contains(state)
+
+
+def focusable_in(window) -> list:
+    return [element for element in tree(window) if has_state(element, pyatspi.STATE_FOCUSABLE) and is_showing(element)]
+
+
+def focused_name(window, other_than: list) -> str:
+    """The name of the control with the focus; empty while none has it, or still the one before."""
+    names = [element.name for element in tree(window) if has_state(element, pyatspi.STATE_FOCUSED)]
+    return names[0] if names and names != other_than else ""

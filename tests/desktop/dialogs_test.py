@@ -12,7 +12,12 @@ from screen import Screen, wait_until
 from simulator import Glyphs, Simulator
 
 STEPS = '[P0]\n10 A=1:B=2\n20 $="X\\pi":A(30)=5:A(120)=7\n30 PRINT "A";A\n40 VAC\n50 A=9\n60 PRINT "DONE"\n'
-TOOLBAR_CONFIGURE = (53, 40)  # in the main window
+DIALOGS = {  # title: keys behind F10, name of the toolbar's button
+    "Configuration": (["c"], "Config"),
+    "Trace": (["Right", "t"], "TRACE"),
+    "Error details": (["Left", "e"], "ErrInfo"),
+    "About.": (["Left", "a"], "About"),
+}
 NUMBER_FIELDS = {  # field: (accepted, refused, setting, its text then, text when refused, message)
     "Program area at start [0-9]": (4, 77, "RUNPAGE", "4", "9", None),
     "Speed (timer interval)": (50, 2000, "TIMER", "50", "30", "5 to 1000 ms"),
@@ -76,9 +81,43 @@ class DialogsTest(unittest.TestCase):
         self.assertEqual(accessible.nameless(self.main_window(program)), [])
         simulator.close()
 
+    def test_dialogs_open_from_menu_and_toolbar(self):
+        simulator, program = self.start(STEPS)
+        buttons = [element for element in accessible.tree(self.main_window(program))
+                   if element.getRoleName() == "push button"]
+        for title, (keys, name) in DIALOGS.items():
+            self.choose(simulator, *keys)
+            self.close_dialog(simulator, program, title)
+            button = next(element for element in buttons if name in element.name)
+            self.screen.xdotool("mousemove", *accessible.middle_of(button), "click", 1)
+            self.close_dialog(simulator, program, title)
+        simulator.close()
+
+    def close_dialog(self, simulator: Simulator, program, title: str):
+        program.window(title)
+        self.screen.xdotool("windowactivate", "--sync", self.screen.wait_for_window(f"^{title}$"))
+        simulator.key("Escape")
+        wait_until(lambda: not program.has_window(title), f"'{title}' to close")
+
+    def test_tab_goes_through_the_fields_as_they_are_read(self):
+        simulator, program = self.start(STEPS)
+        self.choose(simulator, "c")
+        dialog = program.window("Configuration")
+        self.screen.xdotool("windowactivate", "--sync", self.screen.wait_for_window("Configuration"))
+        seen = []
+        while not seen or seen[-1] != seen[0] or len(seen) == 1:
+            name = wait_until(lambda: accessible.focused_name(dialog, other_than=seen[-1:]), "the next field")
+            seen.append(name)
+            simulator.key("Tab")
+        fields = sorted(accessible.focusable_in(dialog), key=lambda field: accessible.middle_of(field)[::-1])
+        unchosen = {"Command (mode 0)", "use BEEP"}  # the arrow keys lead there
+        self.assertEqual(seen[:-1], [field.name for field in fields if field.name not in unchosen])
+        simulator.key("Escape")
+        simulator.close()
+
     def test_configuration_is_taken_over(self):
         simulator, program = self.start(STEPS)
-        simulator.click(*TOOLBAR_CONFIGURE)
+        self.choose(simulator, "c")
         dialog = program.window("Configuration")
         self.assertEqual(accessible.nameless(dialog), [])
         for name, (accepted, *_) in NUMBER_FIELDS.items():

@@ -1,6 +1,7 @@
-"""Pictures of every window of the desktop program, for the manual and for looking at: by language, theme and scale.
+"""Pictures of the desktop program: those of the manual, or of every window by language, theme and scale, to look at.
 
-usage: screenshots.py QUILLON QUILLON_CLI FOLDER
+usage: desktop_pictures.py QUILLON QUILLON_CLI FOLDER
+       desktop_pictures.py QUILLON QUILLON_CLI docs/pictures --manual DRAW_RESOURCES
 """
 
 import os
@@ -8,6 +9,10 @@ import subprocess
 import sys
 import tempfile
 
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+sys.path.insert(0, os.path.join(ROOT, "tests", "desktop"))
+
+# pylint: disable=wrong-import-position
 from screen import Screen, wait_until
 from simulator import Glyphs, Simulator
 
@@ -44,12 +49,12 @@ class Session:
     """The program in one language, theme and scale, and where its pictures go."""
 
     def __init__(self, screen, glyphs, prefix: str, env: dict, home: str):
-        listing = os.path.join(home, "hello.bas")
-        with open(listing, "w", encoding="ascii") as file:
+        self.listing = os.path.join(home, "hello.bas")
+        with open(self.listing, "w", encoding="ascii") as file:
             file.write(LISTING)
         self.screen = screen
         self.prefix = prefix
-        self.simulator = Simulator(QUILLON, screen, glyphs, home, listing, env=env)
+        self.simulator = Simulator(QUILLON, screen, glyphs, home, self.listing, env=env)
 
     def settle(self):
         self.screen.xdotool("sleep", "0.5")
@@ -102,11 +107,55 @@ class Session:
         detail = self.open("Left", "Return")
         self.picture("error-detail")
         self.close(detail)
+        self.take_messages()
         self.open("Left", "Left", "Up", "Return")  # the soft keyboard
         about = self.open("Left", "Up", "Return")
         self.picture("about")
         self.close(about)
         self.simulator.close()
+
+    def take_messages(self):
+        """A listing with a fault, and a setting out of its range."""
+        with open(self.listing, "w", encoding="ascii") as file:
+            file.write('[P0]\n10 PRINT "HELLO"\n10 PRINT "AGAIN"\n')
+        before = self.windows()
+        self.press("F4")
+        self.picture("message-listing")
+        self.close(wait_until(lambda: self.windows() - before, "a message").pop())
+        self.open("Down", "Down", "Return")
+        self.simulator.key("Tab", "Tab", "Tab", "ctrl+a")
+        self.simulator.type("2000")
+        self.simulator.key("Return")
+        self.picture("message-setting")
+        self.close(wait_until(lambda: self.windows() - before, "a message").pop())
+
+
+KEYS = {"plain": (0, 0), "s": (0, 80), "f": (0, 160), "ext": (224, 0), "ext-s": (224, 80)}  # corners of the layers
+
+
+def take_manual_pictures(screen, glyphs, scratch: str, folder: str):
+    """The keys from the built-in picture, and the window with a program that runs above the soft keyboard."""
+    subprocess.run([sys.argv[5], "--bmp", scratch], check=True)
+    for name, (x, y) in KEYS.items():
+        subprocess.run(["convert", os.path.join(scratch, "soft_keyboard.bmp"), "-crop", f"224x80+{x}+{y}", "+repage",
+                        "-scale", "300%", os.path.join(folder, f"keys-{name}.png")], check=True)
+    for language, name in (("en", "window"), ("ja", "window-ja")):
+        home = tempfile.mkdtemp(dir=scratch)
+        env = environment(language, "light", "1", home)
+        lander = os.path.join(ROOT, "examples", "lander.bas")
+        simulator = Simulator(QUILLON, screen, glyphs, home, lander, zoom=2, env=env)
+        simulator.key("F2", "F10", "Right", "Right", "Up", "Return", "F5")
+        wait_until(lambda: simulator.lcd_text().endswith("f48"), "the lander's first instruments")
+        _, _, width, height = screen.geometry(simulator.window)
+        keyboard = wait_until(lambda: screen.find_windows("SoftwareKeyboard"), "the soft keyboard")[0]
+        x, y, _, keyboard_height = screen.geometry(keyboard)
+        _, top, _, _ = screen.geometry(simulator.window)
+        left, frame = screen.geometry(simulator.window)[0] - 1, 20
+        screen.screenshot(os.path.join(scratch, "all.png"))
+        subprocess.run(["convert", os.path.join(scratch, "all.png"), "-crop",
+                        f"{width + 2}x{y + keyboard_height - top + frame}+{left}+{top - frame}", "+repage", "-colors", "255",
+                        os.path.join(folder, f"{name}.png")], check=True)
+        simulator.close()
 
 
 def main():
@@ -116,6 +165,8 @@ def main():
         screen = Screen(scratch)
         try:
             glyphs = Glyphs(sys.argv[2], scratch)
+            if "--manual" in sys.argv:
+                return take_manual_pictures(screen, glyphs, scratch, folder)
             for language in ("en", "ja"):
                 for theme, scale in THEMES_AND_SCALES:
                     home = tempfile.mkdtemp(dir=scratch)
@@ -127,5 +178,5 @@ def main():
 
 
 if __name__ == "__main__":
-    QUILLON = sys.argv[1]
+    QUILLON = os.path.abspath(sys.argv[1])
     main()
