@@ -10,6 +10,8 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -78,10 +80,21 @@ void set_text(QPlainTextEdit& field, const std::string& text) {
 /// As near to a place as the screen lets the whole window be.
 void move_on_screen(QWidget& window, QPoint place) {
     const QRect area = window.screen()->availableGeometry();
-    const QSize size = window.sizeHint();
-    place.setX(std::clamp(place.x(), area.left(), std::max(area.left(), area.right() - size.width())));
-    place.setY(std::clamp(place.y(), area.top(), std::max(area.top(), area.bottom() - size.height())));
+    place.setX(std::clamp(place.x(), area.left(), std::max(area.left(), area.right() - window.width())));
+    place.setY(std::clamp(place.y(), area.top(), std::max(area.top(), area.bottom() - window.height())));
     window.move(place);
+}
+
+/// A frame in which the content is scrolled where it has not its whole height.
+QScrollArea* scrolled(QWidget* content) {
+    auto* area = new QScrollArea;
+    area->setWidget(content);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setFixedSize(content->sizeHint());
+    return area;
 }
 
 } // namespace
@@ -109,15 +122,27 @@ TraceWindow::TraceWindow(Machine& machine_, QWidget* main_window_)
     setWindowTitle(text(LABEL_TITLE));
     auto* column = new QVBoxLayout(this);
     column->setSizeConstraint(QLayout::SetFixedSize);
+    QScrollArea* scroll = scrolled(variables_group());
     column->addWidget(position_group());
-    column->addWidget(variables_group());
+    column->addWidget(scroll);
     column->addWidget(bottom_row());
     for (QWidget* field : findChildren<QWidget*>()) {
-        if (qobject_cast<QPushButton*>(field) == nullptr)
+        if (qobject_cast<QPushButton*>(field) == nullptr && qobject_cast<QScrollBar*>(field) == nullptr)
             field->installEventFilter(this);
     }
     reset();
+    take_place(*scroll);
+}
+
+void TraceWindow::take_place(QScrollArea& scroll) {
     const QRect frame = main_window->frameGeometry();
+    const int title_bar = frame.height() - main_window->height();
+    const int missing = sizeHint().height() + title_bar - screen()->availableGeometry().height();
+    if (missing > 0) {
+        const int bar = scroll.verticalScrollBar()->sizeHint().width();
+        scroll.setFixedSize(scroll.width() + bar, std::max(scroll.height() - missing, 1));
+    }
+    resize(sizeHint());
     move_on_screen(*this, {frame.right() + 3, frame.top()});
 }
 

@@ -13,6 +13,7 @@
 class QGridLayout;
 class QLineEdit;
 class QPlainTextEdit;
+class QScrollArea;
 
 namespace quillon {
 
@@ -55,6 +56,8 @@ private:
     QWidget* position_group();
     QWidget* variables_group();
     QWidget* bottom_row();
+    /// Beside the main window, as high as its content or the screen; the variables are scrolled then.
+    void take_place(QScrollArea& scroll);
     QLineEdit* add_field(QGridLayout& grid, int row, int column, const QString& label);
     void show_texts();
     void toggle_extended();
