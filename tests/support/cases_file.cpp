@@ -1,0 +1,86 @@
+// Reading files of test cases line by line.
+#include "tests/support/cases_file.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <set>
+#include <sstream>
+#include <stdexcept>
+
+namespace quillon::testing {
+namespace {
+
+std::string with_line_feeds(std::string_view text) {
+    std::string lines(text.substr(0, text.find_last_not_of(' ') + 1));
+    for (std::size_t at = lines.find(" || "); at != std::string::npos; at = lines.find(" || ", at))
+        lines.replace(at, 4, "\n");
+    return lines;
+}
+
+/// Reads "input => expected"; false when the line is no such row.
+bool read_row(std::string_view line, FileCase& row) {
+    const std::size_t arrow = (std::string(line) + " ").find(" => ");
+    if (line[0] == ' ' || line.back() == ' ' || arrow == std::string::npos)
+        return false;
+    row.input = with_line_feeds(line.substr(0, arrow));
+    row.expected = line.substr(std::min(arrow + 4, line.size()));
+    return (row.expected + " ").find(" => ") == std::string::npos;
+}
+
+std::string text_of(const std::string& file) {
+    std::ifstream stream(QUILLON_TESTS "/" + file, std::ios::binary);
+    std::ostringstream text;
+    text << stream.rdbuf();
+    return text.str();
+}
+
+} // namespace
+
+std::vector<FileCase> parse_cases(std::string_view text, const std::string& name) {
+    std::vector<FileCase> rows;
+    FileCase row{};
+    const auto refuse = [&](const char* why) {
+        throw std::runtime_error(name + ":" + std::to_string(row.line) + ": " + why);
+    };
+    std::istringstream lines{std::string(text)};
+    bool awaits_row = true; ///< at first, and below a heading
+    for (std::string line; std::getline(lines, line);) {
+        ++row.line;
+        if (line.empty() || line == "#" || line.starts_with("# "))
+            continue;
+        const bool is_heading = line.starts_with("== ") && line[3] != ' ';
+        if (is_heading && awaits_row && !row.heading.empty())
+            refuse("the heading before this one has no row");
+        if (is_heading)
+            row.heading = with_line_feeds(line.substr(3));
+        else if (read_row(line, row))
+            rows.push_back(row);
+        else
+            refuse("no comment, no heading and no row");
+        awaits_row = is_heading;
+    }
+    if (awaits_row)
+        refuse("the file, or its last heading, has no row");
+    return rows;
+}
+
+void expect_cases(const std::string& file, const OutcomeOfCase& outcome) {
+    for (const FileCase& row : parse_cases(text_of(file), file)) {
+        const ::testing::ScopedTrace place(file.c_str(), row.line, row.input);
+        EXPECT_EQ(outcome(row), row.expected);
+    }
+}
+
+void expect_cases(const std::string& file, const std::map<std::string, OutcomeOfCase>& outcomes) {
+    std::set<std::string> unseen;
+    for (const auto& [heading, outcome] : outcomes)
+        unseen.insert(heading);
+    expect_cases(file, [&](const FileCase& row) {
+        unseen.erase(row.heading);
+        return outcomes.contains(row.heading) ? outcomes.at(row.heading)(row) : "a heading that no test knows";
+    });
+    EXPECT_TRUE(unseen.empty()) << file << " has no rows below " << *unseen.begin();
+}
+
+} // namespace quillon::testing
