@@ -34,21 +34,6 @@ struct Asking : TestMachine {
     [[nodiscard]] std::string_view text(char letter) const { return cell(*this, letter).text.view(); }
 };
 
-TEST(Input, TakesANumber) {
-    Asking t("INPUT A\nB=A*2");
-    t.tick(30);
-    t.expect_prompt();
-    type(t, "1");
-    EXPECT_EQ(t.display(), "1_") << "the prompt is gone with the first key";
-    type(t, "2");
-    EXPECT_EQ(t.number('A'), 0);
-    t.exe();
-    EXPECT_EQ(t.number('A'), 12);
-    EXPECT_EQ(t.display(), "");
-    t.wait();
-    EXPECT_EQ(t.number('B'), 24);
-}
-
 TEST(Input, ShowsItsPrompt) {
     for (const Case& row :
          arrow_cases(R"(INPUT A -> ?  INPUT "X",A -> X?  INPUT "",A$ -> ?  PRINT "HI";:INPUT A -> HI?)"))
@@ -58,19 +43,6 @@ TEST(Input, ShowsItsPrompt) {
     EXPECT_EQ(t.visible(), "PROMPT TEXT?") << "its last columns";
     type(t, "ABCDEFGHIJKLMNOPQRST");
     EXPECT_EQ(t.visible().substr(0, 11), "JKLMNOPQRST") << "eleven columns, and room for the cursor";
-}
-
-TEST(Input, TakesAnyNumericExpression) {
-    const char* const rows = R"(
-        12 -> 12  -3.5 -> -3.5  3*4 -> 12  2*B -> 14  (2+3 -> 5  SIN 30 -> 0.5  FACT(2+1)+1 -> 7  &HFF -> 255
-        LEN("AB") -> 2  C(1) -> 8
-    )";
-    for (const Case& row : arrow_cases(rows)) {
-        Asking t("B=7:D=8:INPUT A");
-        enter(t, row.text);
-        EXPECT_DOUBLE_EQ(t.number('A'), std::stod(row.outcome)) << row.text;
-        EXPECT_EQ(failure_of(t.m), "") << row.text;
-    }
 }
 
 TEST(Input, RefusesWhatIsNoNumberAndAsksAgain) {
@@ -103,80 +75,6 @@ TEST(Input, TakesAString) {
             EXPECT_EQ(t.text('B'), entry.substr(0, 31)) << target;
         }
     }
-}
-
-TEST(Input, AsksAgainForAnEmptyEntry) {
-    for (const char* program : {"INPUT A", "INPUT A$", "INPUT \"N\",A"}) {
-        Asking t(program);
-        t.exe();
-        EXPECT_EQ(t.m.stmt_kind, KIND_PROMPT) << "EXE is no key";
-        for (const int key : {HOME, BACKSPACE}) {
-            press(t, key);
-            EXPECT_EQ(t.m.run_state, STATE_INPUT);
-            t.exe();
-            t.expect_prompt();
-        }
-        t.answer({"8"});
-        EXPECT_EQ(t.m.run_state, STATE_ENDED) << program;
-    }
-}
-
-TEST(Input, GoesThroughItsList) {
-    Asking t("A$=\"OLD\":INPUT \"N\",A,B$,\"M\",C(2):F=A+1\nG=1");
-    t.expect_prompt("N?");
-    EXPECT_EQ(cell(t, 'A').kind, 0) << "already of the type that will be entered";
-    t.answer({"1"});
-    t.expect_prompt();
-    EXPECT_EQ(cell(t, 'B').kind, 1);
-    t.answer({"TEXT"});
-    t.expect_prompt("M?");
-    t.answer({"3"});
-    EXPECT_EQ(t.number('A') * 1000 + t.number('E') * 100 + t.number('F') * 10 + t.number('G'), 1321);
-    EXPECT_EQ(t.text('B'), "TEXT");
-
-    Asking loop("FOR I=1 TO 2:IF I>0 THEN INPUT A:B=B+A\nNEXT I:PRINT B");
-    loop.answer({"3", "4"});
-    EXPECT_EQ(loop.display(), " 7");
-}
-
-TEST(Input, IsStoppedAndGoesOn) {
-    for (const bool typing : {false, true}) {
-        for (const bool by_exe : {true, false}) {
-            Asking t("INPUT A,B\nC=1");
-            if (typing)
-                type(t, "55");
-            run_host_command(*t.simulator, COMMAND_STOP);
-            t.tick(3);
-            EXPECT_EQ(t.m.run_state, STATE_STOPPED);
-            if (by_exe)
-                t.exe(); // asks anew
-            else
-                run_host_command(*t.simulator, COMMAND_RUN);
-            t.tick();
-            if (typing && !by_exe)
-                press(t, HOME); // on with the entry
-            t.answer({"7", "8"});
-            EXPECT_EQ(t.number('A') * 100 + t.number('B') * 10 + t.number('C'), 781) << typing << by_exe;
-        }
-    }
-}
-
-TEST(Input, LosesNoKeyHoweverFastTheyCome) {
-    Asking t("INPUT A,B,C$");
-    for (int entry = 0; entry < 3; ++entry) { // the same key for each
-        t.expect_prompt();
-        type_at_once(t, "1\n");
-        t.wait();
-    }
-    EXPECT_EQ(t.number('A') + t.number('B'), 2);
-    EXPECT_EQ(t.text('C'), "1");
-
-    Asking next("INPUT A,B");
-    roll_over(next, '3', ENTER);
-    EXPECT_EQ(next.number('A'), 3);
-    next.expect_prompt(); // though the 3 was still down
-    roll_over(next, '*', ENTER);
-    EXPECT_EQ(next.display(), "ERR2");
 }
 
 } // namespace

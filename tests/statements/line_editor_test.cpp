@@ -25,46 +25,6 @@ struct LineEditor : public ::testing::Test, public CommandLine {
     }
 };
 
-TEST_F(LineEditor, AppliesEachKey) {
-    // The entry and the column, and keys: words are keys by name, others are typed.
-    const std::map<std::string, int> names = {{"left", LEFT},  {"right", RIGHT}, {"bs", BACKSPACE}, {"del", DEL},
-                                              {"ins", INSERT}, {"home", HOME},   {"ex", F7},        {"-", 109}};
-    const char* const rows = R"(
-        ABC|3    ABC                      ABC right                 ABC del           ABC left right
-        ABC|2    ABC left                 ABC left left right
-        ABC|0    ABC left left left left  ABC left left left bs
-        |0       ABC home                 ABC bs bs bs bs
-        X|1      ABC home X
-        AXC|2    ABC left left X
-        ABXY|4   ABC left X Y
-        BC|0     ABC left left left del
-        AC|1     ABC left bs              ABC left left del
-        A BC|1   ABC left left ins
-        AXBC|2   ABC left left ins X
-        ABC |3   ABC ins
-        5\ex|2   5 ex
-        5\em|2   5 ex -
-        5\em-|3  5 ex - -
-        \em5|1   ex 5 left -
-    )";
-    for (const Case& row : cases(rows)) {
-        press(*this, HOME);
-        std::istringstream words(row.text);
-        for (std::string word; words >> word;)
-            names.contains(word) ? press(*this, names.at(word)) : type(*this, word);
-        char entry[64];
-        escape_text(m.entry_line.text, entry, sizeof entry);
-        EXPECT_EQ(entry + ("|" + std::to_string(m.display_cursor)), row.outcome) << row.text;
-    }
-    press(*this, HOME);
-    type(*this, "ABC");
-    press(*this, LEFT, SHIFT);
-    expect_entry("ABC", 3);
-    press(*this, LEFT);
-    press(*this, RIGHT, SHIFT);
-    expect_entry("ABC", 2);
-}
-
 TEST_F(LineEditor, ShowsTheCursorAtOnceWithAKey) {
     type(*this, "A+B");
     press(*this, LEFT);
@@ -115,35 +75,6 @@ TEST_F(LineEditor, TypesWordsWhole) {
     type_at_once(*this, std::string(125, '1'));
     press(*this, 'A', SHIFT);
     expect_entry(std::string(125, '1') + "GO", 127);
-}
-
-TEST_F(LineEditor, RecallsTheAnswerAsItIsShown) {
-    for (const Case& row : arrow_cases("2+3 -> 5  -7 -> -7  1/3 -> 0.3333333333  A=8 -> 8  SET F 2:1/4 -> 0.25")) {
-        says(row.text);
-        press(*this, END);
-        EXPECT_EQ(m.entry_line.text.view(), row.outcome) << row.text;
-        press(*this, HOME);
-    }
-    type(*this, "ABCDEFG");
-    press_all({LEFT, LEFT, LEFT, LEFT, LEFT, LEFT, END});
-    expect_entry("A0.25FG", 5);
-}
-
-TEST_F(LineEditor, RecallsEightLines) {
-    press(*this, UP);
-    expect_entry("", 0);
-    for (char line = '1'; line <= '9'; ++line)
-        says(std::string(1, line));
-    type(*this, "ABCDEF"); // which the recalled lines take the place of
-    const std::pair<int, std::string> recalled[] = {{UP, "9876543222"}, {DOWN, "34567899"}};
-    for (const auto& [key, lines] : recalled) {
-        for (const char line : lines) {
-            press(*this, key);
-            expect_entry(std::string(1, line), 1);
-        }
-    }
-    press_all({HOME, DOWN});
-    expect_entry("", 0);
 }
 
 TEST_F(LineEditor, MovesARepeatedLineToTheTop) {

@@ -65,8 +65,10 @@ std::vector<FileCase> parse_cases(std::string_view text, const std::string& name
     return rows;
 }
 
+std::vector<FileCase> read_cases(const std::string& file) { return parse_cases(text_of(file), file); }
+
 void expect_cases(const std::string& file, const OutcomeOfCase& outcome) {
-    for (const FileCase& row : parse_cases(text_of(file), file)) {
+    for (const FileCase& row : read_cases(file)) {
         const ::testing::ScopedTrace place(file.c_str(), row.line, row.input);
         EXPECT_EQ(outcome(row), row.expected);
     }

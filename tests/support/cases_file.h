@@ -27,6 +27,9 @@ struct FileCase {
 /// comments, headings and rows, when a heading has no row, or when there is no row at all.
 std::vector<FileCase> parse_cases(std::string_view text, const std::string& name);
 
+/// The same of tests/`file`.
+std::vector<FileCase> read_cases(const std::string& file);
+
 /// What a case gives.
 using OutcomeOfCase = std::function<std::string(const FileCase& row)>;
 

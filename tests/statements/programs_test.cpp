@@ -1,0 +1,78 @@
+// Programs in text files, and what they show, leave and report. The files' headings are the tests' below:
+//
+//   shows    the lines that stood in an EXE wait, with "|" between them
+//   fails    its error, or "ok", or "ended" with the detail that is left
+//   leaves   its error if it has one, and its machine afterwards: variables, calls and loops that are open, MODE and
+//   SET steps    "program @ script": the moment that the script leads to (tests/support/scripts.h), and the machine
+//   then
+//
+// Among marked lines: the program stands in line 1 of P0, before lines that tell which of them was reached.
+#include "tests/statements/changes.h"
+#include "tests/support/cases_file.h"
+#include "tests/support/scripts.h"
+
+#include <gtest/gtest.h>
+
+namespace quillon::testing {
+namespace {
+
+std::string with_marks(const std::string& statements) {
+    return "1 " + statements +
+           "\n2 PRINT \"NEXT\":END\n10 PRINT \"TEN\":END\n11 PRINT \"ELEVEN\":END\n20 PRINT \"TWENTY\":END\n"
+           "[P3]\n5 PRINT \"P3\":END\n10 PRINT \"P3-10\":END\n[P4]\n[P9]\n100 PRINT \"P9\"\n200 RETURN\n";
+}
+
+std::string failure(const TestMachine& t) {
+    EXPECT_EQ(t.m.run_state, STATE_ENDED);
+    if (t.m.error_code != ERROR_NONE)
+        return t.display() + " " + t.detail_id() + t.detail();
+    return t.detail_id().empty() ? "ok" : "ended " + t.detail_id() + t.detail();
+}
+
+std::string failure_among_marks(const FileCase& row) {
+    TestMachine t;
+    t.start(with_marks(row.input));
+    t.run_through();
+    EXPECT_EQ(t.m.gosub_depth, 0);
+    return failure(t);
+}
+
+std::string left_by(const FileCase& row) {
+    TestMachine t;
+    t.start(row.input);
+    t.run_through();
+    return failure(t) + changes(t.m);
+}
+
+std::string moment_and_changes(const FileCase& row) {
+    TestMachine t;
+    const std::size_t at = row.input.rfind(" @ ");
+    t.start(row.input.substr(0, at));
+    play(t, row.input.substr(at + 3));
+    return moment(t) + changes(t.m);
+}
+
+const std::map<std::string, OutcomeOfCase> OUTCOMES = {
+    {"shows", [](const FileCase& row) { return shown_by(row.input); }},
+    {"shows, among marked lines", [](const FileCase& row) { return shown_by(with_marks(row.input)); }},
+    {"fails", [](const FileCase& row) { return failure_of(row.input); }},
+    {"fails, among marked lines", failure_among_marks},
+    {"leaves", left_by},
+    {"steps", moment_and_changes},
+};
+
+void expect_programs(const std::string& file) {
+    expect_cases(file, [](const FileCase& row) {
+        return OUTCOMES.contains(row.heading) ? OUTCOMES.at(row.heading)(row) : "no such heading: " + row.heading;
+    });
+}
+
+TEST(Programs, Jump) { expect_programs("statements/jumps.txt"); }
+TEST(Programs, Decide) { expect_programs("statements/conditions.txt"); }
+TEST(Programs, Loop) { expect_programs("statements/loops.txt"); }
+TEST(Programs, Print) { expect_programs("statements/print.txt"); }
+TEST(Programs, ReadData) { expect_programs("statements/data.txt"); }
+TEST(Programs, SayOtherWords) { expect_programs("statements/words.txt"); }
+
+} // namespace
+} // namespace quillon::testing
