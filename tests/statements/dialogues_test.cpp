@@ -87,7 +87,7 @@ std::string escaped(std::string_view text) {
 }
 
 /// The error; or "line AB|C", "entry AB|C" with the cursor while a line is typed; "asks N?"; "result 5"; or the run
-/// state with what is displayed, and behind a program's end what it has changed.
+/// state with what is displayed. At prompts and behind a program's end the variables follow.
 std::string seen(const TestMachine& t) {
     const Machine& m = t.m;
     if (m.error_code != ERROR_NONE)
@@ -99,11 +99,13 @@ std::string seen(const TestMachine& t) {
                escaped(line.substr(cursor));
     }
     std::string state = moment(t).substr(0, moment(t).find(' '));
-    if (m.run_state == STATE_RUN && m.stmt_kind == KIND_PROMPT)
-        state = "asks";
     if (m.stmt_kind == KIND_RESULT)
         state = "result";
-    return state + (t.display().empty() ? "" : " ") + t.display() + (m.run_state == STATE_ENDED ? changes(m) : "");
+    const bool asks = m.run_state == STATE_RUN && m.stmt_kind == KIND_PROMPT;
+    if (asks)
+        state = "asks";
+    const std::string changed = asks || m.run_state == STATE_ENDED ? changes(m) : "";
+    return state + (t.display().empty() ? "" : " ") + t.display() + changed;
 }
 
 /// Plays a file. Rows of `is_lines` without braces are lines that `says` enters and clears.

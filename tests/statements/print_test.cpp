@@ -1,36 +1,27 @@
-// PRINT: separators, waits, and texts that scroll in.
+// PRINT beyond the rows of print.txt: pace, the longest texts, the visible columns, and what a run leaves behind.
 #include "core/display_line.h"
 #include "tests/support/scripts.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace quillon::testing {
 namespace {
 
 TEST(Print, ScrollsAtTheConfiguredPace) {
-    struct Row {
-        int wait_print_sc_ini;
-        int wait_print_sc;
-        int ticks; ///< from the item to its second step
-        const char* before;
-    };
-    const Row rows[] = {
-        {0, 0, 2, "run 10 13 [BCDEFGHIJKLM]"},
-        {3, 0, 5, "run 10 13 [BCDEFGHIJKLM]"},
-        {0, 7, 9, "run 10 13 [BCDEFGHIJKLM]"},
-        {100, 10, 112, "run 10 13 [BCDEFGHIJKLM]"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.ticks);
+    // the first wait, the others, and the ticks from the item to its second step
+    for (const auto& [first, others, ticks] : {std::array{0, 0, 2}, {3, 0, 5}, {0, 7, 9}, {100, 10, 112}}) {
+        SCOPED_TRACE(ticks);
         TestMachine t;
         t.start(R"(PRINT "ABCDEFGHIJKLMN")");
-        t.m.wait_print_sc_ini = row.wait_print_sc_ini;
-        t.m.wait_print_sc = row.wait_print_sc;
-        t.tick(row.ticks);
-        EXPECT_EQ(moment(t), row.before);
+        t.m.wait_print_sc_ini = first;
+        t.m.wait_print_sc = others;
+        t.tick(ticks);
+        EXPECT_EQ(moment(t), "run 10 13 [BCDEFGHIJKLM]");
         t.tick();
         EXPECT_EQ(moment(t), "wait 0 12 [CDEFGHIJKLMN]");
-        EXPECT_EQ(t.m.wait_counter, row.wait_print_sc);
+        EXPECT_EQ(t.m.wait_counter, others);
         EXPECT_EQ(t.m.state_after_scroll, STATE_RUN);
         EXPECT_EQ(t.m.kind_after_scroll, KIND_NONE);
     }
@@ -55,33 +46,18 @@ TEST(Print, CarriesTheLongestTexts) {
 }
 
 TEST(Print, ShowsTheColumnsThatEndAtTheWriteColumn) {
-    struct Row {
-        int run_state;
-        int display_cursor;
-        int first;
-    };
-    const Row rows[] = {
-        {STATE_RUN, 0, 0},
-        {STATE_RUN, 12, 0},
-        {STATE_RUN, 13, 1},
-        {STATE_ENDED, 127, 115},
-        {STATE_RUN, 509, 497},
-        {STATE_RUN, 510, 0},
-        {STATE_PRINT_WAIT, 13, 1},
-        // where a line is typed, its cursor needs a column
-        {STATE_INPUT, 11, 0},
-        {STATE_INPUT, 12, 1},
-        {STATE_COMMAND, 11, 0},
-        {STATE_COMMAND, 12, 1},
-        {STATE_COMMAND, 509, 498},
-        {STATE_COMMAND, 510, 0},
-    };
     TestMachine t;
-    for (const Row& row : rows) {
-        t.m.run_state = row.run_state;
-        t.m.display_cursor = row.display_cursor;
-        EXPECT_EQ(first_visible_column(t.m), row.first) << row.run_state << " " << row.display_cursor;
-    }
+    const auto first = [&t](int run_state, int column) {
+        t.m.run_state = run_state;
+        t.m.display_cursor = column;
+        return std::pair(column, first_visible_column(t.m));
+    };
+    for (const int state : {STATE_RUN, STATE_ENDED, STATE_PRINT_WAIT})
+        for (const auto& row : {std::pair(0, 0), {12, 0}, {13, 1}, {127, 115}, {509, 497}, {510, 0}})
+            EXPECT_EQ(first(state, row.first), row) << state;
+    for (const int state : {STATE_INPUT, STATE_COMMAND}) // where a line is typed, its cursor needs a column
+        for (const auto& row : {std::pair(11, 0), {12, 1}, {509, 498}, {510, 0}})
+            EXPECT_EQ(first(state, row.first), row) << state;
 }
 
 TEST(Print, StartsAfterARunOnACleanLine) {

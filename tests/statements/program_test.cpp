@@ -1,9 +1,6 @@
-// The program words: END, REM, LET, RUN, VAC, BREAK, MODE, SET, and words without an effect. How words fail that the
-// machine does not have is in core's tests.
+// RUN and VAC. The other words are in words.txt; how words fail that the machine does not have is in core's tests.
 #include "shell/commands.h"
 #include "tests/support/keyboard.h"
-#include "tests/support/scripts.h"
-#include "tests/support/table.h"
 
 #include <gtest/gtest.h>
 
