@@ -3,6 +3,7 @@
 #include "keys/key_map.h"
 
 #include "core/charset.h"
+#include "tests/support/cases_file.h"
 #include "tests/support/test_machine.h"
 
 #include <gtest/gtest.h>
@@ -102,60 +103,31 @@ TEST(KeyMap, KeysThatDependOnTheMachine) {
     EXPECT_EQ(t.m.zoom, 1);
 }
 
-/// What a key types alone, and with Shift, Ctrl, Shift and Ctrl, Alt: joined by ",", symbols as their escapes.
-void expect_levels(int ascii_mode, const Keys& rows) {
-    KeyMachine t(ascii_mode);
-    const auto typed = [&t](int key, int modifiers) {
-        char text[64];
-        const std::string raw = t.typed(key, modifiers);
-        return std::string(escape_text(raw, text, sizeof text));
-    };
-    for (const auto& [key, texts] : rows) {
-        std::string joined = typed(key, 0);
+std::string escaped(std::string_view raw) {
+    char text[64];
+    if (raw.size() == 1 && as_byte(raw[0]) < 0x20)
+        std::snprintf(text, sizeof text, "<%02x>", as_byte(raw[0]));
+    else
+        escape_text(raw, text, sizeof text);
+    return text;
+}
+
+/// What a key types on all levels of a mode: "[A,GOSUB ,a,\\ci,SIN ]".
+OutcomeOfCase levels(int ascii_mode) {
+    return [=](const FileCase& row) {
+        KeyMachine t(ascii_mode);
+        const int key = row.input.size() == 1 ? as_byte(row.input[0]) : std::stoi(row.input);
+        std::string joined = "[" + escaped(t.typed(key, 0));
         for (int modifiers = 1; modifiers <= 4; ++modifiers)
-            joined += "," + typed(key, modifiers);
-        EXPECT_EQ(joined, texts) << key;
-        EXPECT_EQ(typed(key, 5), typed(key, 4)) << key << " with Shift and Alt: as Alt";
-        EXPECT_EQ(typed(key, 6) + typed(key, 7), typed(key, 0) + typed(key, 0))
-            << key << " with Ctrl and Alt: as alone";
-    }
-}
-
-// clang-format off
-TEST(KeyMap, LevelsOfMachineMode) {
-    expect_levels(0, {
-        {'Q', "Q,!,q,%,Q"},             {'W', "W,\",w,',W"},           {'E', "E,#,e,@,E"},            {'R', "R,$,r,\\,R"},
-        {'T', "T,(,t,[,T"},             {'Y', "Y,),y,],Y"},            {'U', "U,?,u,&,U"},            {'I', "I,:,i,\\la,I"},
-        {'O', "O,;,o,\\da,O"},          {'P', "P,,,p,\\ra,P"},         {'A', "A,GOSUB ,a,\\ci,SIN "}, {'S', "S,FOR ,s,\\sq,COS "},
-        {'D', "D,TO ,d,\\tr,TAN "},     {'F', "F,STEP ,f,\\cr,ASN "},  {'G', "G,NEXT ,g,\\dv,ACS "},  {'H', "H,GOTO ,h,\\sp,ATN "},
-        {'J', "J,IF ,j,\\ht,LOG "},     {'K', "K,THEN ,k,\\di,LN "},   {'L', "L,PRINT ,l,\\cl,EXP "}, {'Z', "Z,RETURN ,z,\\bx,SQR "},
-        {'X', "X,STOP ,x,\\dt,ABS "},   {'C', "C,END ,c,\\dg,SGN "},   {'V', "V,DEFM ,v,_,INT "},     {'B', "B,RUN ,b,\\sg,FRAC "},
-        {'N', "N,LIST ,n,\\om,RAN#"},   {'M', "M,INPUT ,m,\\mu,CSR "},
-        // the blank, =, EX, / and the other signs, each on all of its keys
-        {' ', " , , , , "}, {188, " , , , , "}, {190, "=,\\ne,,,"}, {191, "\\ex,\\pi,,,"}, {118, "\\ex,\\pi,,,"}, {111, "/,<,,,"},
-        {106, "*,>,,,"},    {109, "-,\\le,,,"}, {189, "-,\\le,,,"}, {107, "+,\\ge,,,"},    {110, ".,^,,,"},
-        // no row: left as they are
-        {'5', "5,5,5,5,5"}, {97, "1,1,1,1,1"},  {222, "^,^,^,^,^"}, {37, "\x01,\x01,\x01,\x01,\x01"},
-    });
-}
-
-TEST(KeyMap, LevelsOfASCIIMode) {
-    Keys rows = {
-        {'1', "1,!,,,"}, {'2', "2,\",,,"}, {'3', "3,#,,,"}, {'4', "4,$,,,"}, {'5', "5,%,,,"}, {'6', "6,&,,,"}, {'7', "7,',,,"},
-        {'8', "8,(,,,"}, {'9', "9,),,,"},  {'0', "0,,,,"},  {189, "-,=,,,"}, {222, "^,~,,,"}, {192, "@,`,,,"}, {219, "[,{,,,"},
-        {187, ";,+,,,"}, {186, ":,*,,,"},  {221, "],},,,"}, {188, ",,<,,,"}, {190, ".,>,,,"}, {191, "/,?,,,"}, {' ', " , ,,,"},
-        {106, "*,>,,,"}, {109, "-,=,,,"},  {110, ".,>,,,"}, {111, "/,?,,,"}, {97, "1,!,,,"},  {96, "0,,,,"},
-        {220, "\\,|,,,"}, {226, "\\bs,_,,,"}, {107, "+,\\ge,,,"},
-        // no row: left as they are
-        {118, "\\ex,\\ex,\\ex,\\ex,\\ex"}, {119, "\\pi,\\pi,\\pi,\\pi,\\pi"}, {36, "\x06,\x06,\x06,\x06,\x06"},
+            joined += "," + escaped(t.typed(key, modifiers));
+        EXPECT_EQ(t.typed(key, 5), t.typed(key, 4)) << "Shift and Alt: as Alt";
+        for (const int modifiers : {6, 7})
+            EXPECT_EQ(t.typed(key, modifiers), t.typed(key, 0)) << "Ctrl and Alt: as alone";
+        return joined + "]";
     };
-    // clang-format on
-    for (char c = 'A'; c <= 'Z'; ++c) {
-        const std::string ctrl = c == 'C' ? "\x0B" : c == 'V' ? "\x0A" : "";
-        rows[c] = std::string(1, c) + "," + std::string(1, to_lower(c)) + "," + ctrl + ",,";
-    }
-    expect_levels(1, rows);
 }
+
+TEST(KeyMap, Levels) { expect_cases("keys/key_levels.txt", {{"machine mode", levels(0)}, {"ASCII mode", levels(1)}}); }
 
 TEST(KeyMap, AltTypesFunctionWordsInMachineModeOnly) {
     const Keys keys = {{'A', "SIN "}, {'N', "RAN#"}, {'Q', "Q"}, {'5', "5"}, {' ', " "},
