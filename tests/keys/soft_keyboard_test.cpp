@@ -4,10 +4,12 @@
 
 #include "keys/soft_keys.h"
 #include "shell/commands.h"
+#include "tests/support/cases_file.h"
 #include "tests/support/scripts.h"
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <utility>
 
 namespace quillon::testing {
@@ -46,40 +48,48 @@ struct SoftKeyboard : TestMachine {
     bool redrawn() { return std::exchange(m.soft_changed, 0) != 0; }
 };
 
-TEST(SoftKeyboard, KeepsLatchesAsItShould) {
-    // clang-format off
-    const std::pair<char, Place> keys[] = {{'S', S}, {'F', F}, {'X', EXT}, {'A', A}, {'<', LEFT}, {'B', BRK}, {'C', CLEAR},
-                                           {'E', EXE}, {'3', THREE}};
-    // clang-format on
-    struct Row {
-        const char* keys;
-        const char* latches; ///< those that are on; X is EXT
-        int layer;
-    };
-    // clang-format off
-    const Row rows[] = {
-        {"S", "S", 1},   {"SS", "", 0},    {"FF", "", 0},   {"SF", "F", 2},  {"FS", "S", 1},  {"XX", "", 0},
-        {"XS", "SX", 4}, {"XSF", "FX", 5}, {"XFF", "X", 3}, {"SX", "X", 3},  {"XFX", "", 0},
-        // S and F are for one key, EXT stays
-        {"SA", "", 0},   {"F<", "", 0},    {"XAA", "X", 3}, {"XFA", "X", 3}, {"SC", "", 0},
-        {"XSE", "X", 3}, {"FB", "", 0},    {"XS3", "X", 3},
-    };
-    // clang-format on
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.keys);
-        SoftKeyboard t;
-        for (const char wanted : std::string_view(row.keys))
-            for (const auto& [name, key] : keys)
-                if (name == wanted)
-                    t.click(key);
-        std::string on = t.m.shift_flag != 0 ? "S" : ""; // as the LCD shows them
-        on += t.m.alt_flag != 0 ? "F" : "";
-        EXPECT_EQ(on + (t.m.ctrl_flag != 0 ? "X" : ""), row.latches);
-        EXPECT_EQ(current_soft_layer(t.m), row.layer);
-        EXPECT_TRUE(t.redrawn());
-        t.tick();
-        EXPECT_FALSE(t.redrawn()) << "nothing has changed";
+const std::map<std::string, Place> NAMES = {{"S", S},     {"F", F},       {"EXT", EXT},     {"A", A},
+                                            {"B", B},     {"LEFT", LEFT}, {"CLEAR", CLEAR}, {"DEL", DEL},
+                                            {"BRK", BRK}, {"EXE", EXE},   {"3", THREE}};
+
+void play_keys(SoftKeyboard& t, const std::string& script) {
+    std::istringstream words(script);
+    for (std::string word; words >> word;) {
+        if (word == "-")
+            t.up();
+        else if (NAMES.contains(word))
+            t.click(NAMES.at(word));
+        else if (word.ends_with('+'))
+            t.down(NAMES.at(word.substr(0, word.size() - 1)));
+        else
+            t.tick(std::stoi(word));
     }
+}
+
+std::string latches_after(const FileCase& row) {
+    SoftKeyboard t;
+    play_keys(t, row.input);
+    std::string on = t.m.shift_flag != 0 ? "S" : "";
+    on += t.m.alt_flag != 0 ? "F" : "";
+    on += t.m.ctrl_flag != 0 ? "X" : "";
+    EXPECT_TRUE(t.redrawn());
+    t.tick();
+    EXPECT_FALSE(t.redrawn()) << "nothing has changed";
+    return on + (on.empty() ? "" : " ") + std::to_string(current_soft_layer(t.m));
+}
+
+std::string typed_by(const FileCase& row) {
+    SoftKeyboard t;
+    t.enter_command_mode();
+    play_keys(t, row.input);
+    if (t.m.run_state != STATE_COMMAND)
+        return moment(t);
+    const std::string entry = t.entry().insert(static_cast<std::size_t>(t.m.display_cursor), "|");
+    return entry + (t.m.soft_shift_latch != 0 ? " S" : "");
+}
+
+TEST(SoftKeyboard, TypesAndLatches) {
+    expect_cases("keys/soft_keys.txt", {{"latches", latches_after}, {"typing", typed_by}});
 }
 
 TEST(SoftKeyboard, HoldsAKeyFromItsPressToItsRelease) {
@@ -110,70 +120,6 @@ TEST(SoftKeyboard, HoldsAKeyFromItsPressToItsRelease) {
         EXPECT_EQ(t.m.soft_highlight, -1);
         EXPECT_TRUE(t.redrawn());
     }
-}
-
-TEST(SoftKeyboard, RepeatsAHeldCharacterFromTheTenthTickOnEveryOther) {
-    SoftKeyboard t;
-    t.enter_command_mode();
-    t.down(A);
-    t.tick();
-    for (int tick = 0; tick <= 20; ++tick) {
-        const int repeats = tick < 10 ? 0 : 1 + (tick - 10) / 2;
-        EXPECT_EQ(t.entry(), std::string(1U + static_cast<std::size_t>(repeats), 'A')) << tick;
-        t.tick();
-    }
-    t.up();
-    t.tick(5);
-    EXPECT_EQ(t.entry(), "AAAAAAA");
-    t.down(LEFT); // control codes repeat as well
-    t.tick(13);
-    t.up();
-    t.tick();
-    EXPECT_EQ(t.m.display_cursor, 4);
-    t.down(B); // and the count starts anew with each key
-    t.tick(10);
-    t.up();
-    t.tick();
-    EXPECT_EQ(t.entry(), "AAAABAA");
-}
-
-TEST(SoftKeyboard, DoesNotRepeatWordsAndOnceKeys) {
-    SoftKeyboard t;
-    t.enter_command_mode();
-    t.click(S);
-    t.down(A);
-    t.tick(40);
-    EXPECT_EQ(t.entry(), "GOSUB ");
-    EXPECT_EQ(t.m.soft_shift_latch, 1) << "until the release";
-    t.up();
-    t.tick();
-    EXPECT_EQ(t.m.soft_shift_latch, 0);
-    t.m.display_cursor = 0;
-    t.down(DEL);
-    t.tick(40);
-    EXPECT_EQ(t.entry(), "OSUB ");
-}
-
-TEST(SoftKeyboard, TypesWhatIsPressedAndReleasedBetweenTwoTicks) {
-    SoftKeyboard t;
-    t.enter_command_mode();
-    for (const char* entry : {"A", "AA", "AAA"}) {
-        t.down(A);
-        t.up();
-        t.tick();
-        EXPECT_EQ(t.entry(), entry);
-        t.tick(30);
-        EXPECT_EQ(t.entry(), entry) << "it is not held";
-        EXPECT_EQ(t.m.soft_key_code, 0);
-    }
-    for (const Place key : {S, EXE}) {
-        t.down(key);
-        t.up();
-        t.tick(2);
-        EXPECT_EQ(t.m.soft_held_kind, 0);
-        EXPECT_EQ(t.m.soft_shift_latch, key.row == 0 ? 1 : 0);
-    }
-    EXPECT_EQ(t.m.history[0].view(), "AAA");
 }
 
 /// Where a person is asked, the first key only opens the entry; it is typed with the tick behind that.
