@@ -1,5 +1,4 @@
 // The built-in pictures: their sizes, and that their pixels say what the font, sprite and key tables say.
-#include "display/font.h"
 #include "display/glz.h"
 #include "display/resources.h"
 #include "display/skin_palette.h"
@@ -33,8 +32,7 @@ TEST(Artwork, HasTheStatedSizes) {
         int id, width, height;
         std::size_t bytes;
     };
-    const Row rows[] = {{128, 90, 42, 4'928}, {129, 512, 480, 246'824}, {130, 448, 240, 108'584}};
-    for (const Row& row : rows) {
+    for (const Row& row : {Row{128, 90, 42, 4'928}, {129, 512, 480, 246'824}, {130, 448, 240, 108'584}}) {
         const IndexedImage image = picture(row.id);
         EXPECT_EQ(image.width, row.width) << row.id;
         EXPECT_EQ(image.height, row.height) << row.id;
@@ -42,33 +40,6 @@ TEST(Artwork, HasTheStatedSizes) {
     }
     EXPECT_TRUE(image_resource(127).empty());
     EXPECT_TRUE(image_resource(131).empty());
-}
-
-TEST(Skin, ShowsTheFontDotByDot) {
-    const IndexedImage skin = picture(SKIN_IMAGE);
-    for (int code = FIRST_GLYPH_CODE; code <= LAST_GLYPH_CODE; ++code) {
-        const Rectangle cell = sprite_rectangle(code - FIRST_GLYPH_CODE);
-        IndexedImage expected = make_indexed_image(cell.width, cell.height, SKIN_BACKGROUND);
-        for (int y = 0; y < 41; ++y) {
-            for (int x = 1; x < 25; ++x) {
-                if (y % 6 == 5 || x % 5 == 0)
-                    continue; // between two dots
-                const bool dot = glyph_dot(code, x / 5, y / 6);
-                expected.pixels[pixel_index(expected, x, y)] = dot ? SKIN_LIT : SKIN_UNLIT;
-            }
-        }
-        EXPECT_EQ(cut_out(skin, cell), expected.pixels) << "code " << code;
-    }
-}
-
-TEST(Font, AnswersForEveryPosition) {
-    EXPECT_TRUE(glyph_dot('A', 1, 0)); // 0E: .###.
-    EXPECT_FALSE(glyph_dot('A', 0, 0));
-    EXPECT_TRUE(glyph_dot('L', 4, 6));
-    EXPECT_TRUE(glyph_dot(0x9F, 2, 6));
-    const int outside[][3] = {{0x1F, 2, 2}, {0xA0, 2, 2}, {-1, 2, 2}, {0x94, -1, 0}, {0x94, 5, 0}, {0x94, 0, 7}};
-    for (const auto& [code, column, row] : outside)
-        EXPECT_FALSE(glyph_dot(code, column, row)) << code << ' ' << column << ' ' << row;
 }
 
 TEST(SpriteTable, KeepsSpritesApartAndInside) {
@@ -156,17 +127,12 @@ TEST(SoftKeyboardPicture, HasALegendOfItsOwnForEveryKey) {
 
 TEST(SoftKeyboardPicture, LightsTheLatchesOfItsLayer) {
     constexpr int extension = 1, shift = 4, function = 5; // keys
-    struct Row {
-        int layer;
-        std::set<int> lit;
-    };
-    const Row rows[] = {
-        {0, {}}, {1, {shift}}, {2, {function}}, {3, {extension}}, {4, {extension, shift}}, {5, {extension, function}}};
+    const std::set<int> lit[] = {{}, {shift}, {function}, {extension}, {extension, shift}, {extension, function}};
     const IndexedImage image = picture(SOFT_KEYBOARD_IMAGE);
-    for (const Row& row : rows) {
+    for (int layer = 0; layer < SOFT_LAYER_COUNT; ++layer) {
         for (const int key : {extension, shift, function}) {
-            const bool differs = cut_out(image, key_cell(row.layer, key)) != cut_out(image, key_cell(0, key));
-            EXPECT_EQ(differs, row.lit.contains(key)) << "layer " << row.layer << ", key " << key;
+            const bool differs = cut_out(image, key_cell(layer, key)) != cut_out(image, key_cell(0, key));
+            EXPECT_EQ(differs, lit[layer].contains(key)) << "layer " << layer << ", key " << key;
         }
     }
 }

@@ -1,9 +1,12 @@
 // The LCD's picture: every character dot by dot, offsets, indicators by state and in their order, colours, and that
-// nothing is drawn where nothing has changed. The font and the places of the sprites stand here a second time.
+// nothing is drawn where nothing has changed. The font stands in font.txt a second time, the places of the sprites
+// here.
 #include "display/lcd.h"
 
+#include "display/font.h"
 #include "display/sprite_table.h"
 #include "shell/skins.h"
+#include "tests/support/cases_file.h"
 #include "tests/support/test_machine.h"
 
 #include <gtest/gtest.h>
@@ -15,31 +18,15 @@
 namespace quillon::testing {
 namespace {
 
-/// The dots of the characters 0x20 to 0x9F, eight on a line: seven rows from the top, two hexadecimal digits each, 0x10
-/// the leftmost dot.
-constexpr std::string_view FONT =
-    "00000000000000040404040400040A0A0A000000000A0A1F0A1F0A0A040F140E051E04181902040813030C12140815120D0C040800000000"
-    "02040808080402080402020204080004150E1504000004041F040400000000000C04080000001F00000000000000000C0C00010204081000"
-    "0E11131519110E040C040404040E0E11010204081F1F02040201110E02060A121F02021F101E0101110E0608101E11110E1F010204040404"
-    "0E11110E11110E0E11110F01020C000C0C000C0C00000C0C000C04080204081008040200001F001F0000080402010204080E110102040004"
-    "0E11010D15150E0E11111F1111111E11111E11111E0E11101010110E1C12111111121C1F10101E10101F1F10101E1010100E11101711110F"
-    "1111111F1111110E04040404040E0702020202120C111214181412111010101010101F111B1515111111111119151311110E11111111110E"
-    "1E11111E1010100E11111115120D1E11111E1412110E11100E01110E1F0404040404041111111111110E11111111110A0411111115151B11"
-    "11110A040A111111110A040404041F01020408101F0E08080808080E110A1F041F04040E02020202020E040E15040404040000000000001F"
-    "04080C0000000000000E010F110F1010161911110E00000E1010110E01010D1311110F00000E111F100E0205040E04040400000F110F010E"
-    "1010161911111104000C0404040E0200020202120C0808090A0C0A090C04040404040E00001A151515150000161911111100000E1111110E"
-    "00001E111E101000000F110F010100000B0C08080800000F100E011E00040E040405020000111111130D00001111110A040000111115150A"
-    "00001906040C130000110906041800001F0204081F0204040804040204040400040404080404020404080000000D16000002060E1E0E0602"
-    "0000000000001F000204081F001F00081F041F0200000804021F001F0004081F08040004040404150E040004021F02040000001F0A0A0A13"
-    "000E1111110E00001F1111111F000000040A1F000000110A040A11000004001F00040000001E101C101E0000000C0C00000C12120C000000"
-    "040E1F1F15040E000A1F1F0E040000040E1F0E04000E041F1F04040E1F1F1F1F1F1F1F1F11080408111F0E1111110A0A1B000012121D1010"
-    "001008040201000000000000000000000000000000000A1F1F1F0E0407001C101C101C000E0E1F1F040E00040E1F1F040E00040E1F1F0E04";
-
 constexpr Colour LIT = 0x001900, UNLIT = 0x90B068, BACKGROUND = 0xB0C86E, HALF = 0x486434;
 
+/// Whether a dot of a character stands in font.txt.
 bool documented_dot(int code, int column, int row) {
-    const std::string digits(FONT.substr(static_cast<std::size_t>((code - 0x20) * 14 + row * 2), 2));
-    return (std::stoi(digits, nullptr, 16) & (0x10 >> column)) != 0;
+    static const std::vector<FileCase> characters = read_cases("display/font.txt");
+    const FileCase& character = characters.at(static_cast<std::size_t>(code - 0x20));
+    EXPECT_EQ(std::stoi(character.input, nullptr, 16), code);
+    return (std::stoi(character.expected.substr(static_cast<std::size_t>(row * 3), 2), nullptr, 16) & 0x10 >> column) !=
+           0;
 }
 
 struct Lcd : TestMachine {
@@ -73,7 +60,6 @@ struct Lcd : TestMachine {
 };
 
 TEST(LcdCharacters, ShowEveryDotOfTheFont) {
-    static_assert(FONT.size() == 128 * 14);
     for (int first = 0x20; first < 0xA0; first += 12) {
         SCOPED_TRACE(first);
         std::string text;
@@ -85,6 +71,12 @@ TEST(LcdCharacters, ShowEveryDotOfTheFont) {
         for (int cell = 0; cell < 12; ++cell)
             EXPECT_TRUE(lcd.shows(cell, text[static_cast<std::size_t>(cell)])) << "cell " << cell;
     }
+    for (int code = 0x1F; code <= 0xA0; ++code)
+        for (int column = -1; column <= 5; ++column)
+            for (int row = -1; row <= 7; ++row) {
+                const bool inside = code >= 0x20 && code < 0xA0 && column >= 0 && column < 5 && row >= 0 && row < 7;
+                EXPECT_EQ(glyph_dot(code, column, row), inside && documented_dot(code, column, row)) << code;
+            }
 }
 
 /// The sprites again: where they lie in a skin of 512 x 480 pixels with y from the top. The first is the panel, 128.
