@@ -1,4 +1,4 @@
-// The line editor: its limits, history and clipboard. What each key does is in dialogues.txt.
+// The line editor: its limits and the clipboard. What each key does, and the history, are in dialogues.txt.
 #include "shell/key_queue.h"
 #include "tests/support/keyboard.h"
 
@@ -65,25 +65,6 @@ TEST_F(LineEditor, TypesWhatThereIsRoomForOfAWord) {
     type_at_once(*this, std::string(125, '1'));
     press(*this, 'A', SHIFT);
     expect_entry(std::string(125, '1') + "GO", 127);
-}
-
-TEST_F(LineEditor, MovesARepeatedLineToTheTop) {
-    const auto lines = [this] {
-        std::string joined;
-        for (const auto& slot : m.history)
-            joined += std::string(slot.view()) + "/";
-        return joined;
-    };
-    const std::string longest = "\"" + std::string(126, 'X');
-    for (const std::string& line : {std::string("A"), std::string("B"), longest, std::string("A"), std::string("A")})
-        says(line);
-    EXPECT_EQ(lines(), "A/" + longest + "/B//////");
-    press_all({UP, UP});
-    expect_entry(longest, 127);
-    press_all({UP, UP});
-    exe();
-    EXPECT_EQ(lines(), "B/A/" + longest + "//////");
-    EXPECT_EQ(m.history_index, -1);
 }
 
 TEST_F(LineEditor, PastesUpToTheFirstControlCharacter) {

@@ -1,8 +1,8 @@
 // BEEP, BEEPS and BEEPWAIT: the tone's image byte by byte, its periods, volume, and how it holds the program.
 #include "shell/commands.h"
 #include "statements/sound.h"
+#include "tests/support/cases_file.h"
 #include "tests/support/keyboard.h"
-#include "tests/support/table.h"
 
 #include <gtest/gtest.h>
 
@@ -70,43 +70,21 @@ TEST(Tone, IsAsLoudAsTheVolume) {
     }
 }
 
-TEST(Tone, HoldsTheProgramOrDoesNot) {
-    // The interval, a program, ticks, and then A, the ticks left, whether the program is held, half a period, and the
-    // log.
-    const char* const rows = R"(
-        20   A=1:BEEP:A=2                       2    1 5 1 23 play
-        20   A=1:BEEP:A=2                       6    1 1 1 23 play
-        20   A=1:BEEP:A=2                       7    2 0 0 23 play stop
-        150  BEEP 0.7:A=2                       1    0 1 1 23 play
-        30   A=1:BEEP A:A=2                     2    1 3 1 4 play
-        30   BEEPS 4,9,300:A=1:BEEPWAIT:A=2     2    1 9 0 49 play
-        30   BEEPS 4,9,300:A=1:BEEPWAIT:A=2     10   1 1 1 49 play
-        30   BEEPS 4,9,300:A=1:BEEPWAIT:A=2     11   2 0 0 49 play stop
-        30   BEEPS 4,0,1000                     1    0 33 0 83 play
-        30   BEEPS 8,4.9,1                      1    0 1 0 4 play
-        2    BEEPS 8,1,1                        1    0 2 0 4 play
-        1    BEEPS 8.0,2+0,-50                  1    0 5 0 4 play
-        1    BEEPS 4,9,99.9999999               1    0 100 0 49 play
-        30   BEEPWAIT:A=3                       2    3 0 0 0
-        30   BEEPS 4,9,3000:BEEPS 5,10,60:A=1   2    0 2 0 23 play stop play
-        30   BEEPS 4,9,3000:BEEPS 5,10,60:A=1   4    1 0 0 23 play stop play stop
-        30   BEEPS 4,9,3000:BEEPS 4,12,100      2    0 99 0 49 play
-        30   BEEPS 4,9,3000:BEEPS 4,9           2    0 99 0 49 play
-        30   BEEPS 4,9,3000:BEEP 2              2    0 99 0 49 play
-    )";
-    for (const TableRow& row : table(rows)) {
-        SoundMachine t;
-        t.m.timer_interval = std::stoi(row[0]);
-        t.start(row[1]);
-        t.tick(std::stoi(row[2]));
-        std::ostringstream shown;
-        shown << cell(t, 'A').number << ' ' << t.m.sound_ticks_left << ' ' << t.m.sound_holds_run << ' '
-              << t.m.tone.half_period << t.log;
-        EXPECT_EQ(shown.str(), row[3]) << row[1];
-        run_host_command(*t.simulator, COMMAND_RUN);
-        EXPECT_EQ(t.m.sound_ticks_left, 0) << "a start stops it";
-    }
+std::string sounded(const FileCase& row) {
+    const std::size_t at = row.input.rfind(" @ ");
+    SoundMachine t;
+    t.m.timer_interval = std::stoi(row.heading);
+    t.start(row.input.substr(0, at));
+    t.tick(std::stoi(row.input.substr(at + 3)));
+    std::ostringstream shown;
+    shown << cell(t, 'A').number << ' ' << t.m.sound_ticks_left << ' ' << t.m.sound_holds_run << ' '
+          << t.m.tone.half_period << t.log;
+    run_host_command(*t.simulator, COMMAND_RUN);
+    EXPECT_EQ(t.m.sound_ticks_left, 0) << "a start stops it";
+    return shown.str();
 }
+
+TEST(Tone, HoldsTheProgramOrDoesNot) { expect_cases("statements/sound.txt", sounded); }
 
 TEST(Beep, IsSilentWhenSwitchedOff) {
     SoundMachine t;
