@@ -70,6 +70,8 @@ const std::map<std::string, Act> WORDS = {
 void act(CommandLine& t, std::string_view doing) {
     while (!doing.empty()) {
         if (doing[0] == '{') {
+            if (doing.find('}') == std::string_view::npos)
+                throw std::invalid_argument("a brace stays open");
             const std::string word(doing.substr(1, doing.find('}') - 1));
             const std::size_t blank = std::min(word.find(' '), word.size());
             WORDS.at(word.substr(0, blank))(t, word.substr(std::min(blank + 1, word.size())));

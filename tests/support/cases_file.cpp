@@ -35,6 +35,15 @@ std::string text_of(const std::string& file) {
     return text.str();
 }
 
+/// What a row's outcome throws, for a word that it does not know, is a failure of this row.
+std::string outcome_or_complaint(const OutcomeOfCase& outcome, const FileCase& row) {
+    try {
+        return outcome(row);
+    } catch (const std::exception& complaint) {
+        return std::string("not understood: ") + complaint.what();
+    }
+}
+
 } // namespace
 
 std::vector<FileCase> parse_cases(std::string_view text, const std::string& name) {
@@ -70,7 +79,7 @@ std::vector<FileCase> read_cases(const std::string& file) { return parse_cases(t
 void expect_cases(const std::string& file, const OutcomeOfCase& outcome) {
     for (const FileCase& row : read_cases(file)) {
         const ::testing::ScopedTrace place(file.c_str(), row.line, row.input);
-        EXPECT_EQ(outcome(row), row.expected);
+        EXPECT_EQ(outcome_or_complaint(outcome, row), row.expected);
     }
 }
 
