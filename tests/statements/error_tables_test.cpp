@@ -1,13 +1,13 @@
 // Every error of the statements and functions: its code, its text in the catalogue and its detail; and the catalogues
 // themselves, which have every text that is asked for and no other. (Jumps, loops, conditions and PRINT: in their own
-// tests. Listings and expressions: in core.)
+// files. What an INPUT refuses: in input_test. Listings and expressions: in core.)
 #include "core/charset.h"
 #include "shell/catalogue.h"
 #include "shell/settings.h"
 #include "tests/support/cases_file.h"
 #include "tests/support/evaluation.h"
-#include "tests/support/keyboard.h"
 #include "tests/support/temporary_file.h"
+#include "tests/support/test_machine.h"
 
 #include <gtest/gtest.h>
 
@@ -54,13 +54,8 @@ TEST(ErrorTables, AreReported) {
     for (const FileCase& row : all_errors()) {
         t.start("MODE 4:VAC\n" + row.input);
         t.run_through();
-        EXPECT_EQ(outcome_of_run(t), row.expected) << row.input << ", line " << row.line;
+        EXPECT_EQ(outcome_of_run(t), row.expected) << "error_tables.txt:" << row.line << ": " << row.input;
     }
-    t.start("INPUT A");
-    t.wait();
-    enter(t, "3*");
-    EXPECT_EQ(t.display() + " " + t.detail_id() + t.detail(), "ERR2 INPUT 2 \"\"");
-    EXPECT_EQ(t.m.error_code, ERROR_INPUT);
 }
 
 /// Notes the numbers that stand in a text right behind `mark`.
