@@ -40,22 +40,23 @@ struct Driven {
     /// Loads a listing and answers the loading's answer.
     Json load(std::string_view listing) { return (*this)("load " + TemporaryFile(listing).path); }
 
-    /// Loads and starts a program.
-    void start(std::string_view listing) {
-        EXPECT_EQ(load(listing)["loaded"], true);
-        all("run");
-    }
-
     Json state() { return (*this)("state"); }
-    Json vars() { return (*this)("vars")["vars"]; }
 
-    /// A command that must be refused, and change nothing.
-    void expect_refused(const std::string& line) {
+    /// What a command changed, as "name=value" by the alphabet, and what it asked for. A new display always shows from
+    /// another place, so of the offset and of `visible` nothing is said; nor of the token, which is nobody's any more.
+    std::string changed_by(const std::string& command) {
         const Json before = state();
-        const Json answer = (*this)(line);
-        EXPECT_EQ(answer["ok"], false) << line;
-        EXPECT_TRUE(answer.size() == 2 && answer["error"].is_string()) << line << ": " << answer;
-        EXPECT_EQ(state(), before) << line;
+        all(command);
+        std::string changes;
+        const Json after = state();
+        for (const auto& [name, value] : after.items()) {
+            const bool said = name != "host" && name != "visible" && name != "display_offset" && name != "token";
+            if (said && before[name] != value)
+                changes += " " + name + "=" + (value.is_string() ? value.get<std::string>() : value.dump());
+        }
+        for (const Json& asked : after["host"])
+            changes += " | " + asked.get<std::string>();
+        return changes.substr(std::min<std::size_t>(1, changes.size()));
     }
 };
 

@@ -1,4 +1,5 @@
-// Keys of a terminal: what the machine gets, and for how long a key counts as down.
+// Keys of a terminal: what the machine gets (play_keys.txt), and for how long a key counts as down.
+#include "tests/support/cases_file.h"
 #include "tests/support/test_machine.h"
 
 #include "terminal/lcd_cells.h"
@@ -11,9 +12,6 @@
 
 namespace quillon::testing {
 namespace {
-
-constexpr bool ASCII = true;
-constexpr bool MACHINE_KEYBOARD = false;
 
 /// What a key types in command mode, with special characters as their escapes.
 std::string typed(const TypedKey& key, KeyLevel level, bool ascii_mode) {
@@ -31,46 +29,36 @@ std::string typed(const TypedKey& key, KeyLevel level, bool ascii_mode) {
 }
 
 TEST(PlayKeys, TypeWhatTheLevelSays) {
-    const struct {
-        const char* character;
-        KeyLevel level;
-        bool ascii_mode;
-        const char* expected;
-    } rows[] = {
-        {"a", LEVEL_NONE, ASCII, "A"},
-        {"A", LEVEL_NONE, ASCII, "a"},
-        {"a", LEVEL_SHIFT, ASCII, "a"},
-        {"\"", LEVEL_NONE, ASCII, "\""},
-        {"\u03c0", LEVEL_NONE, ASCII, "\\pi"},
-        {"\u20ac", LEVEL_NONE, ASCII, ""}, // the machine has no such character
-        {"?", LEVEL_NONE, ASCII, "?"},
-        {"a", LEVEL_ALT, ASCII, ""},
-        {"a", LEVEL_NONE, MACHINE_KEYBOARD, "A"},
-        {"A", LEVEL_NONE, MACHINE_KEYBOARD, "GOSUB "},
-        {"a", LEVEL_SHIFT, MACHINE_KEYBOARD, "GOSUB "},
-        {"a", LEVEL_CTRL, MACHINE_KEYBOARD, "a"},
-        {"q", LEVEL_SHIFT_CTRL, MACHINE_KEYBOARD, "%"},
-        {"a", LEVEL_ALT, MACHINE_KEYBOARD, "SIN "},
-        {"=", LEVEL_SHIFT, MACHINE_KEYBOARD, "\\ne"},
-        {"+", LEVEL_NONE, MACHINE_KEYBOARD, "+"},
-        {"\"", LEVEL_NONE, MACHINE_KEYBOARD, "\""},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(std::string(row.character) + ' ' + std::string(level_name(row.level)));
-        EXPECT_EQ(typed({.character = row.character}, row.level, row.ascii_mode), row.expected);
-    }
-    EXPECT_EQ(typed({.character = "a", .alt = true}, LEVEL_NONE, MACHINE_KEYBOARD), "SIN ");
-    EXPECT_EQ(typed({.virtual_key = 119}, LEVEL_NONE, ASCII), "\\pi"); // F8
+    expect_cases("terminal/play_keys.txt", [](const FileCase& row) {
+        const std::size_t blank = row.input.find(' ');
+        KeyLevel level = LEVEL_NONE;
+        while (level != LEVEL_ALT && level_name(level) != row.input.substr(blank + 1))
+            level = next_level(level);
+        return "|" + typed({.character = row.input.substr(0, blank)}, level, row.heading == "ASCII mode") + "|";
+    });
+    EXPECT_EQ(typed({.character = "a", .alt = true}, LEVEL_NONE, false), "SIN ");
+    EXPECT_EQ(typed({.virtual_key = 119}, LEVEL_NONE, true), "\\pi"); // F8
 }
 
-TEST(PlayKeys, AreDownUntilUsed) {
-    TestMachine t;
-    t.start("A=0:B=0:C=0:K$=KEY$:L$=KEY$:M$=KEY$");
+/// A program and somebody who types; "\r" is Enter.
+struct Playing : TestMachine {
     Typist typist;
-    for (const char* character : {"x", "x"})
-        type_key(typist, *key_event_for({.character = character}, LEVEL_NONE, ASCII));
-    for (int i = 0; i < 6; ++i)
-        tick_with_keys(typist, *t.simulator);
+    Playing(const char* program, std::string_view keys) {
+        start(program);
+        for (const char c : keys) {
+            const TypedKey key = c == '\r' ? TypedKey{.virtual_key = 13} : TypedKey{.character = std::string(1, c)};
+            type_key(typist, *key_event_for(key, LEVEL_NONE, true));
+        }
+    }
+    void tick_with_keys(int count) {
+        for (int i = 0; i < count; ++i)
+            quillon::tick_with_keys(typist, *simulator);
+    }
+};
+
+TEST(PlayKeys, AreDownUntilUsed) {
+    Playing t("A=0:B=0:C=0:K$=KEY$:L$=KEY$:M$=KEY$", "xx");
+    t.tick_with_keys(6);
     // The first is held until the fourth statement reads it; between two equal keys there is a tick without any.
     EXPECT_EQ(t.m.variables['K' - 'A'].text.view(), "X");
     EXPECT_EQ(t.m.variables['L' - 'A'].text.view(), "");
@@ -79,32 +67,19 @@ TEST(PlayKeys, AreDownUntilUsed) {
 
 /// A key that the program never reads comes up, so that those behind it get their turn.
 TEST(PlayKeys, ComeUpAfterASecond) {
-    TestMachine t;
-    t.start("GOTO 10");
+    Playing t("GOTO 10", "x");
     t.m.timer_interval = 100;
-    Typist typist;
-    type_key(typist, *key_event_for({.character = "x"}, LEVEL_NONE, ASCII));
-    for (int i = 0; i < 9; ++i)
-        tick_with_keys(typist, *t.simulator);
-    EXPECT_TRUE(typist.down);
-    tick_with_keys(typist, *t.simulator);
-    EXPECT_FALSE(typist.down);
+    t.tick_with_keys(9);
+    EXPECT_TRUE(t.typist.down);
+    t.tick_with_keys(1);
+    EXPECT_FALSE(t.typist.down);
 }
 
 /// Typed at once: an entry, EXE, and the next entry.
 TEST(PlayKeys, KeepTheirOrder) {
-    TestMachine t;
-    t.start("INPUT A,B\nGOTO 20");
-    t.tick(3);
-    Typist typist;
-    for (const char c : std::string("12\r34\r")) {
-        const TypedKey key = c == '\r' ? TypedKey{.virtual_key = 13} : TypedKey{.character = std::string(1, c)};
-        type_key(typist, *key_event_for(key, LEVEL_NONE, ASCII));
-    }
-    for (int i = 0; i < 40; ++i)
-        tick_with_keys(typist, *t.simulator);
-    EXPECT_EQ(t.m.variables[0].number, 12);
-    EXPECT_EQ(t.m.variables[1].number, 34);
+    Playing t("INPUT A,B\nGOTO 20", "12\r34\r");
+    t.tick_with_keys(45);
+    EXPECT_EQ(t.m.variables[0].number * 100 + t.m.variables[1].number, 1234);
 }
 
 TEST(LcdCells, ShowDotsAndText) {

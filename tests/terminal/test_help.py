@@ -1,5 +1,7 @@
-"""The help of quillon-cli is what docs/terminal.md shows, and bash completes all that the help names."""
+"""The help of quillon-cli is what docs/terminal.md shows, bash completes all that the help names, and the highlighting
+files for editors name the words of the language."""
 
+import json
 import os
 import re
 import subprocess
@@ -70,6 +72,38 @@ class Completion(unittest.TestCase):
         for words, offered in rows:
             with self.subTest(words):
                 self.assertEqual(completed(self.folder, *words), offered)
+
+
+class EditorFiles(unittest.TestCase):
+    """Each file names exactly the words of the vocabulary, once, and each sort in its own group."""
+
+    def group_of(self, code: int) -> str:
+        if code >= 510:
+            return "Statement"
+        return {19: "Constant", 14: "Operator", 279: "Operator", 286: "Operator"}.get(code, "Function")
+
+    def words_of_vocabulary(self) -> list:
+        codes, words = {}, []
+        text = (ROOT / "src" / "core" / "vocabulary.def").read_text(encoding="utf-8")
+        for word, code, name in re.findall(r'^(?:WORD|ALSO)\("([A-Z][^"]*)", +(?:(\d+), )?(\w+)\)', text, re.MULTILINE):
+            codes.setdefault(name, code)
+            words.append((self.group_of(int(codes[name])), word))
+        return sorted(words)
+
+    def test_vim(self):
+        text = (ROOT / "resources" / "editors" / "quillon.vim").read_text(encoding="utf-8")
+        lines = re.findall(r"^syntax keyword quillon(\w+) +(.*)", text, re.MULTILINE)
+        words = [(group, word) for group, line in lines for word in line.split()]
+        self.assertEqual(sorted(words), self.words_of_vocabulary())
+
+    def test_textmate(self):
+        groups = {"keyword.control": "Statement", "support.function": "Function", "keyword.operator.word": "Operator",
+                  "constant.language": "Constant"}
+        grammar = json.loads((ROOT / "resources" / "editors" / "quillon.tmLanguage.json").read_text(encoding="utf-8"))
+        matches = {pattern["name"].removesuffix(".quillon"): pattern.get("match", "") for pattern in grammar["patterns"]}
+        words = [(group, word) for name, group in groups.items()
+                 for word in re.search(r"\(\?:(.*?)\)", matches[name])[1].replace("\\", "").split("|")]
+        self.assertEqual(sorted(words), self.words_of_vocabulary())
 
 
 if __name__ == "__main__":
