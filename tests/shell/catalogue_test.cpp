@@ -1,71 +1,42 @@
-// Message catalogues: keys, line breaks, lengths and encodings.
+// Message catalogues: keys and line breaks (catalogue.txt), lengths and encodings.
 #include "shell/catalogue.h"
 #include "shell/encoding.h"
+#include "tests/support/cases_file.h"
 #include "tests/support/temporary_file.h"
 
 #include <gtest/gtest.h>
 
+#include <regex>
+
 namespace quillon::testing {
 namespace {
 
-std::string text_of(std::string_view file, int number = 4, std::string_view section = "SYSTEM") {
-    return lookup_message(parse_catalogue(file), section, number);
-}
+const std::regex BREAK("\r\n");
+
+std::string text_of(std::string_view file) { return lookup_message(parse_catalogue(file), "SYSTEM", 4); }
 
 TEST(Catalogue, FindsTextsByTheirKey) {
-    struct Row {
-        const char* file;
-        int number;
-        const char* text;
-    };
-    const Row rows[] = {
-        {"[SYSTEM]\nM_004=text\n", 4, "text"},
-        {"[SYSTEM]\nM_000=text\n", 0, "text"},
-        {"[SYSTEM]\nM_123=text\n", 123, "text"},
-        {"[SYSTEM]\nM_1234=text\n", 1234, "text"},
-        {"[system]\nm_004=text\n", 4, "text"},
-        {"[SYSTEM]\r\n M_004 = text \r\n", 4, "text"},
-        {"[SYSTEM]\nM_004=\"  text \"\n", 4, "  text "},
-        {"[SYSTEM]\nM_004=a=b;c\n", 4, "a=b;c"},
-        {"[SYSTEM]\nM_004=one@two@@three@\n", 4, "one\r\ntwo\r\n\r\nthree\r\n"},
-        {"[SYSTEM]\nM_004=one\nM_004=two\n", 4, "one"},
-        {"[SYSTEM]\nM_004=\nM_004=two\n", 4, ""},
-        {"[SYSTEM]\nM_004=one\n[X]\nM_004=x\n[System]\nM_004=two\nM_005=five\n", 4, "one"},
-        {"[SYSTEM]\nM_004=one\n[SYSTEM]\nM_005=five\n", 5, ""},
-        {"\xEF\xBB\xBF[SYSTEM]\nM_004=text\n", 4, "text"},
-        // other forms of a key are other keys
-        {"[SYSTEM]\nM_4=text\nM_04=text\nM_0004=text\nM004=text\nM_ 004=text\nM_-04=text\n", 4, ""},
-        {"[SYSTEM]\nM_4294967300=text\nM_00x=text\nM_=text\n", 4, ""},
-        {"[OTHER]\nM_004=text\n", 4, ""},
-        {"M_004=text\n[SYSTEM]\n", 4, ""},
-        {"", 4, ""},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.file);
-        EXPECT_EQ(text_of(row.file, row.number), row.text);
-    }
+    expect_cases("shell/catalogue.txt", [](const FileCase& row) {
+        MessageCatalogue catalogue = parse_catalogue(row.input);
+        std::string texts;
+        for (const auto& [number, text] : catalogue.sections["SYSTEM"])
+            texts += (texts.empty() ? "" : " ") + std::to_string(number) + ":" + std::regex_replace(text, BREAK, "/");
+        return texts;
+    });
 }
 
 TEST(Catalogue, ReadsBothEncodings) {
-    struct Row {
-        const char* value;
-        const char* text;
-    };
-    const Row rows[] = {
+    const std::pair<const char*, const char*> rows[] = {
         {"\xE3\x82\xA1@\xE2\x88\x9A", "\u30A1\r\n\u221A"}, // UTF-8
         {"\x83\x40@\x83\x41", "\u30A1\r\n\u30A2"},         // its second byte is "@" and breaks no line
-        {"\x83\x40\x83\x40", "\u30A1\u30A1"},
-        {"\xB1@\xB2", "\uFF71\r\n\uFF72"},      // half-width letters have one byte
-        {"\x83\x5C~\\\xB1", "\u30BD~\\\uFF71"}, // backslash and tilde stay what they are
-        {"\x95\x5C\x8E\xA6", "\u8868\u793A"},
-        {"\x87\x40\xFA\x40", "\u2460\u2170"}, // the code page's own characters
+        {"\xB1@\xB2", "\uFF71\r\n\uFF72"},                 // half-width letters have one byte
+        {"\x83\x5C~\\\xB1", "\u30BD~\\\uFF71"},            // backslash and tilde stay what they are
+        {"\x87\x40\xFA\x40", "\u2460\u2170"},              // the code page's own characters
         {"a\xFF\x62", "a?b"},
         {"\x83\x20\x63@", "? c\r\n"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_EQ(text_of("[SYSTEM]\nM_004=" + std::string(row.value) + "\n"), row.text);
-    }
+    for (const auto& [value, text] : rows)
+        EXPECT_EQ(text_of("[SYSTEM]\nM_004=" + std::string(value) + "\n"), text);
 }
 
 TEST(Catalogue, ChoosesOneEncodingForTheWholeFile) {
@@ -100,16 +71,12 @@ TEST(Catalogue, TakesDamagedFiles) {
 }
 
 TEST(Catalogue, ReadsFilesUpToAMegabyte) {
-    const TemporaryFile good("[SYSTEM]\nM_004=text\n");
-    const TemporaryFile empty("");
-    const TemporaryFile full("[SYSTEM]\nM_004=text\n" + std::string((1 << 20) - 20, ';'));
-    const TemporaryFile large("[SYSTEM]\nM_004=text\n" + std::string((1 << 20) - 19, ';'));
-    ASSERT_TRUE(read_catalogue(good.path));
-    EXPECT_STREQ(lookup_message(*read_catalogue(good.path), "SYSTEM", 4), "text");
-    ASSERT_TRUE(read_catalogue(empty.path));
-    EXPECT_TRUE(read_catalogue(full.path));
-    EXPECT_FALSE(read_catalogue(large.path));
-    EXPECT_FALSE(read_catalogue(good.path + ".missing"));
+    const std::string text = "[SYSTEM]\nM_004=text\n";
+    for (const std::size_t size : {0, 20, 1 << 20, (1 << 20) + 1}) {
+        const TemporaryFile file(text.substr(0, size) + std::string(size - std::min<std::size_t>(size, 20), ';'));
+        EXPECT_EQ(read_catalogue(file.path).has_value(), size <= 1 << 20) << size;
+        EXPECT_FALSE(read_catalogue(file.path + ".missing"));
+    }
     EXPECT_FALSE(read_catalogue("/"));
     EXPECT_FALSE(read_catalogue(""));
 }

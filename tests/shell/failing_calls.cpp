@@ -13,36 +13,24 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-// Names for the two functions that --wrap=NAME makes of each one.
-#define WRAPPED(name) __asm__("__wrap_" #name)
-#define REAL(name) __asm__("__real_" #name)
+// The two functions that --wrap=NAME makes of each one.
+#define CALL(type, name, ...)                                                                                          \
+    type real_##name(__VA_ARGS__) __asm__("__real_" #name);                                                            \
+    type wrapped_##name(__VA_ARGS__) __asm__("__wrap_" #name)
 
 extern "C" {
-int real_open(const char* path, int flags, ...) REAL(open);
-ssize_t real_write(int descriptor, const void* bytes, size_t size) REAL(write);
-int real_fsync(int descriptor) REAL(fsync);
-int real_close(int descriptor) REAL(close);
-int real_rename(const char* from, const char* to) REAL(rename);
-int real_link(const char* from, const char* to) REAL(link);
-int real_unlink(const char* path) REAL(unlink);
-int real_fchmod(int descriptor, mode_t mode) REAL(fchmod);
-int real_fstat(int descriptor, struct stat* out) REAL(fstat);
-int real_stat(const char* path, struct stat* out) REAL(stat);
-int real_lstat(const char* path, struct stat* out) REAL(lstat);
-int real_access(const char* path, int mode) REAL(access);
-
-int wrapped_open(const char* path, int flags, ...) WRAPPED(open);
-ssize_t wrapped_write(int descriptor, const void* bytes, size_t size) WRAPPED(write);
-int wrapped_fsync(int descriptor) WRAPPED(fsync);
-int wrapped_close(int descriptor) WRAPPED(close);
-int wrapped_rename(const char* from, const char* to) WRAPPED(rename);
-int wrapped_link(const char* from, const char* to) WRAPPED(link);
-int wrapped_unlink(const char* path) WRAPPED(unlink);
-int wrapped_fchmod(int descriptor, mode_t mode) WRAPPED(fchmod);
-int wrapped_fstat(int descriptor, struct stat* out) WRAPPED(fstat);
-int wrapped_stat(const char* path, struct stat* out) WRAPPED(stat);
-int wrapped_lstat(const char* path, struct stat* out) WRAPPED(lstat);
-int wrapped_access(const char* path, int mode) WRAPPED(access);
+CALL(int, open, const char* path, int flags, ...);
+CALL(ssize_t, write, int descriptor, const void* bytes, size_t size);
+CALL(int, fsync, int descriptor);
+CALL(int, close, int descriptor);
+CALL(int, rename, const char* from, const char* to);
+CALL(int, link, const char* from, const char* to);
+CALL(int, unlink, const char* path);
+CALL(int, fchmod, int descriptor, mode_t mode);
+CALL(int, fstat, int descriptor, struct stat* out);
+CALL(int, stat, const char* path, struct stat* out);
+CALL(int, lstat, const char* path, struct stat* out);
+CALL(int, access, const char* path, int mode);
 }
 
 namespace quillon::testing {
@@ -121,26 +109,21 @@ bool run_and_kill(const std::function<void()>& action, int stop) {
 
 bool run_as_a_user(const std::function<bool()>& action) {
     constexpr uid_t NOBODY = 65534;
-    constexpr int YES = 0, NO = 1;
     const pid_t child = ::fork();
     if (child == 0) {
         if (::getuid() == 0 && ::setuid(NOBODY) != 0)
             ::_exit(2);
-        ::_exit(action() ? YES : NO);
+        ::_exit(action() ? 0 : 1);
     }
     int status = 0;
     ::waitpid(child, &status, 0);
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) <= NO) << status;
-    return WIFEXITED(status) && WEXITSTATUS(status) == YES;
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) <= 1) << status;
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 } // namespace quillon::testing
 
-using quillon::testing::fails;
-using quillon::testing::is_due;
-using quillon::testing::is_folder;
-using quillon::testing::Needs;
-using quillon::testing::plan;
+using namespace quillon::testing;
 
 int wrapped_open(const char* path, int flags, ...) {
     mode_t mode = 0;

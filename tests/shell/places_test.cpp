@@ -1,39 +1,55 @@
-// Where files are looked for, by what the environment says and what is there.
+// Where files are looked for, by what the environment says and what is there (places.txt).
 #include "shell/places.h"
 
+#include "tests/support/cases_file.h"
 #include "tests/support/temporary_file.h"
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <sstream>
+
 #include <sys/stat.h>
 
-namespace quillon {
+namespace quillon::testing {
 namespace {
 
-using testing::put_file;
-using testing::TempFolder;
+Environment environment_of(const std::string& assignments) {
+    std::map<std::string, std::string> values;
+    std::istringstream words(assignments);
+    for (std::string word; words >> word;)
+        values[word.substr(0, word.find('='))] = word.substr(word.find('=') + 1);
+    return {values["HOME"], values["XDG_CONFIG_HOME"], values["LC_ALL"], values["LC_MESSAGES"], values["LANG"]};
+}
 
-TEST(Places, DataFilesByTheUsersConfiguration) {
-    struct Row {
-        const char* home;
-        const char* config_home;
-        const char* folder;
+std::string folder_of_data_files(const FileCase& row) {
+    const DataFiles files = find_data_files(environment_of(row.input), "/nowhere/bin");
+    EXPECT_EQ(files.settings, files.folder + "/QZ740.ini");
+    EXPECT_EQ(files.saved_values, files.folder + "/QZ740.val");
+    EXPECT_EQ(files.recent_listings, files.folder + "/recent.txt");
+    return files.folder;
+}
+
+std::string places_of_program(const FileCase& row) {
+    const std::string program = row.input.substr(0, row.input.find(' '));
+    const std::string file = row.input.substr(program.size() + 1);
+    const TempFolder root;
+    const auto inside = [&](const std::string& path) { return path.substr(path.empty() ? 0 : root.path.size() + 1); };
+    EXPECT_TRUE(create_folder(std::filesystem::path(root / file).parent_path().string()));
+    put_file(root / file, "");
+    const std::string at = root / program;
+    return inside(find_resources(at)) + "," + inside(find_manual(at)) + "," + inside(find_examples(at));
+}
+
+TEST(Places, AreFoundByTheEnvironmentAndByWhatIsThere) {
+    const TempFolder working;
+    const auto catalogue_of = [&](const FileCase& row) {
+        return find_catalogue(environment_of(row.input), "/share/q", working.path);
     };
-    const Row rows[] = {
-        {"/users/me", "", "/users/me/.config/quillon"},
-        {"/users/me", "/cfg", "/cfg/quillon"},
-        {"/users/me", "relative", "/users/me/.config/quillon"},
-        {"", "/cfg", "/cfg/quillon"},
-        {"", "", "/nowhere/bin"},
-        {"relative", "", "/nowhere/bin"},
-    };
-    for (const Row& row : rows) {
-        const DataFiles files = find_data_files({.home = row.home, .config_home = row.config_home}, "/nowhere/bin");
-        EXPECT_EQ(files.folder, row.folder);
-        EXPECT_EQ(files.settings, row.folder + std::string("/QZ740.ini"));
-        EXPECT_EQ(files.saved_values, row.folder + std::string("/QZ740.val"));
-        EXPECT_EQ(files.recent_listings, row.folder + std::string("/recent.txt"));
-    }
+    expect_cases("shell/places.txt",
+                 {{"data files", folder_of_data_files}, {"catalogue", catalogue_of}, {"program", places_of_program}});
+    put_file(working / "message.ini", "");
+    EXPECT_EQ(find_catalogue({.lang = "ja"}, "/share/q", working.path), working / "message.ini");
 }
 
 TEST(Places, DataFilesBesideTheProgramWhenTheyAreThere) {
@@ -56,52 +72,6 @@ TEST(Places, FoldersAreMadeForTheUserAlone) {
     put_file(home / "file", "");
     EXPECT_FALSE(create_folder(home / "file/quillon"));
     EXPECT_FALSE(create_folder(""));
-}
-
-TEST(Places, CatalogueByLanguage) {
-    struct Row {
-        const char *lc_all, *lc_messages, *lang, *name;
-    };
-    const Row rows[] = {
-        {"", "", "", "message.en.ini"},
-        {"", "", "ja_JP.UTF-8", "message.ja.ini"},
-        {"", "", "ja", "message.ja.ini"},
-        {"", "ja.eucJP", "de_DE.UTF-8", "message.ja.ini"},
-        {"C", "ja_JP", "ja_JP", "message.en.ini"},
-        {"ja@x", "C", "C", "message.ja.ini"},
-        {"", "", "jam_JM", "message.en.ini"},
-        {"", "en_GB", "ja_JP", "message.en.ini"},
-    };
-    const TempFolder working;
-    for (const Row& row : rows) {
-        const Environment environment{.lc_all = row.lc_all, .lc_messages = row.lc_messages, .lang = row.lang};
-        EXPECT_EQ(find_catalogue(environment, "/share/q", working.path), std::string("/share/q/") + row.name);
-    }
-    put_file(working / "message.ini", "");
-    EXPECT_EQ(find_catalogue({.lang = "ja"}, "/share/q", working.path), working / "message.ini");
-}
-
-TEST(Places, InstalledFilesAndThoseOfATree) {
-    struct Row {
-        const char *file, *program, *resources, *manual, *examples;
-    };
-    const Row rows[] = {
-        {"share/quillon/message.en.ini", "bin", "share/quillon", "", ""},
-        {"share/quillon/manual/index.html", "bin", "", "share/quillon/manual/index.html", ""},
-        {"share/quillon/examples/primes.bas", "bin", "", "", "share/quillon/examples"},
-        {"resources/message.en.ini", "build/x/src/desktop", "resources", "", ""},
-        {"docs/index.md", "build/x/src/desktop", "", "docs/index.md", ""},
-        {"examples/primes.bas", "build/x/src/desktop", "", "", "examples"},
-    };
-    for (const Row& row : rows) {
-        const TempFolder root;
-        const auto absolute = [&](const char* path) { return *path == '\0' ? "" : root / path; };
-        EXPECT_TRUE(create_folder(std::filesystem::path(root / row.file).parent_path().string()));
-        put_file(root / row.file, "");
-        EXPECT_EQ(find_resources(root / row.program), absolute(row.resources)) << row.file;
-        EXPECT_EQ(find_manual(root / row.program), absolute(row.manual)) << row.file;
-        EXPECT_EQ(find_examples(root / row.program), absolute(row.examples)) << row.file;
-    }
 }
 
 TEST(Places, Desktop) {
@@ -132,4 +102,4 @@ TEST(Places, OfThisProgram) {
 }
 
 } // namespace
-} // namespace quillon
+} // namespace quillon::testing

@@ -1,61 +1,26 @@
-// The settings file: every key with its ends, the written form to the byte, what else stands in the file, any bytes.
+// The settings file: every key with its ends (settings.txt), the written form to the byte, what else stands in the
+// file.
 #include "shell/settings.h"
 
 #include "core/machine.h"
+#include "tests/support/cases_file.h"
 #include "tests/support/temporary_file.h"
 
 #include <gtest/gtest.h>
 
-#include <climits>
 #include <memory>
-#include <random>
+#include <sstream>
 
-namespace quillon {
+namespace quillon::testing {
 namespace {
 
-using testing::get_file;
-using testing::put_file;
-using testing::TempFolder;
 using Numbers = std::vector<int>;
 
 LoadedSettings parse_lines(const std::string& lines) { return parse_settings("[QZS]\n" + lines + "\n"); }
 
-/// The file's text to the byte: as it is with nothing set, or with everything.
-std::string written_text(bool all_set) {
-    const char* const rows[][3] = {
-        // clang-format off
-        {"EDITOR = ", R"("notepad.exe")", R"("/opt/my editor")"},
-        {"LASTFILE = ", R"("")", R"("/users/me/a.bas")"},
-        {"FILETYPE = ", "0", "2"},
-        {"MODE = ", "0", "1"},
-        {"RUNPAGE= ", "0", "9"},
-        {"TIMER= ", "30", "5"},
-        {"ZOOM= ", "1", "8"},
-        {"INPUTMODE= ", "1", "0"},
-        {"WAITPRINTSC_INI= ", "64", "7"},
-        {"WAITPRINTSC= ", "24", "3"},
-        {"CURSOR_INT= ", "13", "83"},
-        {"PCMBEEP= ", "1", "1"},
-        {"PALETTE= ", R"("0xRRGGBB")", R"("0xRRGGBB")"},
-        {"PAL_ON = ", "0x001900", "0xff8000"},
-        {"PAL_OFF = ", "0x90b068", "0x000001"},
-        {"PAL_BG = ", "0xb0c86e", "0xffffff"},
-        {"DECIMAL = ", "-1", "9"},
-        {"INTEGER = ", "-1", "8"},
-        {"FIXED= ", "9", "18"},
-        {"STARTMODE= ", "0", "1"},
-        {"BEEPVOLUME= ", "10", "0"},
-        {"SOFTKEY= ", "0", "1"},
-        // clang-format on
-    };
-    std::string text = "[QZS]\n";
-    for (const auto& [key, unset, set] : rows)
-        text += std::string(key) + (all_set ? set : unset) + "\n";
-    return text;
-}
-
-const std::string DEFAULT_TEXT = written_text(false);
-const std::string OTHER_TEXT = written_text(true);
+/// The file's text to the byte: as it is with nothing set, and with everything.
+const std::string DEFAULT_TEXT = get_file(QUILLON_TESTS "/shell/settings_default.ini");
+const std::string OTHER_TEXT = get_file(QUILLON_TESTS "/shell/settings_other.ini");
 
 TEST(Settings, AreWrittenToTheByte) {
     EXPECT_EQ(settings_text(Settings{}), DEFAULT_TEXT);
@@ -66,59 +31,23 @@ TEST(Settings, AreWrittenToTheByte) {
     EXPECT_EQ(settings_text(read.settings), OTHER_TEXT);
 }
 
-TEST(Settings, NumbersHaveTheirRanges) {
-    struct RowOfKey {
-        const char* key;
-        int Settings::*field;
-        int otherwise;
-        Numbers accepted;
-        Numbers refused;
-        int message;
-    };
-    constexpr int none = -1;
-    // clang-format off
-    const RowOfKey rows[] = {
-        {"FILETYPE",        &Settings::file_type,          0, {0, 3},             {-1, 4, INT_MAX},  none},
-        {"MODE",            &Settings::angle_unit,         0, {0, 1, 2},          {-1, 3, INT_MIN},  none},
-        {"RUNPAGE",         &Settings::run_page,           0, {0, 9},             {-1, 10},          0},
-        {"TIMER",           &Settings::timer_interval,    30, {1, 3, 1000},       {0, -5, 1001},     1},
-        {"ZOOM",            &Settings::zoom,               1, {1, 8},             {0, 9, 12},        2},
-        {"WAITPRINTSC_INI", &Settings::wait_print_sc_ini,  0, {0, 500, INT_MAX},  {-1, INT_MIN},     none},
-        {"WAITPRINTSC",     &Settings::wait_print_sc,      0, {0, 500, INT_MAX},  {-1, INT_MIN},     none},
-        {"INPUTMODE",       &Settings::ascii_mode,         1, {0, 1},             {2, -1},           none},
-        {"INTEGER",         &Settings::set_e_digits,      -1, {-1, 0, 8},         {-2, 9},           3},
-        {"DECIMAL",         &Settings::set_f_digits,      -1, {-1, 0, 9},         {-2, 10},          4},
-        {"FIXED",           &Settings::set_g_digits,       9, {0, 18},            {-1, 19},          5},
-        {"STARTMODE",       &Settings::start_mode,         0, {0, 1},             {2, -1},           none},
-        {"BEEPVOLUME",      &Settings::beep_volume,       10, {0, 10},            {-1, 11},          none},
-        {"SOFTKEY",         &Settings::soft_keyboard,      0, {0, 1},             {2, -1},           none},
-    };
-    // clang-format on
-    for (const RowOfKey& row : rows) {
-        for (const int number : row.accepted) {
-            const auto [settings, messages] = parse_lines(row.key + std::string(" = ") + std::to_string(number));
-            EXPECT_EQ(settings.*row.field, number) << row.key;
-            EXPECT_EQ(messages, Numbers{}) << row.key << number;
-        }
-        for (const int number : row.refused) {
-            const auto [settings, messages] = parse_lines(row.key + std::string("=") + std::to_string(number));
-            EXPECT_EQ(settings.*row.field, row.otherwise) << row.key << number;
-            EXPECT_EQ(messages, row.message == none ? Numbers{} : Numbers{row.message}) << row.key << number;
-        }
+/// The lines of the text that is written with these settings which are others than the usual ones; the messages.
+std::string effect_of(const LoadedSettings& loaded) {
+    std::istringstream written(settings_text(loaded.settings)), usual(DEFAULT_TEXT);
+    std::string effect;
+    const auto tell = [&effect](const std::string& text) { effect += (effect.empty() ? "" : ", ") + text; };
+    for (std::string line, usual_line; std::getline(written, line);) {
+        std::getline(usual, usual_line);
+        if (line != usual_line)
+            tell(line);
     }
+    for (const int message : loaded.messages)
+        tell("INI " + std::to_string(message));
+    return effect;
 }
 
-TEST(Settings, ReadsColours) {
-    const std::pair<const char*, Colour> rows[] = {
-        {"0xABCDEF", 0xABCDEF}, {"0xff123456", 0x123456}, {"0X00ff", 0xFF}, {"255", 0xFF},
-        {"\"0x10\"", 0x10},     {"-1", 0xFFFFFF},         {"red", 0},       {"0xffffffffffffffff", 0xFFFFFF},
-    };
-    for (const auto& [value, colour] : rows) {
-        const Settings settings =
-            parse_lines("PAL_ON=" + std::string(value) + "\npal_off=" + value + "\nPal_Bg=" + value).settings;
-        for (const Colour read : {settings.pal_on, settings.pal_off, settings.pal_bg})
-            EXPECT_EQ(read, colour) << value;
-    }
+TEST(Settings, HaveTheirRanges) {
+    expect_cases("shell/settings.txt", [](const FileCase& row) { return effect_of(parse_lines(row.input)); });
 }
 
 TEST(Settings, PathsComeBackByteForByte) {
@@ -156,35 +85,6 @@ TEST(Settings, KeepWhatElseStandsInTheFile) {
                 "[Window]\r\nx=1\r\n\r\n; two\n[Other]\n[QZS]\nTIMER=60\nlast";
     EXPECT_EQ(settings_text(read.settings), expected);
     EXPECT_EQ(settings_text(parse_settings(expected).settings), expected);
-}
-
-TEST(Settings, AnyBytesGiveDefaults) {
-    std::mt19937 random(4);
-    for (int round = 0; round < 500; ++round) {
-        std::string bytes(random() % 3000, '\0');
-        for (char& byte : bytes)
-            byte = static_cast<char>(random());
-        auto [settings, messages] = parse_settings(bytes);
-        settings.other_lines.clear();
-        settings.other_sections.clear();
-        EXPECT_EQ(settings_text(settings), DEFAULT_TEXT);
-        EXPECT_EQ(messages, Numbers{});
-    }
-}
-
-TEST(Settings, DamagedFilesStayInRange) {
-    std::mt19937 random(5);
-    for (int round = 0; round < 3000; ++round) {
-        std::string bytes = OTHER_TEXT + "[More]\nx=1\n";
-        for (int i = 0; i < 20; ++i)
-            bytes[random() % bytes.size()] = static_cast<char>(random() % 2 != 0 ? random() : '0' + random() % 10);
-        const Settings settings = parse_settings(bytes).settings;
-        const std::string text = settings_text(settings);
-        const LoadedSettings again = parse_settings(text);
-        EXPECT_EQ(again.messages, Numbers{}) << text;
-        EXPECT_EQ(settings_text(again.settings), text);
-        EXPECT_TRUE(settings.timer_interval >= 1 && settings.wait_print_sc >= 0 && settings.pal_on <= 0xFFFFFF);
-    }
 }
 
 TEST(Settings, OneByOne) {
@@ -247,4 +147,4 @@ TEST(Settings, LiveInAFile) {
 }
 
 } // namespace
-} // namespace quillon
+} // namespace quillon::testing

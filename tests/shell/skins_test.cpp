@@ -1,14 +1,16 @@
-// Skins from files: what is taken, every refusal with its text, names that lead out of the folder, and what brings the
-// default skin back.
+// Skins from files: what is taken, every refusal with its text and names that lead out of the folder (skins.txt), and
+// what brings the default skin back.
 #include "shell/skins.h"
 
 #include "shell/commands.h"
+#include "tests/support/cases_file.h"
 #include "tests/support/scripts.h"
 #include "tests/support/temporary_file.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <regex>
+#include <sstream>
 #include <utility>
 
 #include <sys/stat.h>
@@ -16,45 +18,35 @@
 namespace quillon::testing {
 namespace {
 
-/// A number to be put into the bytes of a file, little end first.
-struct Patch {
-    std::size_t offset;
-    int size;
-    long long number;
-};
-
-void put_number(std::string& bytes, const Patch& patch) {
-    for (int i = 0; i < patch.size; ++i)
-        bytes.at(patch.offset + static_cast<std::size_t>(i)) = static_cast<char>(patch.number >> (8 * i));
-}
-
-constexpr std::size_t SKIN_FILE_SIZE = 1078 + std::size_t{512} * 480;
-
 int index_at(int x, int y) { return (x * 3 + y * 5 + x * y / 7) & 255; }
 
-/// A bitmap file laid out by hand: 8 bits per pixel, entry n of the colours is red n, green 255-n, blue 3.
+Colour colour_at(int index) { return static_cast<Colour>((index << 16) | ((255 - index) << 8) | 3); }
+
+Colour expected_pixel(int x, int y) { return colour_at(index_at(x, y)); }
+
+/// A skin's bitmap file: 8 bits per pixel, behind a file header and another of 40 bytes.
 std::string skin_file() {
-    std::string file(SKIN_FILE_SIZE, '\0');
-    for (const Patch& patch : {Patch{0, 2, 0x4D42},
-                               {2, 4, SKIN_FILE_SIZE},
-                               {10, 4, 1078},
-                               {14, 4, 40},
-                               {18, 4, 512},
-                               {22, 4, 480},
-                               {26, 2, 1},
-                               {28, 2, 8}})
-        put_number(file, patch);
+    IndexedImage image = make_indexed_image(512, 480, 0);
     for (int i = 0; i < 256; ++i)
-        put_number(file, {54 + 4 * static_cast<std::size_t>(i), 4, (i << 16) | ((255 - i) << 8) | 3});
-    for (int y = 0; y < 480; ++y) // rows from the bottom up
-        for (int x = 0; x < 512; ++x)
-            file[1078 + static_cast<std::size_t>((479 - y) * 512 + x)] = static_cast<char>(index_at(x, y));
+        image.palette[static_cast<std::size_t>(i)] = colour_at(i);
+    for (int i = 0; i < 512 * 480; ++i)
+        image.pixels[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(index_at(i % 512, i / 512));
+    std::string file("BM\0\0\0\0\0\0\0\0\x36\4\0\0", 14);
+    for (const std::uint8_t byte : write_bitmap(image))
+        file += static_cast<char>(byte);
     return file;
 }
 
-Colour expected_pixel(int x, int y) {
-    const int index = index_at(x, y);
-    return static_cast<Colour>((index << 16) | ((255 - index) << 8) | 3);
+/// A file with some bytes of it changed, or its size.
+std::string changed(std::string file, const std::string& change) {
+    std::istringstream words(change);
+    std::size_t number = 0;
+    if (change.starts_with("size "))
+        file.resize(std::stoul(change.substr(5)));
+    else if (words >> number && words.ignore(1))
+        for (unsigned byte = 0; words >> std::hex >> byte; ++number)
+            file.at(number) = static_cast<char>(byte);
+    return file;
 }
 
 struct Skins : ::testing::Test {
@@ -105,66 +97,32 @@ TEST_F(Skins, TakeEveryPixelAndColourFromTheFile) {
     EXPECT_TRUE(is_default());
 }
 
-TEST_F(Skins, RefuseWithTheirText) {
-    const std::string not_bitmap = "(not BMP) ", not_256 = "(not 256color) ", wrong_size = "(not not 512x480) ";
-    struct Row {
-        const char* what;
-        std::vector<Patch> patches;
-        std::string remark;
-        std::size_t size = SKIN_FILE_SIZE;
-    };
-    const Row rows[] = {
-        {"empty", {}, not_bitmap, 0},
-        {"one byte", {}, not_bitmap, 1},
-        {"no BM", {{0, 2, 0x4D43}}, not_bitmap},
-        {"24 bits", {{28, 2, 24}}, not_256},
-        {"no bits", {{28, 2, 0}}, not_256},
-        {"24 bits and a wrong size", {{28, 2, 24}, {18, 4, 1}}, not_256},
-        {"narrow", {{18, 4, 511}}, wrong_size},
-        {"low", {{22, 4, 479}}, wrong_size},
-        {"top-down", {{22, 4, -480}}, wrong_size},
-        {"huge", {{18, 4, 0x7FFFFFFF}}, wrong_size},
-        {"turned", {{18, 4, 480}, {22, 4, 512}}, wrong_size},
-        // refused without a remark; nothing may be read beyond the end
-        {"run-length compressed", {{30, 4, 1}}, ""},
-        {"cut in its pixels", {}, "", SKIN_FILE_SIZE - 1},
-        {"pixels outside", {{10, 4, 0x7FFFFFFF}}, ""},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.what);
-        std::string file = skin_file();
-        for (const Patch& patch : row.patches)
-            put_number(file, patch);
-        file.resize(row.size);
-        put_file(folder / "bad.bmp", file);
-        load("dots.bmp");
-        const std::string text = load("bad.bmp");
-        EXPECT_TRUE(text.starts_with("SYSTEM 8\x01 " + row.remark) && text.ends_with("\"bad.bmp\"|")) << text;
-        EXPECT_EQ(std::string(t.m.error_detail) + "|", text);
-        EXPECT_EQ(t.m.error_code, 0);
-        EXPECT_TRUE(is_default());
-    }
-}
-
-TEST_F(Skins, AreNotLookedForOutsideTheirFolder) {
+TEST_F(Skins, AreRefusedWithTheirTextAndNotLookedForOutsideTheirFolder) {
     std::filesystem::create_directory(folder / "sub");
     put_file(folder / "sub/dots.bmp", skin_file());
     std::filesystem::create_directory(folder / "sub/folder.bmp");
-    ASSERT_EQ(::mkfifo((folder / "sub/pipe.bmp").c_str(), 0600), 0); // none of these may hang
+    ASSERT_EQ(::mkfifo((folder / "sub/pipe.bmp").c_str(), 0600), 0);
     std::filesystem::create_symlink("/dev/zero", folder / "sub/endless.bmp");
     std::filesystem::create_symlink("ring.bmp", folder / "sub/ring.bmp");
     t.simulator->settings.last_file = folder / "sub/program.bas";
-    const std::string names[] = {
-        "../dots.bmp", "..\\dots.bmp", folder / "dots.bmp", "./dots.bmp", "..",
-        ".",           "C:dots.bmp",   "sub/dots.bmp",      "\\dots.bmp", "dots.bmp/",
-        "missing.bmp", "pipe.bmp",     "endless.bmp",       "ring.bmp",   "folder.bmp",
+    const auto told_of = [this](const std::string& name) {
+        EXPECT_EQ(load("dots.bmp"), "");
+        std::string text = load(name);
+        EXPECT_EQ(t.m.error_code, 0);
+        EXPECT_EQ(is_default(), name != "dots.bmp");
+        std::erase_if(text, [](char c) { return c == '\x01' || c == '|'; });
+        return std::regex_replace(text, std::regex(folder.path), "FOLDER");
     };
-    for (const std::string& name : names) {
-        SCOPED_TRACE(name);
-        ASSERT_EQ(load("dots.bmp"), "");
-        EXPECT_EQ(load(name), "SYSTEM 2\x01 \"" + name + "\"|");
-        EXPECT_TRUE(is_default());
-    }
+    const auto told_of_file = [&](const FileCase& row) {
+        put_file(folder / "sub/bad.bmp", changed(skin_file(), row.input));
+        const std::string text = told_of("bad.bmp");
+        EXPECT_EQ(t.m.error_detail.view(), "SYSTEM 8\x01" + text.substr(8));
+        return text;
+    };
+    const auto told_of_name = [&](const FileCase& row) {
+        return told_of(std::regex_replace(row.input, std::regex("FOLDER"), folder.path));
+    };
+    expect_cases("shell/skins.txt", {{"files", told_of_file}, {"names", told_of_name}});
 }
 
 TEST_F(Skins, LieInTheWorkingFolderWithoutAListing) {
@@ -196,28 +154,17 @@ TEST_F(Skins, ComeFromAProgramAndGoWithIt) {
     EXPECT_EQ(t.m.variables[0].number, 3);
 
     put_file(folder / "program.bas", "[P0]\n10 A=1\n");
-    const std::pair<const char*, std::function<void()>> rows[] = {
-        {"open", [this] { open_listing(*t.simulator, folder / "program.bas"); }},
-        {"reload", [this] { run_host_command(*t.simulator, COMMAND_RELOAD); }},
-        {"command line", [this] { run_host_command(*t.simulator, COMMAND_LINE); }},
-    };
-    for (const auto& [what, action] : rows) {
-        SCOPED_TRACE(what);
+    for (const int command : {0, +COMMAND_RELOAD, +COMMAND_LINE}) {
+        SCOPED_TRACE(command);
         ASSERT_EQ(load("dots.bmp"), "");
         t.tick();
-        action();
+        if (command == 0)
+            open_listing(*t.simulator, folder / "program.bas");
+        run_host_command(*t.simulator, command);
         EXPECT_TRUE(is_default());
         EXPECT_TRUE(simulator_tick(*t.simulator));
     }
-}
-
-TEST(GloadStatement, RefusesWhatIsNoName) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"GLOAD A", "ERR2 GLOAD 0"}, {"GLOAD A+1", "ERR2 GLOAD 0"},  {"GLOAD 5", "ERR2 GLOAD 1"},
-        {"GLOAD", "ERR2 GLOAD 1"},   {"GLOAD 1/0", "ERR3 SYSTEM 5"},
-    };
-    for (const auto& [line, error] : rows)
-        EXPECT_EQ(error_of(line), error) << line;
+    EXPECT_EQ(error_of("GLOAD 1/0"), "ERR3 SYSTEM 5");
 }
 
 } // namespace

@@ -22,33 +22,36 @@ constexpr const char* PIECES[] = {
     "PRINT ", "GOTO ", "GOSUB ", "FOR I=1 TO 3", "NEXT I", "IF A=1 THEN ", "DATA 1,\"X\"", "READ A", "INPUT ", "\\pi",
     "STOP", "END", "RETURN", "REM ", "MID$(", "SIN ", "CSR ", "LET ", "SET F ", "MODE ", "BEEP ", "ON A ", "\x01", "\xFF",
 };
+
+/// Statements that end without waiting for anything, one to a line.
+constexpr const char* STATEMENTS[] = {
+    "A=B+1*(2-C)", "A$=B$+\"XY\"", "$=MID$(1,2)", "LET A(3)=5", "PRINT A;\"X\";B$", "GOTO 20", "GOSUB 40",
+    "FOR I=1 TO 3 STEP 2", "READ A,B$", "RESTORE 30", "MODE 4", "SET F 3", "BEEP 1", "BEEPS 3,4,5", "A=LEN(\"AB\"+$)",
+    "A=RND(5.5,1)", "A$=STR$(5)+HEX$(255)", "A=NPR(5,2)+SQR 4", "PRINT CSR 4;PI", "A=DEG(1,2,3)", "A=VAL(\"12\")", "STOP",
+    "VAC", "GLOAD \"X\"", "RUN 20",
+};
 // clang-format on
 
 /// Changes to texts, the same on every run.
-class Mutator {
-public:
-    std::size_t below(std::size_t n) { return n == 0 ? 0 : engine_() % n; }
+struct Mutator {
+    std::mt19937_64 engine{740};
+
+    std::size_t below(std::size_t n) { return n == 0 ? 0 : engine() % n; }
 
     std::string mutate(std::string text) {
-        for (std::size_t count = 1 + below(4); count > 0; --count)
-            change(text);
+        for (std::size_t count = 1 + below(4); count > 0; --count) {
+            const std::size_t at = below(text.size() + 1);
+            const std::size_t length = std::min(below(12), text.size() - at);
+            switch (below(5)) {
+            case 0: text.erase(at, length); break;
+            case 1: text.insert(at, PIECES[below(std::size(PIECES))]); break;
+            case 2: text.replace(at, std::min<std::size_t>(1, length), 1, static_cast<char>(below(256))); break;
+            case 3: text.insert(below(text.size() + 1), text.substr(at, length)); break;
+            default: text.replace(at, length, PIECES[below(std::size(PIECES))]); break;
+            }
+        }
         return text;
     }
-
-private:
-    void change(std::string& text) {
-        const std::size_t at = below(text.size() + 1);
-        const std::size_t length = std::min(below(12), text.size() - at);
-        switch (below(5)) {
-        case 0: text.erase(at, length); break;
-        case 1: text.insert(at, PIECES[below(std::size(PIECES))]); break;
-        case 2: text.replace(at, std::min<std::size_t>(1, length), 1, static_cast<char>(below(256))); break;
-        case 3: text.insert(below(text.size() + 1), text.substr(at, length)); break;
-        default: text.replace(at, length, PIECES[below(std::size(PIECES))]); break;
-        }
-    }
-
-    std::mt19937_64 engine_{740};
 };
 
 std::vector<std::string> example_listings() {
@@ -84,16 +87,6 @@ TEST(CheckMutations, WhatPassesLoads) {
     EXPECT_GT(loaded - passed, COUNT / 10);
     EXPECT_GT(COUNT - loaded, COUNT / 10);
 }
-
-/// Statements that end without waiting for anything, one to a line.
-// clang-format off
-constexpr const char* STATEMENTS[] = {
-    "A=B+1*(2-C)", "A$=B$+\"XY\"", "$=MID$(1,2)", "LET A(3)=5", "PRINT A;\"X\";B$", "GOTO 20", "GOSUB 40",
-    "FOR I=1 TO 3 STEP 2", "READ A,B$", "RESTORE 30", "MODE 4", "SET F 3", "BEEP 1", "BEEPS 3,4,5", "A=LEN(\"AB\"+$)",
-    "A=RND(5.5,1)", "A$=STR$(5)+HEX$(255)", "A=NPR(5,2)+SQR 4", "PRINT CSR 4;PI", "A=DEG(1,2,3)", "A=VAL(\"12\")", "STOP",
-    "VAC", "GLOAD \"X\"", "RUN 20",
-};
-// clang-format on
 
 std::string program_of(const std::string& statement) {
     return "[P0]\n10 " + statement + "\n20 END\n30 DATA 1,2,3,4\n40 RETURN\n";

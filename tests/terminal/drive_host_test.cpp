@@ -28,6 +28,7 @@ struct Used : Driven {
         m().display_offset = 9;
         m().angle_unit = 9;
         m().zoom = 7;
+        m().random_seed = 99;
         m().entry_line.text = "typed";
         m().history[0] = "A=1";
         m().history_index = 0;
@@ -43,7 +44,10 @@ struct Used : Driven {
     }
 };
 
-/// The changes of the first number in the first state, and each that differs from them.
+const std::map<std::string, std::string> LISTINGS = {{"GOOD", "[P0]\n10 A=1\n[P2]\n"},
+                                                     {"FAULTY", "[P0]\n10 A=1\n10 B=1\n"}};
+
+/// The changes by each command or listing in each state; different ones one after the other.
 std::string changes_by_commands(const FileCase& row) {
     const std::size_t end = row.input.find(" in ");
     std::istringstream numbers(row.input.substr(0, end));
@@ -51,8 +55,14 @@ std::string changes_by_commands(const FileCase& row) {
     std::set<std::string> all_changes;
     for (std::string number; numbers >> number;) {
         for (const char state : states) {
-            if (state != ' ')
-                all_changes.insert(Used(state - '0').changed_by("host " + number));
+            if (state == ' ')
+                continue;
+            Used t(state - '0');
+            const bool is_command = std::isdigit(number[0]) != 0;
+            t.m().trace_mode = is_command ? 0 : 1;
+            const TemporaryFile file(LISTINGS.contains(number) ? LISTINGS.at(number) : "");
+            const std::string path = LISTINGS.contains(number) ? file.path : number;
+            all_changes.insert(t.changed_by(is_command ? "host " + number : "load " + path));
         }
     }
     std::string joined;
@@ -65,80 +75,41 @@ TEST(HostCommands, ChangeTheirFieldsAndNoOtherFromEveryState) {
     expect_cases("terminal/host_commands.txt", changes_by_commands);
 }
 
-TEST(HostCommands, OverdriveGivesBackTheIntervalThatItTook) {
-    for (const char* interval : {"1", "5", "30", "1000"}) {
-        Used t(STATE_RUN);
-        t.all("set cursor_interval 7; set timer_interval " + std::string(interval));
-        const Json before = t.state();
-        for (int round = 0; round < 2; ++round) {
-            t.all("host 40043");
-            EXPECT_EQ(t.state()["timer_interval"], 5);
-            t.all("host 40043");
-            EXPECT_EQ(t.state(), before);
-        }
-        EXPECT_EQ(t.m().cursor_interval, 7) << "blinking is not worked out anew";
-    }
-}
-
-// --- Listings ---
-
-struct Loads : ::testing::Test {
-    Loads() {
-        put_file(good, "[P0]\n10 A=1\n[P2]\n");
-        put_file(faulty, "[P0]\n10 A=1\n10 B=1\n");
-    }
-    TempFolder folder;
-    Used t{STATE_STOPPED};
-    std::string good = folder / "good one.bas";
-    std::string faulty = folder / "faulty.bas";
-    std::string& last_file = t.session.simulator->settings.last_file;
-};
-
-TEST_F(Loads, ReplaceEverythingButVariablesAndModes) {
-    t.m().random_seed = 99;
-    EXPECT_EQ(t.changed_by("load " + good),
-              "cur_line=0 data_pos=0 display= display_cursor=0 error_code=0 for_depth=0 gosub_depth=0 "
-              "kind_after_scroll=0 line_number=10 prev_state=0 print_mode=0 program_ended=0 random_seed=1 run_state=5 "
-              "saved_stmt_kind=0 saved_token=0 sound_holds_run=0 sound_ticks_left=0 state_after_scroll=0 "
-              "wait_counter=0 | stop-sound");
+TEST(HostCommands, LoadTheListingAgain) {
+    const TempFolder folder;
+    const std::string path = folder / "good one.bas";
+    put_file(path, "[P0]\n10 A=1\n[P2]\n");
+    Used t(STATE_STOPPED);
+    t.all("load " + path);
     EXPECT_EQ(window_title(*t.session.simulator), "Quillon Simulator. [good one.bas]");
-    put_file(good, "[P7]\n10 A=1\n");
+    put_file(path, "[P7]\n10 A=1\n");
     t.make_whole();
     t.all("run; tick; host 40014; tick");
     EXPECT_EQ(t.state()["visible"].get<std::string>().substr(8), "6_89") << "read anew";
-    std::filesystem::remove(good);
-    EXPECT_EQ(t.changed_by("host 40015"), "system_message=:[" + good + "] | stop-sound | message-box :[" + good + "]")
+    std::filesystem::remove(path);
+    EXPECT_EQ(t.changed_by("host 40015"), "system_message=:[" + path + "] | stop-sound | message-box :[" + path + "]")
         << "an editor may be saving it at this moment";
-    EXPECT_EQ(last_file, good);
+    EXPECT_EQ(t.session.simulator->settings.last_file, path);
+    t.all("set cursor_interval 7; host 40043; host 40043");
+    EXPECT_EQ(t.m().cursor_interval, 7) << "blinking is not worked out anew";
 }
 
-TEST_F(Loads, ThatCannotBeReadChangeNothing) {
-    last_file = good;
-    EXPECT_EQ(t.changed_by("load " + folder.path), "sound_holds_run=0 sound_ticks_left=0 system_message=:[" +
-                                                       folder.path + "] | stop-sound | message-box :[" + folder.path +
-                                                       "]");
-    EXPECT_EQ(last_file, good);
-}
-
-TEST_F(Loads, WithAFaultLeaveNoListing) {
+TEST(HostCommands, LeaveNoListingAfterAFaultyOne) {
+    const TemporaryFile good("[P0]\n10 A=1\n[P2]\n"), faulty("[P0]\n10 A=1\n10 B=1\n");
     for (const bool reload : {false, true}) {
         SCOPED_TRACE(reload);
-        Used used(STATE_RUN);
-        Simulator& s = *used.session.simulator;
-        used.all("host 40037");
-        s.settings.last_file = reload ? faulty : good;
+        Used t(STATE_RUN);
+        Simulator& s = *t.session.simulator;
+        s.settings.last_file = reload ? faulty.path : good.path;
         s.skin_name = "dots.bmp";
-        EXPECT_EQ(used.changed_by(reload ? "host 40015" : "load " + faulty),
-                  "cur_line=0 data_pos=0 display= display_cursor=0 error_code=0 error_detail= for_depth=0 "
-                  "gosub_depth=0 kind_after_scroll=0 line_number=0 prev_state=0 print_mode=0 program_ended=0 "
-                  "run_state=5 saved_stmt_kind=0 saved_token=0 skin= sound_holds_run=0 sound_ticks_left=0 "
-                  "state_after_scroll=0 system_message=:3 LINE trace_mode=0 wait_counter=0 | stop-sound | trace | "
-                  "message-box :3 LINE"); // its trace window closes
-        EXPECT_EQ(s.settings.last_file, reload ? "" : faulty) << "one that was named stays, to be mended";
-        EXPECT_EQ(used.m().data_index[0].kind, DataItem::END);
-        used.make_whole();
-        used.all("tick; run");
-        EXPECT_EQ(used.state()["visible"], "P 0123 56789") << "nothing is there to run";
+        t.all("host 40037");
+        t.all(reload ? "host 40015" : "load " + faulty.path);
+        EXPECT_EQ(s.settings.last_file, reload ? "" : faulty.path) << "one that was named stays, to be mended";
+        EXPECT_EQ(t.state()["skin"], "");
+        EXPECT_EQ(t.m().data_index[0].kind, DataItem::END);
+        t.make_whole();
+        t.all("tick; run");
+        EXPECT_EQ(t.state()["visible"], "P 0123 56789") << "nothing is there to run";
     }
 }
 

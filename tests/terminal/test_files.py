@@ -1,5 +1,6 @@
-"""The help of quillon-cli is what docs/terminal.md shows, bash completes all that the help names, and the highlighting
-files for editors name the words of the language."""
+"""The help of quillon-cli is what docs/terminal.md shows, bash completes all that the help names, the highlighting files
+for editors name the words of the language, every listing of examples/ prints what stands beside it, and a snapshot has
+the pixels whose checksum the driving protocol tells."""
 
 import json
 import os
@@ -7,6 +8,7 @@ import re
 import subprocess
 import tempfile
 import unittest
+import zlib
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -77,17 +79,13 @@ class Completion(unittest.TestCase):
 class EditorFiles(unittest.TestCase):
     """Each file names exactly the words of the vocabulary, once, and each sort in its own group."""
 
-    def group_of(self, code: int) -> str:
-        if code >= 510:
-            return "Statement"
-        return {19: "Constant", 14: "Operator", 279: "Operator", 286: "Operator"}.get(code, "Function")
-
     def words_of_vocabulary(self) -> list:
+        groups = {19: "Constant", 14: "Operator", 279: "Operator", 286: "Operator"}  # by code
         codes, words = {}, []
         text = (ROOT / "src" / "core" / "vocabulary.def").read_text(encoding="utf-8")
         for word, code, name in re.findall(r'^(?:WORD|ALSO)\("([A-Z][^"]*)", +(?:(\d+), )?(\w+)\)', text, re.MULTILINE):
-            codes.setdefault(name, code)
-            words.append((self.group_of(int(codes[name])), word))
+            code = int(codes.setdefault(name, code))
+            words.append(("Statement" if code >= 510 else groups.get(code, "Function"), word))
         return sorted(words)
 
     def test_vim(self):
@@ -104,6 +102,44 @@ class EditorFiles(unittest.TestCase):
         words = [(group, word) for name, group in groups.items()
                  for word in re.search(r"\(\?:(.*?)\)", matches[name])[1].replace("\\", "").split("|")]
         self.assertEqual(sorted(words), self.words_of_vocabulary())
+
+
+class Examples(unittest.TestCase):
+    """Beside a listing stand what it prints (.out), and its options (.args) and its input (.in) if it has any."""
+
+    def test_examples(self):
+        def beside(listing: Path, suffix: str) -> bytes:
+            path = listing.with_suffix(suffix)
+            return path.read_bytes() if path.exists() else b""
+
+        listings = sorted((ROOT / "examples").glob("*.bas"))
+        self.assertGreaterEqual(len(listings), 6)
+        check = subprocess.run([CLI, "check", *listings], capture_output=True, check=False)
+        self.assertEqual((check.returncode, check.stdout, check.stderr), (0, b"", b""))
+        for listing in listings:
+            with self.subTest(listing.name):
+                run = subprocess.run([CLI, "run", listing, *beside(listing, ".args").decode().split()],
+                                     input=beside(listing, ".in"), capture_output=True, check=False)
+                expected = (0, listing.with_suffix(".out").read_bytes(), b"")
+                self.assertEqual((run.returncode, run.stdout, run.stderr), expected)
+        for path in (ROOT / "examples").iterdir():
+            self.assertTrue(path.suffix not in (".out", ".args", ".in") or path.with_suffix(".bas") in listings, path)
+
+
+class Snapshot(unittest.TestCase):
+    def test_checksum(self):
+        with tempfile.TemporaryDirectory() as folder:
+            looks = ["", "tick", "command\ntick", "hold shift\ntick"]
+            lines = "\n".join(f"{commands}\nsnapshot {i} a.bmp\nlcd" for i, commands in enumerate(looks))
+            run = subprocess.run([CLI, "drive"], input=lines, capture_output=True, text=True, check=True, cwd=folder)
+            told = [json.loads(line)["crc32"] for line in run.stdout.split("\n") if "crc32" in line]
+            self.assertEqual(sorted(os.listdir(folder)), [f"{i} a.bmp" for i in range(len(looks))])
+            files = [Path(folder, f"{i} a.bmp").read_bytes()[54:] for i in range(len(looks))]
+        for checksum, pixels in zip(told, files):
+            rows = [pixels[at:at + 1176] for at in range(87 * 1176, -1, -1176)]  # the file has them from the bottom up
+            rgb = b"".join(row[x:x + 3][::-1] for row in rows for x in range(0, 1176, 3))
+            self.assertEqual(checksum, f"{zlib.crc32(rgb):08x}")
+        self.assertEqual(len(set(told)), len(looks), "another picture each time")
 
 
 if __name__ == "__main__":
