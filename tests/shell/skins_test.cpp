@@ -100,6 +100,7 @@ TEST_F(Skins, TakeEveryPixelAndColourFromTheFile) {
 TEST_F(Skins, AreRefusedWithTheirTextAndNotLookedForOutsideTheirFolder) {
     std::filesystem::create_directory(folder / "sub");
     put_file(folder / "sub/dots.bmp", skin_file());
+    put_file(folder / "sub/\\dots.bmp", skin_file());
     std::filesystem::create_directory(folder / "sub/folder.bmp");
     ASSERT_EQ(::mkfifo((folder / "sub/pipe.bmp").c_str(), 0600), 0);
     std::filesystem::create_symlink("/dev/zero", folder / "sub/endless.bmp");
