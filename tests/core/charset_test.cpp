@@ -1,27 +1,16 @@
 // Escapes of special characters, and how the character set looks outside the machine.
 #include "core/charset.h"
 
+#include "tests/support/cases_file.h"
 #include "tests/support/evaluation.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <string>
-#include <vector>
 
 namespace quillon::testing {
 namespace {
-
-struct Escape {
-    const char* letters;
-    int byte;
-};
-
-constexpr Escape ESCAPES[] = {
-    {"ua", 0x5E}, {"cs", 0x80}, {"le", 0x81}, {"ne", 0x82}, {"ge", 0x83}, {"la", 0x84}, {"da", 0x85}, {"ra", 0x86},
-    {"pi", 0x87}, {"ci", 0x88}, {"sq", 0x89}, {"tr", 0x8A}, {"cr", 0x8B}, {"dv", 0x8C}, {"ex", 0x8D}, {"dt", 0x8E},
-    {"dg", 0x8F}, {"sp", 0x90}, {"ht", 0x91}, {"di", 0x92}, {"cl", 0x93}, {"bx", 0x94}, {"sg", 0x95}, {"om", 0x96},
-    {"mu", 0x97}, {"bs", 0x98}, {"h2", 0x9B}, {"em", 0x9C}, {"c2", 0x9D}, {"s2", 0x9E}, {"d2", 0x9F},
-};
 
 /// What `read_char` yields for the first character of a text, and how many bytes it passes.
 std::pair<int, int> read_first(std::string_view text) {
@@ -31,14 +20,55 @@ std::pair<int, int> read_first(std::string_view text) {
     return {byte, static_cast<int>(at - line.begin())};
 }
 
-TEST(Charset, EscapesAreReadInAnyLetterCase) {
-    for (const Escape& escape : ESCAPES) {
-        const char a = escape.letters[0];
-        const char b = escape.letters[1];
-        for (const std::string& text : {std::string{'\\', a, b, 'x'}, std::string{'\\', to_upper(a), b, 'x'},
-                                        std::string{'\\', a, to_upper(b)}, std::string{'\\', to_upper(a), to_upper(b)}})
-            EXPECT_EQ(read_first(text), std::pair(escape.byte, 3)) << text;
+std::string escaped_byte(int byte) {
+    char out[8];
+    return escape_text(std::string(1, static_cast<char>(byte)), out, sizeof out);
+}
+
+/// "87 π": what an escape stands for, in any letter case.
+std::string meaning_of(const std::string& escape) {
+    const int byte = read_first(escape).first;
+    const char a = escape[1];
+    const char b = escape[2];
+    for (const std::string& text : {std::string{'\\', a, b, 'x'}, std::string{'\\', to_upper(a), b, 'x'},
+                                    std::string{'\\', a, to_upper(b)}, std::string{'\\', to_upper(a), to_upper(b)}})
+        EXPECT_EQ(read_first(text), std::pair(byte, 3)) << text;
+    if (byte >= 0x80) { // the others show as they are
+        EXPECT_EQ(escape_letters(static_cast<unsigned char>(byte)), escape.substr(1));
+        EXPECT_EQ(escaped_byte(byte), escape);
     }
+    char hex[8];
+    std::snprintf(hex, sizeof hex, "%02x ", byte);
+    return hex + std::string(unicode_of(static_cast<unsigned char>(byte)));
+}
+
+TEST(Charset, HasEscapesAndTheLooksOfTheFont) {
+    std::string all;
+    std::string looks;
+    std::string special;
+    expect_cases("core/charset.txt", [&](const FileCase& row) {
+        special += static_cast<char>(read_first(row.input).first);
+        return meaning_of(row.input);
+    });
+    for (int byte = 0; byte < 256; ++byte) {
+        const char c = static_cast<char>(byte);
+        all += c;
+        looks += unicode_of(as_byte(c));
+        if (special.find(c) != std::string::npos)
+            continue;
+        if (byte >= 0x80) {
+            EXPECT_EQ(escaped_byte(byte), "?") << byte;
+        }
+        const bool printable = byte >= 0x20 && byte < 0x7F;
+        const bool blank = byte == 0x99 || byte == 0x9A;
+        const std::string look = c == '\\'      ? "¥"
+                                 : byte == 0x7F ? "◀"
+                                 : printable    ? std::string(1, c)
+                                 : blank        ? " "
+                                                : "█";
+        EXPECT_EQ(unicode_of(as_byte(c)), look) << byte;
+    }
+    EXPECT_EQ(to_unicode(all), looks);
 }
 
 TEST(Charset, EdgesOfEscapes) {
@@ -58,52 +88,12 @@ TEST(Charset, EdgesOfEscapes) {
     EXPECT_EQ(read_first("\nA").second, 0);
 }
 
-TEST(Charset, SpecialCharactersHaveTheirEscape) {
-    std::string known(256, '\0');
-    for (const Escape& escape : ESCAPES) {
-        if (escape.byte >= 0x80) {
-            EXPECT_EQ(escape_letters(static_cast<unsigned char>(escape.byte)), escape.letters);
-            known[static_cast<std::size_t>(escape.byte)] = 1;
-        }
-    }
-    for (int byte = 0x80; byte < 256; ++byte) {
-        char out[8];
-        const std::string text(1, static_cast<char>(byte));
-        const std::string escaped = escape_text(text, out, sizeof out);
-        if (known[static_cast<std::size_t>(byte)] == 0)
-            EXPECT_EQ(escaped, "?") << byte;
-        else
-            EXPECT_EQ(read_first(escaped), std::pair(byte, 3));
-    }
-}
-
 TEST(Charset, EscapedTextsHoldWholeEscapesOnly) {
     const char* const by_size[] = {"", "", "A", "A", "A", "A\\pi", "A\\piB", "A\\piB", "A\\piB"};
     for (std::size_t size = 1; size < std::size(by_size); ++size) {
         const std::unique_ptr<char[]> out = std::make_unique<char[]>(size);
         EXPECT_STREQ(escape_text("A\207B", out.get(), size), by_size[size]) << size;
     }
-}
-
-TEST(Charset, LooksLikeTheFontOutside) {
-    std::vector<std::string> expected(256, "█");
-    for (int byte = 0x20; byte < 0x7F; ++byte)
-        expected[static_cast<std::size_t>(byte)] = static_cast<char>(byte);
-    expected[0x5C] = "¥";
-    expected[0x5E] = "↑";
-    expected[0x7F] = "◀";
-    const char* const special[] = {"_", "≤", "≠", "≥", "←", "↓", "→", "π", "○",  "□", "△", "×", "÷",  "ᴇ", "·", "°",
-                                   "♠", "♥", "♦", "♣", "█", "Σ", "Ω", "μ", "\\", " ", " ", "♡", "ᴇ-", "♧", "♤", "♢"};
-    for (std::size_t i = 0; i < std::size(special); ++i)
-        expected[0x80 + i] = special[i];
-    std::string all;
-    std::string joined;
-    for (int byte = 0; byte < 256; ++byte) {
-        EXPECT_EQ(unicode_of(static_cast<unsigned char>(byte)), expected[static_cast<std::size_t>(byte)]) << byte;
-        all += static_cast<char>(byte);
-        joined += expected[static_cast<std::size_t>(byte)];
-    }
-    EXPECT_EQ(to_unicode(all), joined);
 }
 
 } // namespace

@@ -2,8 +2,8 @@
 #include "core/data_index.h"
 
 #include "core/listing.h"
+#include "tests/support/cases_file.h"
 #include "tests/support/evaluation.h"
-#include "tests/support/table.h"
 #include "tests/support/test_machine.h"
 
 #include <gtest/gtest.h>
@@ -35,44 +35,33 @@ protected:
     Machine& m = machine.m;
 
     std::string outcome(std::string_view listing) { return machine.load(listing) ? index_of(m) : system_message_of(m); }
+
+    /// Of line 10 in P0, with and without a line feed behind it.
+    std::string outcome_of_line(const std::string& line) {
+        const std::string index = outcome("[P0]\n10 " + line + "\n");
+        EXPECT_EQ(outcome("[P0]\n10 " + line), index) << line;
+        return index;
+    }
 };
 
-TEST_F(DataIndex, ItemsOfALine) {
-    std::vector<Case> lines = cases(R"(
-        P0                          REM DATA 1        REM:DATA 1          A$="DATA 1"      A$=":DATA 1     PRINT
-        P0 10:                      DATA              data :
-        P0 10: '1'                  DATA 1            DATA 1,             DATA 1,:A=1      PRINT A DATA 1
-        P0 10: '1'                  A(9=:DATA 1       FOO 1.2.3 "\zz" &Z:DATA 1            RESTORE:READ A:DATA 1
-        P0 10: '1' '2'              DATA 1,2          data 1 , 2 :A=3     IF A THEN DATA 1,2
-        P0 10: '1' 10: '2'          DATA 1:DATA 2     A=1:DATA 1:B=2:DATA 2
-        P0 10: 10: '1'              DATA:DATA 1
-        P0 10: 'A' '' 'B'           DATA A,,B         DATA "A","","B"     DATA A,"",B
-        P0 10: '' 'A'               DATA ,A           DATA "","A"
-        P0 10: 'AB' 'C D'           DATA AB , C D     DATA "AB","C D      DATA "AB" , "C D" :A=1
-        P0 10: 'A:B'                DATA "A:B":PRINT 3
-        P0 10: 'A"B' 'C"D'          DATA A"B,C"D      DATA A\"B,"C\"D"
-        P0 10: '-1.5E3' '&HFF'      DATA -1.5E3,&HFF
-        SYSTEM 71                   DATA "A"B         DATA "A" "B"
-    )");
+TEST_F(DataIndex, ItemsOfLines) {
+    expect_cases("core/data_index.txt", [this](const FileCase& row) { return outcome_of_line(row.input); });
     const std::string longest(63, 'x');
-    const Case others[] = {
-        {"DATA   AB  , \tC D\t ", "P0 10: 'AB' 'C D'"},
-        {"DATA \"  AB  \"  ,  \"C,D\"  ", "P0 10: '  AB  ' 'C,D'"},
-        {"DATA A\r", "P0 10: 'A'"},
-        {"DATA A,\"B\r", "P0 10: 'A' 'B'"},
-        {R"(DATA \pi,"\PI",\\)", "P0 10: '\207' '\207' '\\'"},
-        {"DATA " + longest + ",y", "P0 10: '" + longest + "' 'y'"},
-        {"DATA " + longest + "x,y", "P0 10: '" + longest + "' 'y'"},
-        {"DATA \"" + longest + longest + "\",y", "P0 10: '" + longest + "' 'y'"},
-        {"DATA x" + std::string(80, ' ') + ",y", "P0 10: 'x' 'y'"},
+    const std::pair<std::string, std::string> others[] = {
+        {"DATA   AB  , \tC D\t ", "'AB' 'C D'"},
+        {"DATA \"  AB  \"  ,  \"C,D\"  ", "'  AB  ' 'C,D'"},
+        {"DATA A\r", "'A'"},
+        {"DATA A,\"B\r", "'A' 'B'"},
+        {R"(DATA \pi,"\PI",\\)", "'\207' '\207' '\\'"},
+        {"DATA " + longest + ",y", "'" + longest + "' 'y'"},
+        {"DATA " + longest + "x,y", "'" + longest + "' 'y'"},
+        {"DATA \"" + longest + longest + "\",y", "'" + longest + "' 'y'"},
+        {"DATA x" + std::string(80, ' ') + ",y", "'x' 'y'"},
     };
-    lines.insert(lines.end(), std::begin(others), std::end(others));
+    for (const auto& [line, items] : others)
+        EXPECT_EQ(outcome_of_line(line), "P0 10: " + items) << line;
     EXPECT_EQ(outcome("[P7]\n10 DATA A\n20 DATA B\n[P2]\n5 DATA C\n[P4]\n[P0]\n1 PRINT\n"),
               "P0 P2 5: 'C' P4 P7 10: 'A' 20: 'B'");
-    for (const Case& line : lines) {
-        EXPECT_EQ(outcome("[P0]\n10 " + line.text + "\n"), line.outcome) << line.text;
-        EXPECT_EQ(outcome("[P0]\n10 " + line.text), line.outcome) << line.text << " without a line feed";
-    }
 }
 
 TEST_F(DataIndex, RunsNothing) {
@@ -83,37 +72,19 @@ TEST_F(DataIndex, RunsNothing) {
     EXPECT_EQ(m.error_code, ERROR_NONE);
 }
 
-/// A listing whose index has so many entries: the area, and a line with one item on every line.
-std::string listing_of(int entries) {
-    std::string text = "[P0]\n";
-    int lines = 0;
-    for (entries -= 1; entries >= 2; entries -= 2)
-        text += std::to_string(++lines) + " DATA x\n";
-    if (entries == 1)
-        text.insert(text.size() - 1, ",y");
-    return text;
-}
-
 TEST_F(DataIndex, HoldsFiveHundredAndTwelveEntries) {
-    const auto entries = [this] {
-        int count = 0;
-        while (count < DATA_INDEX_SIZE && m.data_index[static_cast<std::size_t>(count)].kind != DataItem::END)
-            ++count;
-        return count;
-    };
-    EXPECT_TRUE(machine.load(listing_of(511)));
-    EXPECT_EQ(entries(), 511) << "and the end entry is the last";
-    for (const int count : {512, 513, 514, 1000}) {
-        EXPECT_FALSE(machine.load(listing_of(count))) << count;
-        EXPECT_TRUE(system_message_of(m).starts_with("SYSTEM 70(MAX:512)")) << system_message_of(m);
-        EXPECT_EQ(entries(), 0);
+    std::string items; // with the area and the line two entries more; the end needs one
+    for (int i = 0; i < 508; ++i)
+        items += "x,";
+    EXPECT_TRUE(machine.load("[P0]\n1 DATA " + items + "y\n"));
+    EXPECT_EQ(m.data_index[510].text.view(), "y");
+    EXPECT_EQ(m.data_index[511].kind, DataItem::END);
+    const std::string lines = "[P0]\n1 DATA " + items + "\n";
+    for (const char* more : {"2 DATA x\n", "2 DATA x\n3 DATA y\n", "[P1]\n1 DATA x,y,z\n[P2]\n"}) {
+        EXPECT_FALSE(machine.load(lines + more)) << more;
+        EXPECT_EQ(system_message_of(m).substr(0, 18), "SYSTEM 70(MAX:512)") << more;
+        EXPECT_EQ(index_of(m), "") << more;
     }
-    std::string items = "[P0]\n1 DATA 0";
-    for (int i = 1; i < 509; ++i)
-        items += "," + std::to_string(i);
-    EXPECT_TRUE(machine.load(items + "\n"));
-    EXPECT_EQ(entries(), 511);
-    EXPECT_FALSE(machine.load(items + ",x,y\n"));
 }
 
 TEST_F(DataIndex, FindsTheDataOfAnArea) {
@@ -126,7 +97,7 @@ TEST_F(DataIndex, FindsTheDataOfAnArea) {
         EXPECT_EQ(m.data_pos, first) << area;
         EXPECT_EQ(m.error_code, ERROR_NONE);
     }
-    EXPECT_TRUE(system_message_of(m).starts_with("SYSTEM 72")) << system_message_of(m);
+    EXPECT_EQ(system_message_of(m).substr(0, 9), "SYSTEM 72");
 }
 
 } // namespace

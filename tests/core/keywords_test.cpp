@@ -2,45 +2,16 @@
 #include "core/keywords.h"
 
 #include "core/charset.h"
+#include "tests/support/cases_file.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <string>
-#include <vector>
 
 namespace quillon::testing {
 namespace {
-
-struct Row {
-    const char* word;
-    int code;
-};
-
-// In registration order. The three bytes are PI, EX and EM as characters.
-// clang-format off
-constexpr Row WORDS[] = {
-    {"BREAK", 511},  {"BREAKA", 510}, {"=", 256},      {"-", 10},       {"+", 11},       {"*", 12},
-    {"/", 13},       {"&", 15},       {"|", 16},       {"^", 17},       {"~", 18},       {"MOD", 14},
-    {"SIN", 257},    {"COS", 258},    {"TAN", 259},    {"ASN", 260},    {"ACS", 261},    {"ATN", 262},
-    {"SQR", 263},    {"EXP", 264},    {"LN", 265},     {"LOG", 266},    {"INT", 267},    {"FRAC", 268},
-    {"ABS", 269},    {"SGN", 284},    {"CSR", 270},    {"KEY", 271},    {"KEY$", 271},   {"LEN", 272},
-    {"MID", 273},    {"MID$", 273},   {"VAL", 274},    {"STR$", 287},   {"PI", 19},      {"EX", 279},
-    {"EM", 286},     {"RAN#", 278},   {"RND", 277},    {"DEG", 288},    {"DMS$", 289},   {"HEX$", 290},
-    {"HYPSIN", 291}, {"HYPCOS", 292}, {"HYPTAN", 293}, {"HYPASN", 294}, {"HYPACS", 295}, {"HYPATN", 296},
-    {"REC", 297},    {"POL", 298},    {"FACT", 299},   {"NPR", 300},    {"NCR", 301},    {"EOX", 302},
-    {"EOY", 303},    {"CUR", 304},    {"\x87", 19},    {"\x8D", 279},   {"\x9C", 286},   {"INPUT", 515},
-    {"PRINT", 516},  {"GOTO", 517},   {"FOR", 518},    {"TO", 542},     {"STEP", 543},   {"NEXT", 519},
-    {"IF", 520},     {"THEN", 521},   {"GOSUB", 522},  {"RETURN", 523}, {"STOP", 524},   {"END", 525},
-    {"RUN", 526},    {"LIST", 527},   {"LIST_A", 528}, {"MODE", 529},   {"SET", 530},    {"VAC", 531},
-    {"REM", 544},    {"CLEAR", 532},  {"CLEAR_A", 533},                 {"DEFM", 534},   {"SAVE", 535},
-    {"SAVE_A", 536}, {"LOAD", 537},   {"LOAD_A", 538}, {"PUT", 539},    {"GET", 540},    {"VER", 541},
-    {"VERIFY", 541}, {"BEEP", 545},   {"COMMAND", 546},                 {"BEEPWAIT", 547},
-    {"BEEPS", 548},  {"LET", 550},    {"PASS", 549},   {"ON", 551},     {"DATA", 552},   {"READ", 553},
-    {"RESTORE", 554},                 {"DIM", 555},    {"READ#", 556},  {"RESTORE#", 557},
-    {"WRITE#", 558}, {"GLOAD", 559},
-};
-// clang-format on
 
 constexpr int SLOT_COUNT = 4500;
 
@@ -53,29 +24,30 @@ int slot_of(std::string_view word) {
 }
 
 std::string lower(std::string word) {
-    for (char& c : word)
-        c = to_lower(c);
+    std::transform(word.begin(), word.end(), word.begin(), to_lower);
     return word;
 }
 
-TEST(Keywords, EveryWordYieldsItsOwnCodeInAnyLetterCase) {
-    for (const Row& row : WORDS) {
-        std::string mixed = row.word;
-        for (std::size_t i = 1; i < mixed.size(); i += 2)
-            mixed[i] = to_lower(mixed[i]);
-        EXPECT_EQ(lookup_keyword(row.word), row.code) << row.word;
-        EXPECT_EQ(lookup_keyword(lower(row.word)), row.code) << row.word;
-        EXPECT_EQ(lookup_keyword(mixed), row.code) << row.word;
-    }
+/// The code of a word in any letter case.
+std::string code_of(const std::string& word) {
+    std::string mixed = word;
+    for (std::size_t i = 1; i < mixed.size(); i += 2)
+        mixed[i] = to_lower(mixed[i]);
+    const int code = lookup_keyword(word);
+    EXPECT_EQ(lookup_keyword(lower(word)), code) << word;
+    EXPECT_EQ(lookup_keyword(mixed), code) << word;
+    return std::to_string(code);
 }
 
-TEST(Keywords, AnyOtherWordYieldsWhatWasRegisteredLastInItsSlot) {
+TEST(Keywords, HaveTheirCodesAndAnyOtherWordThatOfTheLastInItsSlot) {
     std::map<int, int> codes;
     std::map<std::string, int> words;
-    for (const Row& row : WORDS) {
-        codes[slot_of(row.word)] = row.code;
-        words[lower(row.word)] = row.code;
-    }
+    expect_cases("core/keywords.txt", [&](const FileCase& row) {
+        const char* first = row.input.c_str();
+        const std::string word = row.input[0] == '\\' ? std::string(1, static_cast<char>(read_char(first))) : row.input;
+        codes[slot_of(word)] = words[lower(word)] = std::stoi(row.expected);
+        return code_of(word);
+    });
     std::map<int, int> strangers; // code -> how many words outside the vocabulary yield it
     int negative = 0;             // slots, which are empty
     for (const std::string prefix : {"", "abcdefgh"}) {

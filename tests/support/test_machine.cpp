@@ -28,11 +28,6 @@ MessageCatalogue naming_catalogue() {
     return catalogue;
 }
 
-std::string escaped(std::string_view text) {
-    std::string out(text.size() * 3 + 1, '\0');
-    return escape_text(text, out.data(), out.size());
-}
-
 std::string_view without_trailing_blanks(std::string_view text) {
     return text.substr(0, text.find_last_not_of(' ') + 1);
 }
@@ -119,6 +114,11 @@ std::string TestMachine::detail() const {
     return std::string(text.substr(0, text.find("\r\n\r\n")));
 }
 
+std::string escaped(std::string_view text) {
+    std::string out(text.size() * 3 + 1, '\0');
+    return escape_text(text, out.data(), out.size());
+}
+
 std::string shown_by(std::string_view lines) {
     TestMachine machine;
     machine.start(lines);
@@ -135,15 +135,6 @@ std::string error_of(std::string_view lines) {
     if (machine.m.error_code == ERROR_NONE)
         return "ok";
     return machine.display().substr(0, machine.display().find(' ')) + " " + machine.detail_id();
-}
-
-std::string value_of(std::string_view expression) {
-    const std::string line = "PRINT " + std::string(expression);
-    const std::string failure = error_of(line);
-    if (failure != "ok")
-        return failure;
-    const std::string shown = shown_by(line);
-    return shown.substr(shown.starts_with(' ') ? 1 : 0);
 }
 
 } // namespace quillon::testing

@@ -51,12 +51,11 @@ struct TestMachine {
     [[nodiscard]] std::string detail() const;
 };
 
+/// Text with its special characters as escapes.
+std::string escaped(std::string_view text);
+
 /// The shown lines of a program, joined by "|".
 std::string shown_by(std::string_view lines);
-
-/// What an expression gives: its text as PRINT shows it after "SET N", without the sign blank; or "ERRn SECTION
-/// number".
-std::string value_of(std::string_view expression);
 
 /// How a statement fails: "ERRn SECTION number"; "ok" when it does not.
 std::string error_of(std::string_view lines);
