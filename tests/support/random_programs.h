@@ -27,16 +27,7 @@ public:
 private:
     std::mt19937 engine_;
 
-    std::string pick(const char* const* first, int count) { return first[below(count)]; }
-    std::string variable();
-    std::string number();
-    std::string expression(int depth);
-    std::string factor(int depth);
-    std::string text(int depth);
-    std::string condition();
-    std::string target();
-    std::string statement();
-    std::string simple_statement();
+    std::string made_of(const std::string& part, int depth);
 };
 
 } // namespace quillon::testing

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
+#include <type_traits>
 
 namespace quillon::testing {
 namespace {
@@ -42,76 +42,72 @@ std::string place_of(const Machine& m, const char* position) {
     return *position == '\0' ? "empty" : "elsewhere";
 }
 
-std::string cell_name(const Machine& m, const Variable* cell) {
-    return cell != nullptr ? std::to_string(cell - m.variables.data()) : "none";
-}
-
 /// Bit by bit, so that the zeros differ and not-a-numbers do not.
 std::string number_text(double x) {
     return std::to_string(std::bit_cast<std::uint64_t>(x)) + " (" + std::to_string(x) + ")";
 }
 
+std::string cell_name(const Machine& m, const Variable* cell) {
+    return cell != nullptr ? std::to_string(cell - m.variables.data()) : "none";
+}
+
+/// Words with blanks between them.
+template <typename... Words>
+std::string joined(const Words&... words) {
+    std::string text;
+    const auto add = [&text](const auto& word) {
+        if constexpr (std::is_arithmetic_v<std::decay_t<decltype(word)>>)
+            text += std::to_string(word);
+        else
+            text += word;
+        text += ' ';
+    };
+    (add(words), ...);
+    return text;
+}
+
 /// A value but for what its kind makes meaningless.
 std::string value_text(const Machine& m, const Value& value) {
-    return std::to_string(value.kind) + " " + cell_name(m, value.variable) + " " + number_text(value.number) + " " +
-           std::to_string(value.complete) + " " + std::string(value.text.view());
+    return joined(value.kind, cell_name(m, value.variable), number_text(value.number), value.complete,
+                  value.text.view());
 }
 
 std::string frames_text(const Machine& m) {
     std::string text;
     for (int i = 0; i < m.for_depth; ++i) {
         const ForFrame& frame = m.for_frames[i];
-        text += "for " + cell_name(m, frame.variable) + " " + number_text(frame.step) + " " + number_text(frame.limit) +
-                " " + std::to_string(frame.line) + " " + std::to_string(frame.area) + " " + place_of(m, frame.text);
+        text += joined("for", cell_name(m, frame.variable), number_text(frame.step), number_text(frame.limit),
+                       frame.line, frame.area, place_of(m, frame.text));
     }
     for (int i = 0; i < m.gosub_depth; ++i) {
         const GosubFrame& frame = m.gosub_frames[i];
-        text +=
-            "gosub " + std::to_string(frame.line) + " " + std::to_string(frame.area) + " " + place_of(m, frame.text);
+        text += joined("gosub", frame.line, frame.area, place_of(m, frame.text));
     }
     return text;
 }
 
-std::string position_text(const Machine& m) {
-    return place_of(m, m.stmt_start) + ", " + place_of(m, m.scan_ptr) + ", " + place_of(m, m.token_start) + ", " +
-           place_of(m, m.saved_scan_ptr);
-}
+struct TextField {
+    const char* name;
+    std::string (*text)(const Machine& m);
+};
+
+// clang-format off
+constexpr TextField TEXT_FIELDS[] = {
+    {"positions", [](const Machine& m) { return joined(place_of(m, m.stmt_start), place_of(m, m.scan_ptr),
+                                                       place_of(m, m.token_start), place_of(m, m.saved_scan_ptr)); }},
+    {"value",     [](const Machine& m) { return value_text(m, m.value); }},
+    {"entry",     [](const Machine& m) { return value_text(m, m.entry_line); }},
+    {"frames",    frames_text},
+    {"numbers",   [](const Machine& m) { return joined(number_text(m.last_result), m.random_seed); }},
+    {"display",   [](const Machine& m) { return std::string(m.display_line, sizeof m.display_line); }},
+    {"texts",     [](const Machine& m) { return joined(m.pending_print_text.view(), m.error_detail.view(),
+                                                       m.system_message.c_str(), m.key_string.view()); }},
+};
+// clang-format on
 
 bool same_cell(const Variable& a, const Variable& b) {
     return a.kind == b.kind && a.string_flag == b.string_flag && a.text.view() == b.text.view() &&
            std::bit_cast<std::uint64_t>(a.number) == std::bit_cast<std::uint64_t>(b.number);
-}
-
-std::string cells_difference(const Machine& a, const Machine& b) {
-    for (std::size_t i = 0; i < a.variables.size(); ++i) {
-        if (!same_cell(a.variables[i], b.variables[i]))
-            return "cell " + std::to_string(i) + ": " + number_text(a.variables[i].number) + " and " +
-                   number_text(b.variables[i].number);
-    }
-    return {};
-}
-
-std::string text_difference(const char* name, std::string_view a, std::string_view b) {
-    return a == b ? std::string() : name + (": " + std::string(a)) + " and " + std::string(b);
-}
-
-std::string texts_difference(const Machine& a, const Machine& b) {
-    const std::string differences[] = {
-        text_difference("positions", position_text(a), position_text(b)),
-        text_difference("value", value_text(a, a.value), value_text(b, b.value)),
-        text_difference("entry", value_text(a, a.entry_line), value_text(b, b.entry_line)),
-        text_difference("frames", frames_text(a), frames_text(b)),
-        text_difference("last result", number_text(a.last_result), number_text(b.last_result)),
-        text_difference("random seed", std::to_string(a.random_seed), std::to_string(b.random_seed)),
-        text_difference("display", {a.display_line, sizeof a.display_line}, {b.display_line, sizeof b.display_line}),
-        text_difference("pending text", a.pending_print_text, b.pending_print_text),
-        text_difference("detail", a.error_detail, b.error_detail),
-        text_difference("system message", a.system_message, b.system_message),
-        text_difference("key", a.key_string, b.key_string),
-    };
-    const auto* found =
-        std::find_if(std::begin(differences), std::end(differences), [](const auto& text) { return !text.empty(); });
-    return found != std::end(differences) ? *found : std::string();
 }
 
 } // namespace
@@ -119,11 +115,17 @@ std::string texts_difference(const Machine& a, const Machine& b) {
 std::string record_difference(const Machine& a, const Machine& b) {
     for (const IntField& field : INT_FIELDS) {
         if (a.*field.field != b.*field.field)
-            return std::string(field.name) + ": " + std::to_string(a.*field.field) + " and " +
-                   std::to_string(b.*field.field);
+            return joined(field.name, a.*field.field, "and", b.*field.field);
     }
-    const std::string cells = cells_difference(a, b);
-    return cells.empty() ? texts_difference(a, b) : cells;
+    for (std::size_t i = 0; i < a.variables.size(); ++i) {
+        if (!same_cell(a.variables[i], b.variables[i]))
+            return joined("cell", i, number_text(a.variables[i].number), "and", number_text(b.variables[i].number));
+    }
+    for (const TextField& field : TEXT_FIELDS) {
+        if (field.text(a) != field.text(b))
+            return joined(field.name, field.text(a), "and", field.text(b));
+    }
+    return {};
 }
 
 } // namespace quillon::testing
