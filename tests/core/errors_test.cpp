@@ -2,7 +2,7 @@
 #include "core/errors.h"
 
 #include "tests/support/evaluation.h"
-#include "tests/support/test_machine.h"
+#include "tests/support/scripts.h"
 
 #include <gtest/gtest.h>
 
@@ -40,11 +40,7 @@ protected:
 
 TEST_F(Errors, TheDetailEndsWithItsPlace) {
     m.catalogue = plain_catalogue();
-    struct Row {
-        std::string lines;
-        std::string detail;
-    };
-    const Row rows[] = {
+    const std::pair<std::string, std::string> rows[] = {
         {"10 A=1\n30 FOO 5\n", "Unknown:\"foo\"" + block(1, 30, "FOO 5")},
         {"10 A=1:  FOO:B=2\n", "Unknown:\"foo\"" + block(0, 10, "FOO:B=2")},
         {"10 A=1/0\n", "100%s of zero" + block(0, 10, "")},
@@ -58,9 +54,9 @@ TEST_F(Errors, TheDetailEndsWithItsPlace) {
         {"10 |" + std::string(40, 'x') + "\x87",
          "Unknown:0x007c (TOKEN_ID)" + block(0, 10, "|" + std::string(31, 'x'))},
     };
-    for (const Row& row : rows) {
-        run_area_2(row.lines);
-        EXPECT_EQ(m.error_detail.view(), row.detail) << row.lines;
+    for (const auto& [lines, detail] : rows) {
+        run_area_2(lines);
+        EXPECT_EQ(m.error_detail.view(), detail) << lines;
     }
 }
 
@@ -77,9 +73,7 @@ TEST_F(Errors, ACommandLineHasNoPlace) {
     m.run_state = STATE_COMMAND;
     EXPECT_EQ(outcome_of(m, "1/0"), "ERR3 100%s of zero");
     EXPECT_EQ(m.error_detail.view(), "100%s of zero");
-    EXPECT_EQ(machine.display(), "ERR3");
-    EXPECT_EQ(m.display_cursor, 4);
-    EXPECT_EQ(m.run_state, STATE_COMMAND_ERROR);
+    EXPECT_EQ(moment(machine), "command-error 0 4 [ERR3]");
     EXPECT_EQ(m.prev_state, STATE_COMMAND);
 }
 
@@ -93,8 +87,7 @@ TEST_F(Errors, TheDisplayNamesAreaAndLine) {
         run_area_2(lines);
         EXPECT_EQ(machine.display(), shown) << lines;
         EXPECT_EQ(m.display_cursor, static_cast<int>(std::string_view(shown).size()));
-        EXPECT_EQ(m.run_state, STATE_ENDED);
-        EXPECT_EQ(m.prev_state, STATE_RUN);
+        EXPECT_EQ(std::pair(m.run_state, m.prev_state), std::pair(int{STATE_ENDED}, int{STATE_RUN})) << lines;
     }
 }
 

@@ -1,4 +1,5 @@
-// Expressions: precedence, operand kinds, strings, the range of factors, nesting, and the errors of all levels.
+// Statements, expressions and cells: precedence, operand kinds, strings, the range of factors, nesting, assignments,
+// how a statement ends, subscripts, and the errors of all levels.
 #include "core/interpreter.h"
 
 #include "core/variables.h"
@@ -13,18 +14,40 @@
 namespace quillon::testing {
 namespace {
 
-/// With the cells that evaluator.txt tells.
 class Evaluator : public ::testing::Test {
 protected:
     TestMachine machine;
     Machine& m = machine.m;
+    decltype(m.variables) before{};
 
-    void SetUp() override {
-        store_number(m.variables[1], 2);
-        store_number(m.variables[2], -3);
-        store_string(m.variables[23], "TEXT");
-        store_number(m.variables[24], 1e200);
-        store_string(dollar_var(m), "DOLLAR");
+    void SetUp() override { set_cells(); }
+
+    /// The cells that the text files tell.
+    void set_cells() {
+        clear_variables(m);
+        const std::pair<char, double> numbers[] = {{'B', 2}, {'C', -3}, {'N', 9}, {'W', 25}, {'Y', 1e200}};
+        for (const auto& [letter, number] : numbers)
+            store_number(*variable_cell(m, letter - 'A', 0), number);
+        store_string(*variable_cell(m, 'S' - 'A', 0), "TEXT");
+        store_string(*variable_cell(m, 'X' - 'A', 0), "TEXT");
+        before = m.variables;
+    }
+
+    /// The cells that are not as `set_cells` left them: ", A 5, C 'AB'".
+    std::string changes() {
+        std::string text;
+        for (std::size_t i = 0; i < m.variables.size(); ++i) {
+            const Variable& now = m.variables[i];
+            if (now.kind == before[i].kind && now.number == before[i].number &&
+                now.text.view() == before[i].text.view())
+                continue;
+            char number[32];
+            std::snprintf(number, sizeof number, "%.10g", now.number);
+            text += ", " + (&now == &dollar_var(m) ? "$" : std::string(now.name.view())) + " ";
+            text += now.kind == 1 ? "'" + std::string(now.text.view()) + "'" : number;
+            EXPECT_TRUE(now.kind == 1 ? now.number == 0 : now.text.empty()) << text;
+        }
+        return text;
     }
 
     /// What a row of the file gives in the statement context `kind`.
@@ -42,9 +65,18 @@ protected:
                       m.value.complete);
         return m.operand_done == 1 ? record : "none";
     }
+
+    std::string assignment(std::string_view statement) {
+        set_cells();
+        std::string outcome = outcome_of(m, statement);
+        outcome += changes();
+        const bool whole = m.error_code != ERROR_NONE || (m.value.complete == 1 && m.operand_done == 0);
+        return whole ? outcome : outcome + ", and an operand is left";
+    }
 };
 
 TEST_F(Evaluator, GivesNumbersStringsAndErrors) {
+    store_string(dollar_var(m), "DOLLAR");
     expect_cases("core/evaluator.txt",
                  {{"a statement", in_context(KIND_NONE)},
                   {"a statement of GOTO", in_context(KIND_JUMP)},
@@ -52,6 +84,52 @@ TEST_F(Evaluator, GivesNumbersStringsAndErrors) {
                   {"a condition", in_context(KIND_CONDITION)},
                   {"what the operand record tells behind it: kind, number, whether it was computed",
                    [this](const FileCase& row) { return operand_record(row.input); }}});
+}
+
+TEST_F(Evaluator, AssignsOrRefuses) {
+    expect_cases("core/executor.txt", [this](const FileCase& row) { return assignment(row.input); });
+}
+
+TEST_F(Evaluator, SubscriptsNameCells) {
+    expect_cases("core/variables.txt", [this](const FileCase& row) {
+        const std::string outcome = outcome_of(m, row.input);
+        return m.error_code == ERROR_NONE ? std::string(m.value.variable->name.view()) : outcome;
+    });
+}
+
+TEST_F(Evaluator, CellsHaveTheirNamesAndHoldNothing) {
+    init_variables(m);
+    for (int i = 0; i < CELL_COUNT; ++i) {
+        const Variable& cell = m.variables[static_cast<std::size_t>(i)];
+        EXPECT_EQ(cell.name.view(), i < 26 ? std::string(1, static_cast<char>('A' + i)) : std::to_string(i - 25));
+        EXPECT_TRUE(cell.kind == -1 && cell.text.empty() && cell.number == 0) << i;
+    }
+    EXPECT_EQ(&dollar_var(m), &m.variables[222]);
+}
+
+TEST_F(Evaluator, WordsWithoutEffect) {
+    for (const char* word :
+         {"LIST", "CLEAR", "DEFM", "SAVE", "LOAD", "PUT", "GET", "VER", "VERIFY", "PASS", "DATA", "REM"}) {
+        for (const char* rest : {"", " 5", " \"A:B\"", " 1,,;FOO)1.2.3", " A(5,\"\\zz"}) {
+            EXPECT_EQ(outcome_of(m, word + std::string(rest)), "0") << word << rest;
+            EXPECT_EQ(m.token, TOKEN_END) << word << rest;
+            EXPECT_EQ(m.error_detail.view(), "") << word << rest;
+        }
+        outcome_of(m, word + std::string(" A(B=1):A=1"));
+        EXPECT_EQ(m.token, std::string_view(word) == "REM" ? TOKEN_END : TOKEN_COLON) << word;
+    }
+    EXPECT_EQ(changes(), "") << "a skipped statement evaluates nothing";
+}
+
+TEST_F(Evaluator, CommandModeDropsAnUnknownTokenBehindAnExpression) {
+    for (const char* text : {"5 5", "A=5 MOD", "5 FOO", "5 A"}) {
+        m.run_state = STATE_COMMAND;
+        EXPECT_EQ(outcome_of(m, text), "5") << text;
+        EXPECT_EQ(m.token, 0) << text;
+    }
+    EXPECT_EQ(outcome_of(m, "5;"), "ERR2 SYSTEM 4:';'");
+    m.run_state = STATE_COMMAND;
+    EXPECT_EQ(outcome_of(m, "MOD"), "ERR2 SYSTEM 4:0x000e (TOKEN_ID)");
 }
 
 TEST_F(Evaluator, SpecialCharactersAndLongTexts) {

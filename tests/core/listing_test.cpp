@@ -1,6 +1,8 @@
-// Loading listings: the format, every fault with its line, every kind of file, and what a failed load leaves.
+// Loading listings: the format, every fault with its line, every kind of file, what a failed load leaves, and the DATA
+// index.
 #include "core/listing.h"
 
+#include "core/data_index.h"
 #include "core/interpreter.h"
 #include "core/variables.h"
 #include "tests/support/cases_file.h"
@@ -31,6 +33,22 @@ std::string outline(const Machine& m) {
             text += (text.empty() ? "P" : " P") + std::to_string(n);
         for (int i = 0; i < area.line_count; ++i)
             text += (i == 0 ? " " : ",") + std::to_string(area.lines[static_cast<std::size_t>(i)].number);
+    }
+    return text;
+}
+
+/// "P0 10: 'A' 'B' P1": areas, lines and items in the order of the index.
+std::string index_of(const Machine& m) {
+    std::string text;
+    for (const DataItem& item : m.data_index) {
+        if (item.kind == DataItem::END)
+            break;
+        text += text.empty() ? "" : " ";
+        switch (item.kind) {
+        case DataItem::AREA: text += "P" + std::to_string(item.arg); break;
+        case DataItem::LINE: text += std::to_string(item.arg) + ":"; break;
+        default: text += "'" + std::string(item.text.view()) + "'";
+        }
     }
     return text;
 }
@@ -74,6 +92,15 @@ protected:
         EXPECT_EQ(m.run_state, STATE_SELECT);
         EXPECT_EQ(m.data_index[0].kind, DataItem::END);
         return message + outline(m) + record_difference(m, fresh.m);
+    }
+
+    std::string data_of(std::string_view text) { return machine.load(text) ? index_of(m) : system_message_of(m); }
+
+    /// Of line 10 in P0, with and without a line feed behind it.
+    std::string data_of_line(const std::string& line) {
+        const std::string index = data_of("[P0]\n10 " + line + "\n");
+        EXPECT_EQ(data_of("[P0]\n10 " + line), index) << line;
+        return index;
     }
 
     std::string file(const char* name, std::string_view text) {
@@ -209,6 +236,62 @@ TEST_F(Listing, AFileMayBeAPipe) {
     EXPECT_EQ(load_from(std::string(LISTING_SIZE_MAX + 70000, '#')), LoadResult::UNREADABLE);
     EXPECT_EQ(system_message_of(m), "SYSTEM 1");
     EXPECT_EQ(outline(m), "P0 10,20");
+}
+
+TEST_F(Listing, HasItsDataItems) {
+    expect_cases("core/data_index.txt", [this](const FileCase& row) { return data_of_line(row.input); });
+    const std::string longest(63, 'x');
+    const std::pair<std::string, std::string> others[] = {
+        {"DATA   AB  , \tC D\t ", "'AB' 'C D'"},
+        {"DATA \"  AB  \"  ,  \"C,D\"  ", "'  AB  ' 'C,D'"},
+        {"DATA A\r", "'A'"},
+        {"DATA A,\"B\r", "'A' 'B'"},
+        {R"(DATA \pi,"\PI",\\)", "'\207' '\207' '\\'"},
+        {"DATA " + longest + ",y", "'" + longest + "' 'y'"},
+        {"DATA " + longest + "x,y", "'" + longest + "' 'y'"},
+        {"DATA \"" + longest + longest + "\",y", "'" + longest + "' 'y'"},
+        {"DATA x" + std::string(80, ' ') + ",y", "'x' 'y'"},
+    };
+    for (const auto& [line, items] : others)
+        EXPECT_EQ(data_of_line(line), "P0 10: " + items) << line;
+    EXPECT_EQ(data_of("[P7]\n10 DATA A\n20 DATA B\n[P2]\n5 DATA C\n[P4]\n[P0]\n1 PRINT\n"),
+              "P0 P2 5: 'C' P4 P7 10: 'A' 20: 'B'");
+}
+
+TEST_F(Listing, RunsNothingForItsDataItems) {
+    EXPECT_EQ(data_of("[P0]\n10 A(B=5)=1:A(1/0)=2:Z(999)=1:C$(FOO)=1\n20 A(PRINT 1):DATA 1\n"), "P0 20: '1'");
+    for (const Variable& cell : m.variables)
+        EXPECT_EQ(cell.kind, -1);
+    EXPECT_EQ(m.error_detail.view(), "");
+    EXPECT_EQ(m.error_code, ERROR_NONE);
+}
+
+TEST_F(Listing, HasFiveHundredAndTwelveEntriesOfDataAtMost) {
+    std::string items; // with the area and the line two entries more; the end needs one
+    for (int i = 0; i < 508; ++i)
+        items += "x,";
+    EXPECT_TRUE(machine.load("[P0]\n1 DATA " + items + "y\n"));
+    EXPECT_EQ(m.data_index[510].text.view(), "y");
+    EXPECT_EQ(m.data_index[511].kind, DataItem::END);
+    const std::string lines = "[P0]\n1 DATA " + items + "\n";
+    for (const char* more : {"2 DATA x\n", "2 DATA x\n3 DATA y\n", "[P1]\n1 DATA x,y,z\n[P2]\n"}) {
+        EXPECT_FALSE(machine.load(lines + more)) << more;
+        EXPECT_EQ(system_message_of(m).substr(0, 18), "SYSTEM 70(MAX:512)") << more;
+        EXPECT_EQ(index_of(m), "") << more;
+    }
+}
+
+TEST_F(Listing, FindsTheDataOfAnArea) {
+    machine.load("[P1]\n10 DATA A\n[P3]\n20 DATA B,C\n");
+    const std::pair<int, int> rows[] = {{1, 1}, {3, 4}, {0, 0}, {9, 0}};
+    for (const auto& [area, first] : rows) {
+        m.cur_area = area;
+        m.data_pos = 77;
+        restore_area_data(m);
+        EXPECT_EQ(m.data_pos, first) << area;
+        EXPECT_EQ(m.error_code, ERROR_NONE);
+    }
+    EXPECT_EQ(system_message_of(m).substr(0, 9), "SYSTEM 72");
 }
 
 } // namespace

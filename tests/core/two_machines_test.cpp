@@ -1,5 +1,5 @@
 // Machines side by side: each does what it does alone, for nothing of a machine lies outside its record.
-#include "tests/support/test_machine.h"
+#include "tests/support/scripts.h"
 
 #include <gtest/gtest.h>
 
@@ -25,12 +25,11 @@ struct Recording {
     }
 
     void tick() {
+        const Machine& m = machine.m;
         machine.m.enter_request = shown.size() % 13 == 0 ? 1 : 0;
         machine.tick();
-        const Machine& m = machine.m;
-        shown.push_back(machine.display() + "|" + std::to_string(m.run_state) + "|" + std::to_string(m.cur_line) + "|" +
-                        std::to_string(m.display_cursor) + "|" + std::to_string(m.variables[0].number) + "|" +
-                        m.error_detail.c_str());
+        shown.push_back(moment(machine) + machine.display() + " " + std::to_string(m.cur_line) + " " +
+                        std::to_string(m.variables[0].number) + " " + m.error_detail.c_str());
     }
 
     TestMachine machine;
@@ -38,15 +37,14 @@ struct Recording {
 };
 
 TEST(TwoMachines, DoWhatEachDoesAlone) {
-    constexpr int TICKS = 600;
     for (const char* first : PROGRAMS) {
+        Recording alone(first);
+        while (alone.shown.size() < 600)
+            alone.tick();
         for (const char* second : PROGRAMS) {
-            Recording alone(first);
-            for (int i = 0; i < TICKS; ++i)
-                alone.tick();
             Recording a(first);
             Recording b(second);
-            for (int i = 0; i < TICKS; ++i) {
+            while (a.shown.size() < alone.shown.size()) {
                 a.tick();
                 b.tick();
             }
