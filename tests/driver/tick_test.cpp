@@ -1,18 +1,91 @@
-// What every tick does around the run states: tone, blinking, error hold, keys, single steps.
-#include "tests/support/scripts.h"
-
+// A tick: the run states and what moves the machine from one to the next; and what every tick does around them: tone,
+// blinking, error hold, keys, single steps. States whose entry is typed are in their own tests.
 #include "core/errors.h"
+#include "tests/support/cases_file.h"
+#include "tests/support/keyboard.h"
+#include "tests/support/scripts.h"
 
 #include <gtest/gtest.h>
 
 namespace quillon::testing {
 namespace {
 
-double number_in(const TestMachine& t, char letter) {
-    return t.m.variables[static_cast<std::size_t>(letter - 'A')].number;
+class Tick : public ::testing::Test {
+protected:
+    TestMachine t;
+};
+
+TEST(Ticks, PassFromStateToState) {
+    expect_cases("driver/run_states.txt", [](const FileCase& row) {
+        TestMachine t;
+        t.start(row.heading);
+        play(t, row.input);
+        return moment(t) + " from " + std::to_string(t.m.prev_state) + ", base " + std::to_string(t.m.base_state);
+    });
 }
 
-TEST(Tick, BlinksEveryIntervalAndTwoMore) {
+TEST_F(Tick, RunOneStatementATick) {
+    t.start("A=1:B=2:C=3\nD=4");
+    for (std::size_t done = 0; done <= 4; ++done) {
+        for (std::size_t cell = 0; cell < 4; ++cell)
+            EXPECT_EQ(t.m.variables[cell].kind, cell < done ? 0 : -1) << done << " ticks, cell " << cell;
+        t.tick();
+    }
+    EXPECT_EQ(t.m.run_state, STATE_ENDED);
+}
+
+TEST_F(Tick, KeepThePlaceOfTheErrorAndTheVariables) {
+    t.start("FOR I=1 TO 2:GOSUB 30\nEND\nA=7:B=\"X\"");
+    t.tick(4);
+    EXPECT_EQ(moment(t), "ended 0 10 [ERR2 P0-30]");
+    EXPECT_EQ(t.m.cur_line, 2);
+    EXPECT_EQ(t.m.for_depth, 1);
+    EXPECT_EQ(t.m.gosub_depth, 1);
+    EXPECT_EQ(cell(t, 'A').number, 7);
+    EXPECT_EQ(t.m.variables[1].kind, -1);
+}
+
+TEST_F(Tick, ShowTheAreasForSelection) {
+    t.load("[P0]\n10 A=1\n[P3]\n10 A=3\n[P7]\n");
+    t.tick();
+    EXPECT_EQ(t.visible(), "P  12_456_89") << "the selected one is dark first; an area without lines is in use too";
+    t.m.cursor_visible = 1;
+    t.tick();
+    EXPECT_EQ(t.visible(), "P _12_456_89");
+    t.m.cursor_visible = 0;
+    t.m.host.is_key_down = [](int) { return true; }; // so that only the selection takes the key
+    t.m.key_string = "9";
+    t.m.held_key = '9';
+    t.tick();
+    EXPECT_EQ(t.m.run_page, 9);
+    EXPECT_TRUE(t.m.key_string.empty());
+    EXPECT_EQ(t.m.held_key, 0);
+    EXPECT_EQ(t.visible(), "P _12_456_8 ");
+    for (const char* key : {"a", ":", "/", "\x06", "\xB9"}) {
+        play(t, key);
+        EXPECT_EQ(t.m.run_page, 9) << key;
+    }
+    t.exe();
+    EXPECT_EQ(t.m.run_state, STATE_SELECT);
+    t.m.run_page = 3;
+    play(t, "run 1");
+    EXPECT_EQ(cell(t, 'A').number, 3);
+}
+
+TEST_F(Tick, RunOffTheEndOfAFullArea) {
+    std::string lines;
+    for (int i = 0; i < LINES_PER_AREA; ++i)
+        lines += "A=A+1\n";
+    t.start(lines);
+    t.tick(LINES_PER_AREA);
+    EXPECT_EQ(t.m.run_state, STATE_RUN);
+    t.tick();
+    EXPECT_EQ(t.m.run_state, STATE_ENDED);
+    EXPECT_EQ(t.m.program_ended, 0);
+    EXPECT_EQ(cell(t, 'A').number, LINES_PER_AREA);
+}
+
+TEST(Ticks, BlinksEveryIntervalAndTwoMore) {
     for (const int interval : {0, 1, 13, 1000}) {
         SCOPED_TRACE(interval);
         TestMachine t;
@@ -27,7 +100,7 @@ TEST(Tick, BlinksEveryIntervalAndTwoMore) {
     }
 }
 
-TEST(Tick, StopsToneWhenItsTimeIsUp) {
+TEST(Ticks, StopsToneWhenItsTimeIsUp) {
     for (const int pcm_beep : {1, 0}) {
         SCOPED_TRACE(pcm_beep);
         TestMachine t;
@@ -44,8 +117,7 @@ TEST(Tick, StopsToneWhenItsTimeIsUp) {
     }
 }
 
-TEST(Tick, HoldsEverythingWhileAToneIsWaitedFor) {
-    TestMachine t;
+TEST_F(Tick, HoldsEverythingWhileAToneIsWaitedFor) {
     t.start("PRINT 1\nA=2");
     t.tick();
     t.m.sound_ticks_left = 3;
@@ -63,36 +135,28 @@ TEST(Tick, HoldsEverythingWhileAToneIsWaitedFor) {
     EXPECT_EQ(moment(t), "run 0 0 []") << "the tick in which the tone ends goes on";
     t.m.sound_ticks_left = 5; // one that nothing waits for
     t.exe();
-    EXPECT_EQ(number_in(t, 'A'), 2);
+    EXPECT_EQ(cell(t, 'A').number, 2);
     EXPECT_EQ(t.m.sound_ticks_left, 4);
     EXPECT_EQ(t.m.enter_request, 0) << "EXE that nothing waited for is forgotten";
 }
 
-TEST(Tick, HoldsAnErrorUntilItIsCleared) {
-    for (const char* key : {"home", "up", "soft"}) {
-        SCOPED_TRACE(key);
-        TestMachine t;
-        t.start("A=1\nA=1/0:A=2");
-        t.m.sound_ticks_left = 100;
-        play(t, "2 exe a 5");
-        t.m.soft_key_code = KEY_UP;
-        t.tick();
-        EXPECT_EQ(moment(t), "ended 0 10 [ERR3 P0-20]") << "neither EXE nor another key clears it";
-        EXPECT_EQ(t.m.blink_counter, 10);
-        EXPECT_EQ(t.m.sound_ticks_left, 90) << "a tone ends all the same";
-        t.m.enter_request = 1;
-        play(t, key);
-        EXPECT_EQ(moment(t), "command 16 0 []");
-        EXPECT_EQ(t.m.error_code, ERROR_NONE);
-        EXPECT_EQ(t.m.prev_state, STATE_ENDED);
-        EXPECT_EQ(t.m.base_state, STATE_COMMAND) << "a failed program is not resumed";
-        EXPECT_EQ(t.m.enter_request, 0);
-        EXPECT_EQ(t.detail_id(), "SYSTEM 5") << "the detail stays for the host to show";
-        EXPECT_EQ(number_in(t, 'A'), 1);
-    }
+TEST_F(Tick, GoesOnBlinkingWhileAnErrorHolds) {
+    t.start("A=1/0");
+    t.m.sound_ticks_left = 100;
+    t.tick(8);
+    t.m.soft_key_code = KEY_UP;
+    t.tick();
+    EXPECT_EQ(moment(t), "ended 0 10 [ERR3 P0-10]");
+    EXPECT_EQ(t.m.blink_counter, 9);
+    EXPECT_EQ(t.m.sound_ticks_left, 91) << "a tone ends all the same";
+    t.m.enter_request = 1;
+    play(t, "home");
+    EXPECT_EQ(t.m.error_code, ERROR_NONE);
+    EXPECT_EQ(t.m.enter_request, 0);
+    EXPECT_EQ(t.detail_id(), "SYSTEM 5") << "the detail stays for the host to show";
 }
 
-TEST(Tick, LetsACommandLineErrorBeClearedByTheSameKeys) {
+TEST(Ticks, LetsACommandLineErrorBeClearedByTheSameKeys) {
     for (const auto& [held_key, soft_key] :
          {std::pair{VIRTUAL_KEY_HOME, 0}, {VIRTUAL_KEY_UP, 0}, {0, int{KEY_CLEAR}}}) {
         SCOPED_TRACE(held_key);
@@ -116,8 +180,7 @@ TEST(Tick, LetsACommandLineErrorBeClearedByTheSameKeys) {
     }
 }
 
-TEST(Tick, ForgetsAKeyThatIsUp) {
-    TestMachine t;
+TEST_F(Tick, ForgetsAKeyThatIsUp) {
     bool down = true;
     t.m.host.is_key_down = [&down](int virtual_key) { return down && virtual_key == 'Q'; };
     t.m.key_string = "q";
@@ -133,12 +196,11 @@ TEST(Tick, ForgetsAKeyThatIsUp) {
     EXPECT_EQ(t.m.key_string.view(), "w");
 }
 
-TEST(Tick, StepsOneStatementForEachExeWhileTraced) {
-    TestMachine t;
+TEST_F(Tick, StepsOneStatementForEachExeWhileTraced) {
     int refreshed = 0;
     t.m.host.refresh_trace = [&refreshed] { ++refreshed; };
     const auto done = [&] { // the statements that have run, and how often the trace was shown
-        return std::to_string(number_in(t, 'A') + number_in(t, 'B') + number_in(t, 'C')).substr(0, 1) + " " +
+        return std::to_string(cell(t, 'A').number + cell(t, 'B').number + cell(t, 'C').number).substr(0, 1) + " " +
                std::to_string(refreshed);
     };
     t.start("A=1:B=1\nC=1");
@@ -162,15 +224,14 @@ TEST(Tick, StepsOneStatementForEachExeWhileTraced) {
     typed.m.trace_mode = 1;
     typed.m.base_state = STATE_COMMAND;
     typed.tick();
-    EXPECT_EQ(number_in(typed, 'A'), 1) << "a command line runs without steps";
+    EXPECT_EQ(cell(typed, 'A').number, 1) << "a command line runs without steps";
 }
 
-TEST(Tick, GoesOnAtBreakA) {
-    TestMachine t;
+TEST_F(Tick, GoesOnAtBreakA) {
     t.start("BREAKA A=5");
     t.tick();
     EXPECT_EQ(t.m.trace_mode, 0);
-    EXPECT_EQ(number_in(t, 'A'), 5) << "the statement behind it runs";
+    EXPECT_EQ(cell(t, 'A').number, 5) << "the statement behind it runs";
 }
 
 } // namespace

@@ -12,18 +12,6 @@ namespace {
 
 constexpr unsigned PATIENCE_SECONDS = 60;
 
-struct Pipe {
-    int reader;
-    int writer;
-};
-
-Pipe make_pipe() {
-    int ends[2];
-    if (pipe2(ends, O_CLOEXEC) != 0)
-        throw std::runtime_error("no pipe");
-    return {ends[0], ends[1]};
-}
-
 void close_end(int& end) {
     if (end >= 0)
         close(end);
@@ -50,15 +38,17 @@ void close_end(int& end) {
 
 ChildProcess::ChildProcess(const std::vector<std::string>& arguments) {
     std::signal(SIGPIPE, SIG_IGN);
-    Pipe in = make_pipe();
-    Pipe out = make_pipe();
+    int in[2];
+    int out[2];
+    if (pipe2(in, O_CLOEXEC) != 0 || pipe2(out, O_CLOEXEC) != 0)
+        throw std::runtime_error("no pipe");
     pid_ = fork();
     if (pid_ == 0)
-        become_program(arguments, in.reader, out.writer, folder_ / "errors");
-    close_end(in.reader);
-    close_end(out.writer);
-    input_ = in.writer;
-    output_ = out.reader;
+        become_program(arguments, in[0], out[1], folder_ / "errors");
+    close_end(in[0]);
+    close_end(out[1]);
+    input_ = in[1];
+    output_ = out[0];
 }
 
 ChildProcess::~ChildProcess() {
