@@ -82,8 +82,7 @@ TEST_F(Evaluator, GivesNumbersStringsAndErrors) {
                   {"a statement of GOTO", in_context(KIND_JUMP)},
                   {"a statement of PRINT", in_context(KIND_PRINT)},
                   {"a condition", in_context(KIND_CONDITION)},
-                  {"what the operand record tells behind it: kind, number, whether it was computed",
-                   [this](const FileCase& row) { return operand_record(row.input); }}});
+                  {"the operand record behind it", [this](const FileCase& row) { return operand_record(row.input); }}});
 }
 
 TEST_F(Evaluator, AssignsOrRefuses) {

@@ -28,25 +28,28 @@ double number(const std::string& text) { return std::strtod(text.c_str(), nullpt
 constexpr double INFINITE = std::numeric_limits<double>::infinity();
 constexpr double NOT_A_NUMBER = std::numeric_limits<double>::quiet_NaN();
 
-/// What is expected when it is the same number as `x`, otherwise `x` in full.
-std::string same_number(double x, const std::string& expected) {
-    return x == number(expected) ? expected : printed("%.*g", 17, x);
+/// What is expected when it is the same number, otherwise the number in full.
+std::string rounded(const FileCase& row) {
+    const double x = round6(number(row.input));
+    return x == number(row.expected) ? row.expected : printed("%.*g", 17, x);
 }
 
 /// "f2 0.125".
-std::string formatted(const std::string& text) {
-    const auto format = text[0] == 'f' ? format_fixed : text[0] == 'e' ? format_exponent : format_general;
-    const std::size_t blank = text.find(' ');
-    return std::string(format(number(text.substr(blank)), std::stoi(text.substr(1))).view());
+std::string formatted(const FileCase& row) {
+    const auto format = row.input[0] == 'f' ? format_fixed : row.input[0] == 'e' ? format_exponent : format_general;
+    const double x = number(row.input.substr(row.input.find(' ')));
+    return std::string(format(x, std::stoi(row.input.substr(1))).view());
 }
 
 /// "1 2", in this order and in the other.
-std::string compared(const std::string& text) {
-    const double a = number(text);
-    const double b = number(text.substr(text.find(' ')));
+std::string compared(const FileCase& row) {
+    const double a = number(row.input);
+    const double b = number(row.input.substr(row.input.find(' ')));
     EXPECT_EQ(compare_numbers(b, a), -compare_numbers(a, b));
     return std::to_string(compare_numbers(a, b));
 }
+
+std::string truncated(const FileCase& row) { return std::to_string(truncate_to_int(number(row.input))); }
 
 std::string read(const std::string& text) {
     std::size_t used = 999;
@@ -55,17 +58,11 @@ std::string read(const std::string& text) {
 }
 
 TEST(Numbers, KnownCases) {
-    expect_cases(
-        "core/numbers.txt",
-        {{"to six decimals", [](const FileCase& row) { return same_number(round6(number(row.input)), row.expected); }},
-         {"as text: f (fixed), e (exponent) or g (general) with its precision, and the number",
-          [](const FileCase& row) { return formatted(row.input); }},
-         {"one number compared with another to six decimals: -1 below, 0 equal",
-          [](const FileCase& row) { return compared(row.input); }},
-         {"truncated to a whole number",
-          [](const FileCase& row) { return std::to_string(truncate_to_int(number(row.input))); }},
-         {"read from the start of a text, to so many characters",
-          [](const FileCase& row) { return read(row.input); }}});
+    expect_cases("core/numbers.txt", {{"to six decimals", rounded},
+                                      {"as text", formatted},
+                                      {"compared with another", compared},
+                                      {"truncated", truncated},
+                                      {"read", [](const FileCase& row) { return read(row.input); }}});
     EXPECT_TRUE(std::isnan(round6(NOT_A_NUMBER)));
     EXPECT_EQ(compare_numbers(NOT_A_NUMBER, 1) + compare_numbers(1, NOT_A_NUMBER), -2) << "never equal, never above";
     EXPECT_EQ(format_fixed(1e300, 50).size(), 127U);

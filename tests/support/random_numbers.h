@@ -4,7 +4,6 @@
 #include <bit>
 #include <cmath>
 #include <random>
-#include <vector>
 
 namespace quillon::testing {
 
@@ -17,8 +16,8 @@ public:
     }
     /// Up to 10^`magnitude`, with that many decimals, and sometimes the neighbour.
     double decimal(int magnitude, int decimals) {
-        const double scale = power_of_ten(decimals);
-        const double x = std::floor(power_of_ten(magnitude) * fraction() * scale) / scale;
+        const double scale = std::pow(10.0, decimals);
+        const double x = std::floor(std::pow(10.0, magnitude) * fraction() * scale) / scale;
         const int choice = below(8);
         const double near = choice < 2 ? std::nextafter(x, choice == 0 ? 0 : 1e308) : x;
         return choice % 2 == 0 ? near : -near;
@@ -29,16 +28,6 @@ private:
     std::mt19937_64 engine_{20240229};
 
     double fraction() { return static_cast<double>(engine_() >> 11) * 0x1p-53; }
-
-    static double power_of_ten(int exponent) {
-        static const std::vector<double> POWERS = [] {
-            std::vector<double> powers;
-            for (int i = -40; i <= 40; ++i)
-                powers.push_back(std::pow(10.0, i));
-            return powers;
-        }();
-        return POWERS[static_cast<std::size_t>(exponent + 40)];
-    }
 };
 
 } // namespace quillon::testing
