@@ -39,15 +39,12 @@ std::string outline(const Machine& m) {
 /// "P0 10: 'A' 'B' P1": areas, lines and items in the order of the index.
 std::string index_of(const Machine& m) {
     std::string text;
-    for (const DataItem& item : m.data_index) {
-        if (item.kind == DataItem::END)
-            break;
+    for (const DataItem* item = m.data_index.data(); item->kind != DataItem::END; ++item) {
+        const std::string arg = std::to_string(item->arg);
         text += text.empty() ? "" : " ";
-        switch (item.kind) {
-        case DataItem::AREA: text += "P" + std::to_string(item.arg); break;
-        case DataItem::LINE: text += std::to_string(item.arg) + ":"; break;
-        default: text += "'" + std::string(item.text.view()) + "'";
-        }
+        text += item->kind == DataItem::AREA   ? "P" + arg
+                : item->kind == DataItem::LINE ? arg + ":"
+                                               : "'" + std::string(item->text.view()) + "'";
     }
     return text;
 }
@@ -181,10 +178,9 @@ TEST_F(Listing, ALoadKeepsVariablesAndSettings) {
 }
 
 TEST_F(Listing, AFileIsReadWhole) {
-    EXPECT_EQ(load_listing(m, file("a.txt", "[P0]\n10 A\n")), LoadResult::LOADED);
+    EXPECT_EQ(load_listing(m, file("\xE3\x81\x82 a.txt", "[P1]\n")), LoadResult::LOADED);
     EXPECT_EQ(load_listing(m, file("b.txt", "[P0]\nA\n")), LoadResult::FAULTY);
     EXPECT_EQ(system_message_of(m) + outline(m), "SYSTEM 20:2 LINE");
-    EXPECT_EQ(load_listing(m, file("\xE3\x81\x82 b.txt", "[P1]\n")), LoadResult::LOADED);
     EXPECT_EQ(load_listing(m, file("empty.txt", "")), LoadResult::FAULTY);
     EXPECT_EQ(system_message_of(m), "SYSTEM 3");
 }

@@ -1,5 +1,5 @@
 // The quick ways with numbers give, bit by bit, what the slow ones give: rounding to six decimals, and the digits of a
-// number. A million numbers: this stands in the program without sanitizers.
+// number. Two million numbers: this stands in the program without sanitizers.
 #include "core/numbers.h"
 
 #include "tests/support/random_numbers.h"
@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <iomanip>
+#include <tuple>
 
 namespace quillon::testing {
 namespace {
@@ -24,22 +25,16 @@ double sample(RandomNumbers& numbers, int i) {
     }
 }
 
-TEST(Round6, QuickWayAgreesWithDigits) {
+TEST(Numbers, QuickWaysAgreeWithSlowOnes) {
     RandomNumbers numbers;
-    for (int i = 0; i < 1000000; ++i) {
-        const double x = sample(numbers, i);
-        if (std::bit_cast<std::uint64_t>(round6(x)) != std::bit_cast<std::uint64_t>(round6_by_digits(x)))
-            FAIL() << std::setprecision(20) << x;
-    }
-}
-
-TEST(ToDecimal, QuickWayAgreesWithText) {
-    RandomNumbers numbers;
-    for (int i = 0; i < 1000000; ++i) {
+    for (int i = 0; i < 2000000; ++i) {
         const double x = sample(numbers, i);
         const Decimal quick = to_decimal(x);
         const Decimal slow = to_decimal_by_text(x);
-        if (quick.negative != slow.negative || quick.digits != slow.digits || quick.exponent != slow.exponent)
+        const bool same_digits = std::tie(quick.negative, quick.digits, quick.exponent) ==
+                                 std::tie(slow.negative, slow.digits, slow.exponent);
+        if (!same_digits ||
+            std::bit_cast<std::uint64_t>(round6(x)) != std::bit_cast<std::uint64_t>(round6_by_digits(x)))
             FAIL() << std::setprecision(20) << x;
     }
 }

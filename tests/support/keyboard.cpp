@@ -5,7 +5,6 @@
 #include "shell/commands.h"
 #include "shell/key_queue.h"
 #include "tests/support/evaluation.h"
-#include "tests/support/table.h"
 
 #include <gtest/gtest.h>
 
@@ -14,9 +13,12 @@ namespace {
 
 constexpr int TICKS_MAX = 2000; ///< for what has to end
 
-void push_key(TestMachine& t, KeyEvent event) {
-    push_key_event(t.simulator->keys, event);
-    event.kind = KeyEvent::Kind::UP;
+void push(TestMachine& t, KeyEvent::Kind kind, int key, Modifiers modifiers = NONE, char character = 0) {
+    KeyEvent event;
+    event.kind = kind;
+    event.key = key;
+    event.modifiers = modifiers;
+    event.character = character;
     push_key_event(t.simulator->keys, event);
 }
 
@@ -30,10 +32,8 @@ void feed(TestMachine& t) {
 } // namespace
 
 void press(TestMachine& t, int key, Modifiers modifiers) {
-    KeyEvent event;
-    event.key = key;
-    event.modifiers = modifiers;
-    push_key(t, event);
+    push(t, KeyEvent::Kind::DOWN, key, modifiers);
+    push(t, KeyEvent::Kind::UP, key, modifiers);
     feed(t);
 }
 
@@ -44,24 +44,18 @@ void type(TestMachine& t, std::string_view text) {
 
 void type_at_once(TestMachine& t, std::string_view text) {
     for (const char c : text) {
-        KeyEvent event;
-        event.kind = c == '\n' ? KeyEvent::Kind::DOWN : KeyEvent::Kind::CHARACTER;
-        event.key = c == '\n' ? ENTER : CHARACTER_KEY_BASE + static_cast<unsigned char>(c);
-        event.character = c;
-        event.modifiers.shift = c >= 'a' && c <= 'z';
-        push_key(t, event);
+        const int key = c == '\n' ? ENTER : CHARACTER_KEY_BASE + static_cast<unsigned char>(c);
+        const Modifiers modifiers = c >= 'a' && c <= 'z' ? SHIFT : NONE;
+        push(t, c == '\n' ? KeyEvent::Kind::DOWN : KeyEvent::Kind::CHARACTER, key, modifiers, c);
+        push(t, KeyEvent::Kind::UP, key, modifiers, c);
     }
     feed(t);
 }
 
 void roll_over(TestMachine& t, int first, int second) {
     for (const auto kind : {KeyEvent::Kind::DOWN, KeyEvent::Kind::UP}) {
-        for (const int key : {first, second}) {
-            KeyEvent event;
-            event.kind = kind;
-            event.key = key;
-            push_key_event(t.simulator->keys, event);
-        }
+        push(t, kind, first);
+        push(t, kind, second);
         t.tick(4);
     }
 }
@@ -90,11 +84,6 @@ std::string CommandLine::says(std::string_view line) {
         exe();
     EXPECT_EQ(m.run_state, STATE_COMMAND) << line;
     return shown;
-}
-
-void CommandLine::expect(std::string_view table) {
-    for (const Case& row : arrow_cases(table))
-        EXPECT_EQ(says(row.text), row.outcome) << row.text;
 }
 
 const Variable& cell(const TestMachine& t, char letter) {

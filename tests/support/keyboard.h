@@ -39,9 +39,6 @@ struct CommandLine : TestMachine {
 
     /// Types a line and EXE. Gives what is shown then, or the error; EXE or the clear key clears it.
     std::string says(std::string_view line);
-
-    /// Expects what `says` gives, in a table of "line -> shown".
-    void expect(std::string_view table);
 };
 
 /// Cell A to Z of a machine.

@@ -4,11 +4,9 @@
 #include "core/charset.h"
 #include "shell/commands.h"
 #include "tests/support/evaluation.h"
-#include "tests/support/table.h"
-
-#include <gtest/gtest.h>
 
 #include <charconv>
+#include <sstream>
 #include <stdexcept>
 
 namespace quillon::testing {
@@ -17,19 +15,14 @@ namespace {
 constexpr const char* STATE_NAMES[] = {"run",    "wait",    "input",         "stopped",    "ended",
                                        "select", "command", "command-error", "line-shown", "to-command"};
 
-/// A tick with a key of the PC's keyboard; it is up again at the end of the tick.
-void tick_with_key(TestMachine& t, int virtual_key, std::string_view key) {
+/// A tick with a key of the PC's keyboard or of the soft keyboard; it is up again at the end of the tick.
+void tick_with_key(TestMachine& t, int virtual_key, std::string_view key, int soft_key = 0) {
     t.m.held_key = virtual_key;
     t.m.key_string = key;
+    t.m.soft_key_code = soft_key;
     t.tick();
-    t.m.held_key = 0;
+    t.m.held_key = t.m.soft_key_code = 0;
     t.m.key_string.clear();
-}
-
-void tick_with_soft_clear(TestMachine& t) {
-    t.m.soft_key_code = KEY_CLEAR;
-    t.tick();
-    t.m.soft_key_code = 0;
 }
 
 void play_word(TestMachine& t, std::string_view word) {
@@ -43,7 +36,7 @@ void play_word(TestMachine& t, std::string_view word) {
     else if (word == "up")
         tick_with_key(t, VIRTUAL_KEY_UP, "\x08");
     else if (word == "soft")
-        tick_with_soft_clear(t);
+        tick_with_key(t, 0, "", KEY_CLEAR);
     else if (word == "run")
         run_host_command(*t.simulator, COMMAND_RUN);
     else if (word == "stop")
@@ -57,11 +50,9 @@ void play_word(TestMachine& t, std::string_view word) {
 } // namespace
 
 void play(TestMachine& t, std::string_view script) {
-    while (!script.empty()) {
-        const std::size_t end = std::min(script.find(' '), script.size());
-        play_word(t, script.substr(0, end));
-        script.remove_prefix(std::min(end + 1, script.size()));
-    }
+    std::istringstream words{std::string(script)};
+    for (std::string word; std::getline(words, word, ' ');) // a key may be a line feed
+        play_word(t, word);
 }
 
 std::string moment(const TestMachine& t) {
@@ -69,13 +60,6 @@ std::string moment(const TestMachine& t) {
     visible.erase(visible.find_last_not_of(' ') + 1);
     return std::string(STATE_NAMES[t.m.run_state]) + " " + std::to_string(t.m.stmt_kind) + " " +
            std::to_string(t.m.display_cursor) + " [" + visible + "]";
-}
-
-std::string moment_after(std::string_view lines, std::string_view script) {
-    TestMachine t;
-    t.start(lines);
-    play(t, script);
-    return moment(t);
 }
 
 std::string failure_of(std::string_view lines) {
@@ -96,14 +80,7 @@ std::string printed(TestMachine& t, std::string_view setup, std::string_view exp
         return failure_of(t.m);
     std::string shown(t.m.display_line, static_cast<std::size_t>(t.m.display_cursor));
     shown += t.m.pending_print_text.view(); // what has yet to scroll in
-    char text[512];
-    return escape_text(std::string_view(shown).substr(shown.starts_with(' ') ? 1 : 0), text, sizeof text);
-}
-
-void expect_printed(std::string_view setup, std::string_view table) {
-    TestMachine t;
-    for (const Case& row : arrow_cases(table))
-        EXPECT_EQ(printed(t, setup, row.text), row.outcome) << setup << ": " << row.text;
+    return escaped(std::string_view(shown).substr(shown.starts_with(' ') ? 1 : 0));
 }
 
 } // namespace quillon::testing

@@ -5,43 +5,35 @@
 #include "core/listing.h"
 #include "shell/commands.h"
 
+#include <sstream>
+
 namespace quillon::testing {
 namespace {
 
-/// Sections that the machine asks for: numbers 0-80 of SYSTEM, 0-9 of the others.
-constexpr const char* SECTIONS[] = {
-    "SYSTEM", "INI",    "ABS",    "ACS",    "ASN",    "ATN", "BEEP",  "BEEPS", "COS",   "CSR",     "CUR",    "DEG",
-    "DMS",    "EOX",    "EOY",    "EXP",    "FACT",   "FOR", "FRAC",  "GLOAD", "GOSUB", "GOTO",    "HEX",    "HYPACS",
-    "HYPASN", "HYPATN", "HYPCOS", "HYPSIN", "HYPTAN", "IF",  "INPUT", "INT",   "LEN",   "LN",      "LOG",    "MID",
-    "MODE",   "NCR",    "NEXT",   "NPR",    "ON",     "POL", "PRINT", "READ",  "REC",   "RESTORE", "RETURN", "RND",
-    "RUN",    "SET",    "SGN",    "SIN",    "SQRT",   "STR", "TAN",   "VAL",
-};
+/// Sections that the machine asks for, numbers 0-9; those of SYSTEM go up to 80.
+constexpr const char* SECTIONS =
+    "INI ABS ACS ASN ATN BEEP BEEPS COS CSR CUR DEG DMS EOX EOY EXP FACT FOR FRAC GLOAD GOSUB GOTO HEX HYPACS "
+    "HYPASN HYPATN HYPCOS HYPSIN HYPTAN IF INPUT INT LEN LN LOG MID MODE NCR NEXT NPR ON POL PRINT READ REC "
+    "RESTORE RETURN RND RUN SET SGN SIN SQRT STR TAN VAL";
 
 MessageCatalogue naming_catalogue() {
     MessageCatalogue catalogue;
-    for (const std::string_view name : SECTIONS) {
-        const std::string section(name);
-        const int last = name == "SYSTEM" ? 80 : 9;
-        for (int number = 0; number <= last; ++number)
+    std::istringstream sections(SECTIONS);
+    for (std::string section = "SYSTEM"; sections; sections >> section) {
+        for (int number = 0; number <= (section == "SYSTEM" ? 80 : 9); ++number)
             catalogue.sections[section][number] = section + " " + std::to_string(number) + "\x01";
     }
     return catalogue;
 }
 
-std::string_view without_trailing_blanks(std::string_view text) {
-    return text.substr(0, text.find_last_not_of(' ') + 1);
-}
-
 /// Gives each line without a number one.
-std::string numbered(std::string_view lines) {
+std::string numbered(std::string_view text) {
     std::string listing = "[P0]\n";
+    std::istringstream lines{std::string(text)};
     int number = 10;
-    while (!lines.empty()) {
-        const std::string_view line = lines.substr(0, lines.find('\n'));
+    for (std::string line; std::getline(lines, line); number += 10) {
         const bool plain = !line.empty() && !is_digit(line[0]) && line[0] != '[';
-        listing += (plain ? std::to_string(number) + " " : "") + std::string(line) + "\n";
-        number += 10;
-        lines.remove_prefix(std::min(line.size() + 1, lines.size()));
+        listing += (plain ? std::to_string(number) + " " : "") + line + "\n";
     }
     return listing;
 }
@@ -98,7 +90,8 @@ std::vector<std::string> TestMachine::run_through(int most) {
 }
 
 std::string TestMachine::display() const {
-    return escaped(without_trailing_blanks({m.display_line, DISPLAY_LINE_SIZE}));
+    const std::string_view line(m.display_line, DISPLAY_LINE_SIZE);
+    return escaped(line.substr(0, line.find_last_not_of(' ') + 1));
 }
 
 std::string TestMachine::visible() const { return escaped({m.display_line + m.display_offset, DISPLAY_WIDTH}); }
