@@ -1,18 +1,24 @@
-// The built-in pictures: their sizes, and that their pixels say what the font, sprite and key tables say.
+// The built-in pictures: their sizes, that their pixels say what the sprite and key tables say, and their contrast.
 #include "display/glz.h"
+#include "display/image.h"
 #include "display/resources.h"
 #include "display/skin_palette.h"
 #include "display/sprite_table.h"
 #include "keys/soft_keys.h"
+#include "tests/support/temporary_file.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <filesystem>
 #include <map>
 #include <set>
 #include <string>
 #include <utility>
 
-namespace quillon {
+namespace quillon::testing {
 namespace {
 
 using Pixels = std::vector<std::uint8_t>;
@@ -28,37 +34,10 @@ Pixels cut_out(const IndexedImage& image, const Rectangle& part) {
 }
 
 TEST(Artwork, HasTheStatedSizes) {
-    struct Row {
-        int id, width, height;
-        std::size_t bytes;
-    };
-    for (const Row& row : {Row{128, 90, 42, 4'928}, {129, 512, 480, 246'824}, {130, 448, 240, 108'584}}) {
-        const IndexedImage image = picture(row.id);
-        EXPECT_EQ(image.width, row.width) << row.id;
-        EXPECT_EQ(image.height, row.height) << row.id;
-        EXPECT_EQ(write_bitmap(image).size(), row.bytes) << row.id;
-    }
-    EXPECT_TRUE(image_resource(127).empty());
-    EXPECT_TRUE(image_resource(131).empty());
-}
-
-TEST(SpriteTable, KeepsSpritesApartAndInside) {
-    const IndexedImage skin = picture(SKIN_IMAGE);
-    std::vector<int> owners(skin.pixels.size(), -1);
-    for (int sprite = 0; sprite < SPRITE_COUNT; ++sprite) {
-        const Rectangle part = sprite_rectangle(sprite);
-        ASSERT_TRUE(part.x >= 0 && part.y >= 0 && part.width > 0 && part.height > 0) << sprite;
-        ASSERT_TRUE(part.x + part.width <= SKIN_WIDTH && part.y + part.height <= SKIN_HEIGHT) << sprite;
-        for (int y = part.y; y < part.y + part.height; ++y) {
-            for (int x = part.x; x < part.x + part.width; ++x) {
-                int& owner = owners[pixel_index(skin, x, y)];
-                ASSERT_EQ(owner, -1) << "sprite " << sprite << " lies on another";
-                owner = sprite;
-            }
-        }
-    }
-    for (std::size_t i = 0; i < owners.size(); ++i)
-        ASSERT_TRUE(owners[i] >= 0 || skin.pixels[i] == SKIN_BACKGROUND) << "drawn outside the sprites";
+    for (const auto& [id, width, height] : {std::array{128, 90, 42}, {129, 512, 480}, {130, 448, 240}})
+        EXPECT_EQ(std::pair(picture(id).width, picture(id).height), std::pair(width, height)) << id;
+    for (const int id : {127, 131})
+        EXPECT_TRUE(image_resource(id).empty());
     for (const int sprite : {-1, SPRITE_COUNT})
         EXPECT_EQ(sprite_rectangle(sprite).width, 0);
 }
@@ -119,8 +98,8 @@ TEST(SoftKeyboardPicture, HasALegendOfItsOwnForEveryKey) {
             const auto meaning = std::pair(key.kind, key.text);
             const Pixels pixels = cut_out(image, key_cell(layer, index));
             const std::string look(pixels.begin(), pixels.end());
-            const auto owner = owners.insert({look, meaning}).first;
-            EXPECT_EQ(owner->second, meaning) << "layer " << layer << ", key " << index << " looks like another";
+            EXPECT_EQ(owners.insert({look, meaning}).first->second, meaning)
+                << "layer " << layer << ", key " << index << " looks like another";
         }
     }
 }
@@ -137,5 +116,59 @@ TEST(SoftKeyboardPicture, LightsTheLatchesOfItsLayer) {
     }
 }
 
+// Colours of our own against what they stand on, by relative luminance: 4.5 : 1 for what is read, 3 : 1 for icons in
+// light and in dark windows.
+double luminance(Colour colour) {
+    double sum = 0;
+    for (const auto& [shift, weight] : {std::pair{16, 0.2126}, {8, 0.7152}, {0, 0.0722}}) {
+        const double channel = ((colour >> shift) & 0xFF) / 255.0;
+        sum += weight * (channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4));
+    }
+    return sum;
+}
+
+double contrast(Colour a, Colour b) {
+    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+TEST(Contrast, OfLitDotsOnTheLcd) {
+    const LcdColours colours;
+    EXPECT_GE(contrast(colours.lit, colours.background), 4.5);
+    EXPECT_GE(contrast(colours.lit, colours.unlit), 4.5) << "a lit dot beside an unlit one";
+}
+
+/// Within each key's edges the colours are two, its face and its legend.
+TEST(Contrast, OfLegendsOnTheSoftKeyboard) {
+    const IndexedImage image = picture(SOFT_KEYBOARD_IMAGE);
+    for (int layer = 0; layer < SOFT_LAYER_COUNT; ++layer) {
+        for (int key = 0; key < SOFT_EXE_KEY; ++key) {
+            const Rectangle cell = key_cell(layer, key);
+            const Pixels inner = cut_out(image, {cell.x + 3, cell.y + 3, 10, 14});
+            const std::set<std::uint8_t> colours(inner.begin(), inner.end());
+            ASSERT_EQ(colours.size(), 2U) << "layer " << layer << ", key " << key;
+            const double found = contrast(image.palette[*colours.begin()], image.palette[*colours.rbegin()]);
+            EXPECT_GE(found, 4.5) << "layer " << layer << ", key " << key;
+        }
+    }
+}
+
+TEST(Contrast, OfIconsInLightAndDarkWindows) {
+    constexpr Colour windows[] = {0xEFEFEF, 0x323232}; // of the toolkit's own style
+    int strokes = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(QUILLON_RESOURCES "/icons")) {
+        if (entry.path().stem() == "quillon")
+            continue; // the program's own, which brings its ground along
+        const std::string text = bytes_of(entry.path());
+        const std::string mark = "stroke=\"#";
+        for (auto at = text.find(mark); at != std::string::npos; at = text.find(mark, at + 1), ++strokes) {
+            const auto colour = static_cast<Colour>(std::stoul(text.substr(at + mark.size(), 6), nullptr, 16));
+            for (const Colour window : windows)
+                EXPECT_GE(contrast(colour, window), 3.0) << entry.path().filename() << ' ' << text.substr(at, 16);
+        }
+    }
+    EXPECT_GE(strokes, 13);
+}
+
 } // namespace
-} // namespace quillon
+} // namespace quillon::testing

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <tuple>
 
 namespace quillon {
 namespace {
@@ -27,8 +28,7 @@ TEST(Bitmap, GivesBackWhatWasWritten) {
         EXPECT_EQ(block.size(), 1064U + static_cast<std::size_t>((width + 3) / 4 * 4) * 3);
         const auto read = read_bitmap(block, BITMAP_PIXEL_OFFSET);
         ASSERT_TRUE(read) << width;
-        EXPECT_EQ(read->width, width);
-        EXPECT_EQ(read->height, 3);
+        EXPECT_EQ(std::pair(read->width, read->height), std::pair(width, 3));
         EXPECT_EQ(read->palette, image.palette);
         EXPECT_EQ(read->pixels, image.pixels);
     }
@@ -64,12 +64,7 @@ TEST(Bitmap, TakesOtherHeadersAndShorterColourTables) {
 
 TEST(Bitmap, RefusesWhatItCannotShow) {
     const auto good = write_bitmap(random_image(5, 4));
-    struct Row {
-        const char* what;
-        std::size_t offset;
-        std::vector<std::uint8_t> bytes;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, std::ptrdiff_t, std::vector<std::uint8_t>> rows[] = {
         {"an old header", 0, {12}},
         {"no width", 4, {0, 0, 0, 0}},
         {"a negative width", 4, {0xFB, 0xFF, 0xFF, 0xFF}},
@@ -81,10 +76,10 @@ TEST(Bitmap, RefusesWhatItCannotShow) {
         {"24 bits", 14, {24}},
         {"compressed", 16, {1}},
     };
-    for (const Row& row : rows) {
+    for (const auto& [what, offset, bytes] : rows) {
         auto damaged = good;
-        std::copy(row.bytes.begin(), row.bytes.end(), damaged.begin() + static_cast<std::ptrdiff_t>(row.offset));
-        EXPECT_FALSE(read_bitmap(damaged, BITMAP_PIXEL_OFFSET)) << row.what;
+        std::copy(bytes.begin(), bytes.end(), damaged.begin() + offset);
+        EXPECT_FALSE(read_bitmap(damaged, BITMAP_PIXEL_OFFSET)) << what;
     }
     for (std::size_t size = 0; size < good.size(); ++size)
         EXPECT_FALSE(read_bitmap(std::span(good).first(size), BITMAP_PIXEL_OFFSET)) << size;
@@ -93,19 +88,12 @@ TEST(Bitmap, RefusesWhatItCannotShow) {
         EXPECT_FALSE(read_bitmap(good, offset)) << offset;
 }
 
-TEST(SkinPalette, MixesTheHalfToneByChannel) {
-    EXPECT_EQ(half_tone(0x001900, 0x90B068), 0x486434U);
-    EXPECT_EQ(half_tone(0xFFFFFF, 0xFFFEFF), 0xFFFEFFU);
-    EXPECT_EQ(half_tone(0x010101, 0), 0U);
-
+TEST(SkinPalette, HasTheColoursOfTheLcdInFourPlaces) {
     Palette palette{};
-    palette[5] = 0x777777;
-    set_lcd_colours(palette, {.lit = 0x102030, .unlit = 0x304050, .background = 0xABCDEF});
-    EXPECT_EQ(palette[1], 0xABCDEFU);
-    EXPECT_EQ(palette[2], 0x304050U);
-    EXPECT_EQ(palette[3], 0x203040U);
-    EXPECT_EQ(palette[4], 0x102030U);
-    EXPECT_EQ(palette[5], 0x777777U);
+    palette[0] = palette[5] = 0x777777;
+    set_lcd_colours(palette, {.lit = 0xFF2031, .unlit = 0x014050, .background = 0xABCDEF});
+    const Palette expected{0x777777, 0xABCDEF, 0x014050, 0x803040, 0xFF2031, 0x777777};
+    EXPECT_EQ(palette, expected);
 }
 
 } // namespace
