@@ -41,44 +41,34 @@ struct KeyMachine : TestMachine {
     std::string log;
 };
 
-// clang-format off
-/// Virtual keys that do not just type their own code, by mode.
-using Keys = std::map<int, std::string>;
-const Keys BOTH_MODES = {
-    // Backspace, End, Home, arrows, Insert, Delete, F7, F8
-    {8, "\x04"},  {35, "\x07"}, {36, "\x06"}, {37, "\x01"}, {38, "\x08"}, {39, "\x02"}, {40, "\x09"}, {45, "\x05"},
-    {46, "\x03"}, {118, "\x8D"}, {119, "\x87"},
-    // numeric pad
-    {96, "0"},  {97, "1"},  {98, "2"},  {99, "3"},  {100, "4"}, {101, "5"}, {102, "6"}, {103, "7"}, {104, "8"}, {105, "9"},
-    {106, "*"}, {107, "+"}, {109, "-"}, {110, "."}, {111, "/"},
-};
-const Keys MACHINE_MODE = {{188, " "}, {189, "-"}, {190, "="}, {191, "\x8D"}, {222, "^"}};
-const Keys ASCII_MODE = {
-    {135, "\x87"}, {141, "\x8D"}, {186, ":"}, {187, ";"}, {188, ","}, {189, "-"}, {190, "."}, {191, "/"}, {192, "@"},
-    {219, "["},    {221, "]"},    {222, "^"}, {220, "\\"}, {226, "\x98"},
-};
-/// What the keys ask that type nothing.
-const Keys ACTING = {
-    {9, ""},         {13, ""},        {19, "40004"},   {27, "40004"}, {112, "resize"}, {113, "resize"}, {114, "40043"},
-    {115, "40015"},  {116, "40003"},  {117, "40041"},  {120, "dump"}, {121, ""},       {122, ""},       {123, "snapshot"},
-};
-// clang-format on
+std::string escaped(std::string_view raw) {
+    char text[64];
+    if (raw.size() == 1 && as_byte(raw[0]) <= 0x20)
+        std::snprintf(text, sizeof text, "<%02x>", as_byte(raw[0]));
+    else
+        escape_text(raw, text, sizeof text);
+    return text;
+}
 
+/// What every other virtual key types, or asks, than its own code.
 TEST(KeyMap, EveryVirtualKey) {
+    std::map<std::string, std::map<int, std::string>> rows; // by heading
+    for (const FileCase& row : read_cases("keys/virtual_keys.txt"))
+        rows[row.heading][std::stoi(row.input)] = row.expected;
+    const auto& acting = rows.at("acts in both modes");
     for (const int ascii_mode : {0, 1}) {
-        Keys expected = BOTH_MODES;
-        expected.merge(Keys(ascii_mode != 0 ? ASCII_MODE : MACHINE_MODE));
-        expected.merge(Keys(ACTING));
+        auto expected = rows.at("types in both modes");
+        expected.merge(std::map(rows.at(ascii_mode != 0 ? "types in ASCII mode" : "types in machine mode")));
         for (int key = -1; key <= 300; ++key) {
             SCOPED_TRACE(std::to_string(key) + " in mode " + std::to_string(ascii_mode));
             KeyMachine t(ascii_mode);
-            const bool acts = ACTING.contains(key);
-            std::string text = key >= 32 && key <= 127 ? std::string(1, static_cast<char>(key)) : "";
+            const bool acts = acting.contains(key);
+            std::string text = key >= 32 && key <= 127 && !acts ? escaped(std::string(1, static_cast<char>(key))) : "";
             if (expected.contains(key))
-                text = acts ? "" : expected[key];
-            EXPECT_EQ(t.typed(key), text);
+                text = expected[key];
+            EXPECT_EQ(escaped(t.typed(key)), text);
             EXPECT_EQ(t.m.held_key, text.empty() || key == 187 ? 0 : key);
-            EXPECT_EQ(t.log, acts ? expected[key] : "");
+            EXPECT_EQ(t.log, acts ? acting.at(key) : "");
             EXPECT_EQ(t.m.enter_request, key == 13 ? 1 : 0);
             EXPECT_EQ(t.m.trace_step_request, 0);
         }
@@ -103,15 +93,6 @@ TEST(KeyMap, KeysThatDependOnTheMachine) {
     EXPECT_EQ(t.m.zoom, 1);
 }
 
-std::string escaped(std::string_view raw) {
-    char text[64];
-    if (raw.size() == 1 && as_byte(raw[0]) < 0x20)
-        std::snprintf(text, sizeof text, "<%02x>", as_byte(raw[0]));
-    else
-        escape_text(raw, text, sizeof text);
-    return text;
-}
-
 /// What a key types on all levels of a mode: "[A,GOSUB ,a,\\ci,SIN ]".
 OutcomeOfCase levels(int ascii_mode) {
     return [=](const FileCase& row) {
@@ -130,8 +111,8 @@ OutcomeOfCase levels(int ascii_mode) {
 TEST(KeyMap, Levels) { expect_cases("keys/key_levels.txt", {{"machine mode", levels(0)}, {"ASCII mode", levels(1)}}); }
 
 TEST(KeyMap, AltTypesFunctionWordsInMachineModeOnly) {
-    const Keys keys = {{'A', "SIN "}, {'N', "RAN#"}, {'Q', "Q"}, {'5', "5"}, {' ', " "},
-                       {31, ""},      {127, "\x7F"}, {128, ""},  {13, ""},   {115, "s"}};
+    const std::map<int, std::string> keys = {{'A', "SIN "}, {'N', "RAN#"}, {'Q', "Q"}, {'5', "5"}, {' ', " "},
+                                             {31, ""},      {127, "\x7F"}, {128, ""},  {13, ""},   {115, "s"}};
     for (const int ascii_mode : {0, 1}) {
         for (const auto& [key, text] : keys) {
             KeyMachine t(ascii_mode);

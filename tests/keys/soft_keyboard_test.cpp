@@ -10,16 +10,17 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <tuple>
 #include <utility>
 
 namespace quillon::testing {
 namespace {
 
-struct Place {
-    int row, column;
+using Place = std::pair<int, int>; // row, column
+const std::map<std::string, Place> KEYS = {
+    {"CLOSE", {0, 0}}, {"EXT", {0, 1}}, {"LEFT", {0, 2}}, {"S", {0, 4}}, {"F", {0, 5}},  {"CLEAR", {0, 6}},
+    {"DEL", {0, 7}},   {"BRK", {0, 8}}, {"A", {2, 0}},    {"B", {3, 4}}, {"3", {2, 12}}, {"EXE", {3, 12}},
 };
-constexpr Place CLOSE{0, 0}, EXT{0, 1}, LEFT{0, 2}, S{0, 4}, F{0, 5}, CLEAR{0, 6}, DEL{0, 7}, BRK{0, 8}, A{2, 0},
-    B{3, 4}, THREE{2, 12}, EXE{3, 12};
 
 struct SoftKeyboard : TestMachine {
     SoftKeyboard() {
@@ -27,7 +28,7 @@ struct SoftKeyboard : TestMachine {
         open_soft_keyboard(m);
         m.soft_changed = 0;
     }
-    void down(Place key) { soft_mouse_down(m, key.row, key.column); }
+    void down(Place key) { soft_mouse_down(m, key.first, key.second); }
     void up() { soft_mouse_up(m); }
 
     /// Press, a tick, release, two ticks.
@@ -37,6 +38,22 @@ struct SoftKeyboard : TestMachine {
         up();
         tick(2);
     }
+
+    /// A script of soft_keys.txt.
+    void keys(const std::string& script) {
+        std::istringstream words(script);
+        for (std::string word; words >> word;) {
+            if (word == "-")
+                up();
+            else if (KEYS.contains(word))
+                click(KEYS.at(word));
+            else if (word.ends_with('+'))
+                down(KEYS.at(word.substr(0, word.size() - 1)));
+            else
+                tick(std::stoi(word));
+        }
+    }
+
     void enter_command_mode() {
         run_host_command(*simulator, COMMAND_LINE);
         exe();
@@ -48,27 +65,9 @@ struct SoftKeyboard : TestMachine {
     bool redrawn() { return std::exchange(m.soft_changed, 0) != 0; }
 };
 
-const std::map<std::string, Place> NAMES = {{"S", S},     {"F", F},       {"EXT", EXT},     {"A", A},
-                                            {"B", B},     {"LEFT", LEFT}, {"CLEAR", CLEAR}, {"DEL", DEL},
-                                            {"BRK", BRK}, {"EXE", EXE},   {"3", THREE}};
-
-void play_keys(SoftKeyboard& t, const std::string& script) {
-    std::istringstream words(script);
-    for (std::string word; words >> word;) {
-        if (word == "-")
-            t.up();
-        else if (NAMES.contains(word))
-            t.click(NAMES.at(word));
-        else if (word.ends_with('+'))
-            t.down(NAMES.at(word.substr(0, word.size() - 1)));
-        else
-            t.tick(std::stoi(word));
-    }
-}
-
 std::string latches_after(const FileCase& row) {
     SoftKeyboard t;
-    play_keys(t, row.input);
+    t.keys(row.input);
     std::string on = t.m.shift_flag != 0 ? "S" : "";
     on += t.m.alt_flag != 0 ? "F" : "";
     on += t.m.ctrl_flag != 0 ? "X" : "";
@@ -81,7 +80,7 @@ std::string latches_after(const FileCase& row) {
 std::string typed_by(const FileCase& row) {
     SoftKeyboard t;
     t.enter_command_mode();
-    play_keys(t, row.input);
+    t.keys(row.input);
     if (t.m.run_state != STATE_COMMAND)
         return moment(t);
     const std::string entry = t.entry().insert(static_cast<std::size_t>(t.m.display_cursor), "|");
@@ -93,27 +92,24 @@ TEST(SoftKeyboard, TypesAndLatches) {
 }
 
 TEST(SoftKeyboard, HoldsAKeyFromItsPressToItsRelease) {
-    struct Row {
-        Place key;
-        const char* text;
-        int highlight;
-    };
-    for (const Row& row : {Row{A, "A", 28}, {CLEAR, "\x06", 6}, {{3, 13}, "", SOFT_EXE_KEY}}) {
+    using Row = std::tuple<Place, const char*, int>;
+    for (const auto& [place, text, highlight] :
+         {Row{Place{2, 0}, "A", 28}, {{0, 6}, "\x06", 6}, {{3, 13}, "", SOFT_EXE_KEY}}) {
         SoftKeyboard t;
         t.tick();
-        t.down(row.key);
+        t.down(place);
         EXPECT_FALSE(t.redrawn()) << "nothing before the tick";
         for (const bool first : {true, false}) {
             soft_keyboard_tick(t.m);
-            EXPECT_EQ(t.m.key_string.view(), row.text);
-            EXPECT_EQ(t.m.soft_key_code, row.text[0]);
-            EXPECT_EQ(t.m.soft_highlight, row.highlight);
-            EXPECT_EQ(t.m.enter_request, *row.text == 0 && first ? 1 : 0) << "EXE comes once";
+            EXPECT_EQ(t.m.key_string.view(), text);
+            EXPECT_EQ(t.m.soft_key_code, text[0]);
+            EXPECT_EQ(t.m.soft_highlight, highlight);
+            EXPECT_EQ(t.m.enter_request, *text == 0 && first ? 1 : 0) << "EXE comes once";
             EXPECT_EQ(t.redrawn(), first);
             t.m.enter_request = 0;
         }
         t.up();
-        EXPECT_EQ(t.m.soft_key_code, row.text[0]) << "nothing before the tick";
+        EXPECT_EQ(t.m.soft_key_code, text[0]) << "nothing before the tick";
         soft_keyboard_tick(t.m);
         EXPECT_EQ(t.m.soft_key_code, 0);
         EXPECT_TRUE(t.m.key_string.empty());
@@ -127,27 +123,22 @@ TEST(SoftKeyboard, TypesTheKeyThatBeginsAnEntry) {
     SoftKeyboard t;
     t.start("INPUT A$");
     t.wait();
-    for (const Place key : {A, A, B, EXE})
-        t.click(key);
+    t.keys("A A B EXE");
     EXPECT_EQ(t.m.variables[0].text.view(), "AAB");
 
     SoftKeyboard ready;
-    ready.click(S);
-    ready.click(THREE);
+    ready.keys("S 3");
     EXPECT_EQ(ready.m.run_page, 3);
     ready.tick(20);
     EXPECT_EQ(moment(ready), "run 17 8 [READY P3]") << "the area's key is none to the prompt";
-    ready.click(A);
+    ready.keys("A");
     EXPECT_EQ(ready.entry(), "A");
 }
 
 TEST(SoftKeyboard, ShowsKeysToKeyOnlyWhileTheyAreHeld) {
     SoftKeyboard t;
     t.start("A$=KEY$\nB$=KEY$\nC$=KEY$\nD$=KEY$\nEND");
-    t.down(A);
-    t.tick(3);
-    t.up();
-    t.tick(2);
+    t.keys("A+ 1 2 - 2");
     std::string seen;
     for (std::size_t i = 0; i < 4; ++i)
         seen += std::string(t.m.variables[i].text) + ",";
@@ -161,7 +152,7 @@ TEST(SoftKeyboard, BreaksOnceAndOnlyWhatRuns) {
         t.m.host.run_command = [&commands](int command) { commands += std::to_string(command); };
         t.m.run_state = state;
         t.m.key_string = "A";
-        t.down(BRK);
+        t.keys("BRK+");
         for (int tick = 0; tick < 30; ++tick)
             soft_keyboard_tick(t.m);
         EXPECT_EQ(commands, state == STATE_COMMAND ? "" : "40004") << state;
@@ -174,9 +165,7 @@ TEST(SoftKeyboard, LeavesNothingBehindWhenItIsClosed) {
         SCOPED_TRACE(by_its_key);
         SoftKeyboard t;
         t.enter_command_mode();
-        t.click(EXT);
-        t.down(by_its_key ? CLOSE : A);
-        t.tick(5);
+        t.keys(by_its_key ? "EXT CLOSE+ 5" : "EXT A+ 5");
         EXPECT_EQ(t.m.soft_open, 1) << "it closes on the release";
         t.up();
         if (!by_its_key)
@@ -184,7 +173,7 @@ TEST(SoftKeyboard, LeavesNothingBehindWhenItIsClosed) {
         t.tick(30);
         EXPECT_EQ(t.m.soft_open + t.m.soft_ctrl_latch + t.m.ctrl_flag + t.m.soft_key_code, 0);
         EXPECT_TRUE(t.m.key_string.empty());
-        t.click(A); // closed, it takes nothing
+        t.keys("A"); // closed, it takes nothing
         open_soft_keyboard(t.m);
         t.tick(3);
         EXPECT_EQ(t.m.soft_highlight, -1);
@@ -195,9 +184,9 @@ TEST(SoftKeyboard, LeavesNothingBehindWhenItIsClosed) {
 TEST(SoftKeyboard, IgnoresPressesOutsideItsGrid) {
     SoftKeyboard t;
     t.enter_command_mode();
-    for (const Place place : {Place{-1, 0}, {0, -1}, {4, 0}, {0, 14}, {4, -14}, {2, 28}, {-1, 14}}) {
-        t.click(place);
-        EXPECT_EQ(t.entry(), "") << place.row << ' ' << place.column;
+    for (const auto& [row, column] : {Place{-1, 0}, {0, -1}, {4, 0}, {0, 14}, {4, -14}, {2, 28}, {-1, 14}}) {
+        t.click({row, column});
+        EXPECT_EQ(t.entry(), "") << row << ' ' << column;
         EXPECT_EQ(t.m.soft_highlight, -1);
     }
     for (const auto& [layer, index] : {std::pair{-1, 0}, {6, 0}, {0, -1}, {0, 56}})
