@@ -147,10 +147,6 @@ TEST_F(Evaluator, SpecialCharactersAndLongTexts) {
     }
 }
 
-TEST_F(Evaluator, OpenParenthesesEndWithTheirStatement) {
-    EXPECT_EQ(shown_by("A=1:IF (A THEN 30\nEND\nFOR I=(A TO 3:NEXT I:PRINT I"), " 4");
-}
-
 TEST_F(Evaluator, OnlyAnExpressionLeavesAnOperand) {
     for (const char* statement : {"E=1", "1<2", "PASS", "PRINT 1"}) {
         m.operand_done = 1;

@@ -1,25 +1,103 @@
-// Command mode beyond the rows of command_lines.txt: the last result, a stopped INPUT meanwhile, and a clean start.
+// Command mode beyond the rows of command_lines.txt and dialogues.txt: the limits of the line editor, the clipboard, a
+// stopped INPUT meanwhile, and a clean start.
 #include "shell/commands.h"
+#include "shell/key_queue.h"
 #include "tests/statements/changes.h"
 #include "tests/support/keyboard.h"
-#include "tests/support/table.h"
 
 #include <gtest/gtest.h>
+
+#include <vector>
 
 namespace quillon::testing {
 namespace {
 
-struct CommandMode : public ::testing::Test, public CommandLine {};
-
-TEST_F(CommandMode, KeepsTheLastResult) {
-    for (const Case& row :
-         arrow_cases(R"(2+3 -> 5  A=7 -> 7  A$="X" -> 0  2<3 -> 1  2>3 -> 0  "AB" -> 0  6:8 -> 8  9 -> 9
-                                          PRINT 4 -> 0  9 -> 9  1/0 -> 0  3*4 -> 12)")) {
-        says(row.text);
-        EXPECT_EQ(m.last_result, std::stoi(row.outcome)) << row.text;
+struct CommandMode : public ::testing::Test, public CommandLine {
+    void expect_entry(const std::string& text, std::size_t cursor) const {
+        EXPECT_EQ(m.entry_line.text.view(), text);
+        EXPECT_EQ(static_cast<std::size_t>(m.display_cursor), cursor) << text;
     }
+
+    void press_all(const std::vector<int>& keys) {
+        for (const int key : keys)
+            press(*this, key);
+    }
+};
+
+TEST_F(CommandMode, ShowsTheCursorAtOnceWithAKey) {
+    type(*this, "A+B");
+    press(*this, LEFT);
+    m.cursor_visible = 0;
+    m.blink_counter = 7;
+    tick();
+    EXPECT_EQ(display(), "A+B");
+    press(*this, LEFT);
+    EXPECT_EQ(display(), "A_B");
+}
+
+TEST_F(CommandMode, StopsAt127Characters) {
+    const std::string text(127, '7');
+    type_at_once(*this, text + "89");
+    press_all({RIGHT, INSERT});
+    expect_entry(text, 127);
+    press_all({LEFT, LEFT, INSERT, '1', '2', '3'});
+    expect_entry(text.substr(2) + "12", 127);
+    press(*this, BACKSPACE);
+    expect_entry(text.substr(2) + "1", 126);
+    EXPECT_EQ(m.display_offset, 126 - 11);
+}
+
+TEST_F(CommandMode, AppliesAHeldKeyOnce) {
+    KeyEvent key;
+    key.key = 'A';
+    for (int i = 0; i < 5; ++i) {
+        push_key_event(simulator->keys, key);
+        tick(5);
+        key.auto_repeat = true;
+    }
+    expect_entry("A", 1);
+    key.kind = KeyEvent::Kind::UP;
+    push_key_event(simulator->keys, key);
+    tick(2);
+    type_at_once(*this, "AABB");
+    expect_entry("AAABB", 5);
+}
+
+TEST_F(CommandMode, TypesWhatThereIsRoomForOfAWord) {
+    m.ascii_mode = 0;
+    type_at_once(*this, std::string(125, '1'));
+    press(*this, 'A', SHIFT);
+    expect_entry(std::string(125, '1') + "GO", 127);
+}
+
+TEST_F(CommandMode, PastesUpToTheFirstControlCharacter) {
+    for (const std::string pasted : {"1+2|", "12|\r34", "|", "|\n1", "A\x7F|", "AB|\x87\x43", "123456789012345|"}) {
+        std::string text = pasted;
+        text.erase(text.find('|'), 1);
+        m.host.paste_text = [&text] { return BoundedText<15>(text); };
+        press(*this, 'V', CTRL);
+        EXPECT_EQ(m.entry_line.text.view(), pasted.substr(0, pasted.find('|'))) << pasted;
+        press(*this, HOME);
+    }
+    type(*this, "ABCDE");
+    press_all({LEFT, LEFT, LEFT});
+    m.host.paste_text = [] { return BoundedText<15>("xy"); };
+    press(*this, 'V', CTRL);
+    expect_entry("ABxyE", 4);
+}
+
+TEST_F(CommandMode, CopiesTheEntryOrTheResult) {
+    std::string copied;
+    m.host.copy_text = [&copied](std::string_view text) { copied += std::string(text) + "/"; };
+    type(*this, "2+3.50");
+    press(*this, 'C', CTRL);
+    expect_entry("2+3.50", 6);
     exe();
-    EXPECT_EQ(m.last_result, 12) << "an empty line leaves it";
+    press(*this, 'C', CTRL);
+    expect_entry("", 0);
+    enter(*this, "\"AB\"+\"CD\"");
+    press(*this, 'C', CTRL);
+    EXPECT_EQ(copied, "2+3.50/5.5/ABCD/");
 }
 
 TEST_F(CommandMode, LeavesAStoppedInputItsVariables) {

@@ -1,6 +1,5 @@
 // A person and the machine: what is shown after each thing that the person does. In the files characters stand for
 // their keys and words in braces for other keys and events; the machine is at an empty command line below each heading.
-#include "core/charset.h"
 #include "shell/commands.h"
 #include "tests/statements/changes.h"
 #include "tests/support/cases_file.h"
@@ -54,6 +53,7 @@ const std::map<std::string, Act> WORDS = {
     {"SHIFT-RIGHT", key(RIGHT, SHIFT)},
     {"SHIFT-A", key('A', SHIFT)},
     {"SHIFT-K", key('K', SHIFT)},
+    {"CLEAR", [](CommandLine& t, const std::string&) { play(t, "soft"); }},
     {"STOP", host_command(COMMAND_STOP)},
     {"RUN", host_command(COMMAND_RUN)},
     {"load", [](CommandLine& t, const std::string& program) { t.load_program(program); }},
@@ -83,17 +83,12 @@ void act(CommandLine& t, std::string_view doing) {
     }
 }
 
-std::string escaped(std::string_view text) {
-    char escapes[512];
-    return std::string(escape_text(text, escapes, sizeof escapes));
-}
-
 /// The error; or "line AB|C", "entry AB|C" with the cursor while a line is typed; "asks N?"; "result 5"; or the run
 /// state with what is displayed. At prompts and behind a program's end the variables follow.
 std::string seen(const TestMachine& t) {
     const Machine& m = t.m;
     if (m.error_code != ERROR_NONE)
-        return t.display() + " " + t.detail_id() + t.detail();
+        return failure_of(t);
     if (m.run_state == STATE_COMMAND || m.run_state == STATE_INPUT) {
         const std::string_view line = m.entry_line.text.view();
         const auto cursor = static_cast<std::size_t>(m.display_cursor);

@@ -1,6 +1,6 @@
 // Every error of the statements and functions: its code, its text in the catalogue and its detail; and the catalogues
 // themselves, which have every text that is asked for and no other. (Jumps, loops, conditions and PRINT: in their own
-// files. What an INPUT refuses: in input_test. Listings and expressions: in core.)
+// files. What an INPUT refuses: in print_input_test. Listings and expressions: in core.)
 #include "core/charset.h"
 #include "shell/catalogue.h"
 #include "shell/settings.h"

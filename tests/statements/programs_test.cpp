@@ -22,26 +22,29 @@ std::string with_marks(const std::string& statements) {
            "[P3]\n5 PRINT \"P3\":END\n10 PRINT \"P3-10\":END\n[P4]\n[P9]\n100 PRINT \"P9\"\n200 RETURN\n";
 }
 
-std::string failure(const TestMachine& t) {
+std::string end_of(TestMachine& t, const std::string& program) {
+    t.start(program);
+    t.run_through();
     EXPECT_EQ(t.m.run_state, STATE_ENDED);
-    if (t.m.error_code != ERROR_NONE)
-        return t.display() + " " + t.detail_id() + t.detail();
-    return t.detail_id().empty() ? "ok" : "ended " + t.detail_id() + t.detail();
+    return failure_of(t);
 }
 
 std::string failure_among_marks(const FileCase& row) {
     TestMachine t;
-    t.start(with_marks(row.input));
-    t.run_through();
+    const std::string end = end_of(t, with_marks(row.input));
     EXPECT_EQ(t.m.gosub_depth, 0);
-    return failure(t);
+    return end;
+}
+
+std::string failure(const FileCase& row) {
+    TestMachine t;
+    return end_of(t, row.input);
 }
 
 std::string left_by(const FileCase& row) {
     TestMachine t;
-    t.start(row.input);
-    t.run_through();
-    return failure(t) + changes(t.m);
+    const std::string end = end_of(t, row.input);
+    return end + changes(t.m);
 }
 
 std::string moment_and_changes(const FileCase& row) {
@@ -55,7 +58,7 @@ std::string moment_and_changes(const FileCase& row) {
 const std::map<std::string, OutcomeOfCase> OUTCOMES = {
     {"shows", [](const FileCase& row) { return shown_by(row.input); }},
     {"shows, among marked lines", [](const FileCase& row) { return shown_by(with_marks(row.input)); }},
-    {"fails", [](const FileCase& row) { return failure_of(row.input); }},
+    {"fails", failure},
     {"fails, among marked lines", failure_among_marks},
     {"leaves", left_by},
     {"steps", moment_and_changes},

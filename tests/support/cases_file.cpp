@@ -1,9 +1,10 @@
 // Reading files of test cases line by line.
 #include "tests/support/cases_file.h"
 
+#include "tests/support/temporary_file.h"
+
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <set>
 #include <sstream>
 #include <stdexcept>
@@ -26,13 +27,6 @@ bool read_row(std::string_view line, FileCase& row) {
     row.input = with_line_feeds(line.substr(0, arrow));
     row.expected = line.substr(std::min(arrow + 4, line.size()));
     return (row.expected + " ").find(" => ") == std::string::npos;
-}
-
-std::string text_of(const std::string& file) {
-    std::ifstream stream(QUILLON_TESTS "/" + file, std::ios::binary);
-    std::ostringstream text;
-    text << stream.rdbuf();
-    return text.str();
 }
 
 /// What a row's outcome throws, for a word that it does not know, is a failure of this row.
@@ -74,7 +68,9 @@ std::vector<FileCase> parse_cases(std::string_view text, const std::string& name
     return rows;
 }
 
-std::vector<FileCase> read_cases(const std::string& file) { return parse_cases(text_of(file), file); }
+std::vector<FileCase> read_cases(const std::string& file) {
+    return parse_cases(bytes_of(QUILLON_TESTS "/" + file), file);
+}
 
 void expect_cases(const std::string& file, const OutcomeOfCase& outcome) {
     for (const FileCase& row : read_cases(file)) {

@@ -16,9 +16,9 @@ void play(TestMachine& t, std::string_view script);
 /// The run state by name, the statement context, the write column and the visible columns: "wait 0 3 [ABC]".
 std::string moment(const TestMachine& t);
 
-/// How a program ends: "ok"; "ERR4 P0-10 GOTO 5[99]" with the error text, the catalogue entry and the detail behind it;
-/// or "ended GOTO 3[3]" where a detail but no error is left.
-std::string failure_of(std::string_view lines);
+/// How a program has ended: "ok"; "ERR4 P0-10 GOTO 5[99]" with the error text, the catalogue entry and the detail
+/// behind it; or "ended GOTO 3[3]" where a detail but no error is left.
+std::string failure_of(const TestMachine& t);
 
 /// What `PRINT expression` shows after the lines of `setup`, without the sign blank, or how it fails ("ERR3 SIN 2
 /// [1441]"). Unit, formats and variables are those of a new machine.

@@ -1,12 +1,51 @@
-// INPUT beyond the rows of dialogues.txt: long prompts and entries, and every refusal.
+// PRINT and INPUT beyond the rows of print.txt and dialogues.txt: the pace of PRINT, the longest texts, prompts and
+// entries, and every refusal. (The visible columns: in display/lcd_test.)
 #include "tests/statements/changes.h"
 #include "tests/support/keyboard.h"
 #include "tests/support/scripts.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace quillon::testing {
 namespace {
+
+TEST(Print, ScrollsAtTheConfiguredPace) {
+    // the first wait, the others, and the ticks from the item to its second step
+    for (const auto& [first, others, ticks] : {std::array{0, 0, 2}, {3, 0, 5}, {0, 7, 9}, {100, 10, 112}}) {
+        SCOPED_TRACE(ticks);
+        TestMachine t;
+        t.start(R"(PRINT "ABCDEFGHIJKLMN")");
+        t.m.wait_print_sc_ini = first;
+        t.m.wait_print_sc = others;
+        t.tick(ticks);
+        EXPECT_EQ(moment(t), "run 10 13 [BCDEFGHIJKLM]");
+        t.tick();
+        EXPECT_EQ(moment(t), "wait 0 12 [CDEFGHIJKLMN]");
+        EXPECT_EQ(t.m.wait_counter, others);
+        EXPECT_EQ(t.m.state_after_scroll, STATE_RUN);
+        EXPECT_EQ(t.m.kind_after_scroll, KIND_NONE);
+    }
+}
+
+TEST(Print, CarriesTheLongestTexts) {
+    const std::string thirty = "ABCDEFGHIJKLMNOPQRSTUVWXYZ1234";
+    const std::string longest = thirty + thirty + thirty + thirty + "ABCDEFG"; // 127 characters
+    TestMachine t;
+    t.start(R"(PRINT ")" + longest + R"(")");
+    t.tick();
+    t.exe();
+    EXPECT_EQ(moment(t), "wait 0 12 [" + longest.substr(115) + "]");
+    // Behind twelve columns 115 more have room: the line ends at column 126.
+    t.start(R"(PRINT "0123456789ab";")" + longest + R"(";"END")");
+    t.tick(2);
+    t.exe();
+    EXPECT_EQ(moment(t), "run 7 12 [" + longest.substr(103, 12) + "]");
+    t.tick(t.m.wait_print_sc + 1);
+    t.exe();
+    EXPECT_EQ(moment(t), "wait 0 12 [" + longest.substr(106, 9) + "END]");
+}
 
 /// A machine whose program has come to its first prompt.
 struct Asking : TestMachine {
@@ -42,19 +81,6 @@ TEST(Input, RefusesWhatIsNoNumberAndAsksAgain) {
             t.wait();
         }
         EXPECT_EQ(changes(t.m), " A=5 B$=X C$=1 D=6 E=1") << entry;
-    }
-}
-
-TEST(Input, TakesAString) {
-    const std::string longer = "1234567890123456789012345678901234567890";
-    for (const std::string target : {"A$", "$", "Z$(5)"}) {
-        for (const std::string& entry : {std::string("X"), std::string("longer than seven"), std::string("\"Q\":,"),
-                                         std::string("  A "), longer.substr(0, 31), longer}) {
-            Asking t(std::string("INPUT ").append(target).append(":B$=").append(target));
-            enter(t, entry);
-            t.wait();
-            EXPECT_EQ(cell(t, 'B').text.view(), entry.substr(0, 31)) << target;
-        }
     }
 }
 
