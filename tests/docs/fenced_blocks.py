@@ -14,8 +14,9 @@ A block of any other language belongs to no example.
 from dataclasses import dataclass, field
 from pathlib import Path
 
-LEADERS = ("basic", "typed", "drive")
-PARTS = (*LEADERS, "input", "shows")
+# What may stand behind a block in its example; an example ends where nothing may. None is before its first block.
+FOLLOWERS = {None: ("basic", "typed", "drive"), "basic": ("input", "typed", "shows", "drive"), "input": ("shows",),
+             "typed": ("shows",), "shows": (), "drive": ()}
 
 
 class BadExample(Exception):
@@ -23,76 +24,45 @@ class BadExample(Exception):
 
 
 @dataclass
-class Block:
-    """A fenced block: the words behind the fence and the lines in it."""
-
-    line: int  # of the opening fence, from 1
-    words: list
-    lines: list
-
-    @property
-    def kind(self) -> str:
-        return self.words[0] if self.words else ""
-
-
-@dataclass
 class Example:
-    """Blocks that are run together, in their order."""
+    """Blocks that are run together: the lines of each by its kind."""
 
     place: str
-    blocks: list = field(default_factory=list)
-
-    def block(self, kind: str):
-        """The block of this kind, None when there is none."""
-        return next((block for block in self.blocks if block.kind == kind), None)
+    blocks: dict = field(default_factory=dict)
+    words: list = field(default_factory=list)  # behind "basic"
 
     def lines(self, kind: str) -> list:
-        block = self.block(kind)
-        return block.lines if block else []
+        return self.blocks.get(kind, [])
 
 
-def read_blocks(text: str) -> list:
-    """All fenced blocks of a document."""
-    blocks = []
-    inside = None
-    for number, line in enumerate(text.split("\n"), 1):
+def read_blocks(path: Path):
+    """All fenced blocks of a document: the place, the words behind the fence, and the lines in it."""
+    place, words, lines = "", None, []
+    for number, line in enumerate(path.read_text(encoding="utf-8").split("\n"), 1):
         if not line.startswith("```"):
-            if inside is not None:
-                inside.lines.append(line)
-        elif inside is None:
-            inside = Block(number, line[3:].split(), [])
+            lines.append(line)
+        elif words is None:
+            place, words, lines = f"{path.name}:{number}", line[3:].split() or [""], []
         else:
-            blocks.append(inside)
-            inside = None
-    if inside is not None:
-        raise BadExample(f"the block of line {inside.line} is not closed")
-    return blocks
-
-
-def is_complete(example: Example) -> bool:
-    return example.blocks[-1].kind in ("shows", "drive")
-
-
-def continues(example: Example, block: Block) -> bool:
-    """Whether the block belongs to the example before it."""
-    followers = {"basic": ("input", "typed", "shows", "drive"), "input": ("shows",), "typed": ("shows",)}
-    return block.kind in followers.get(example.blocks[-1].kind, ())
+            yield place, words, lines
+            words, lines = None, []
+    if words is not None:
+        raise BadExample(f"{place}: the block is not closed")
 
 
 def read_examples(path: Path) -> list:
     """The examples of a document; BadExample where a block stands alone."""
     examples = []
-    for block in read_blocks(path.read_text(encoding="utf-8")):
-        if block.kind not in PARTS:
+    last = None  # the kind of the block before in an example that has not ended
+    for place, (kind, *words), lines in read_blocks(path):
+        if kind not in FOLLOWERS:
             continue
-        if examples and continues(examples[-1], block):
-            examples[-1].blocks.append(block)
-        elif examples and not is_complete(examples[-1]):
-            raise BadExample(f"{examples[-1].place}: nothing says what this example shows")
-        elif block.kind not in LEADERS:
-            raise BadExample(f"{path.name}:{block.line}: no example goes before this block")
-        else:
-            examples.append(Example(f"{path.name}:{block.line}", [block]))
-    if examples and not is_complete(examples[-1]):
+        if kind not in FOLLOWERS[last]:
+            raise BadExample(f"{place}: this block does not belong behind {last or 'no other'}")
+        if last is None:
+            examples.append(Example(place, words=words))
+        examples[-1].blocks[kind] = lines
+        last = kind if FOLLOWERS[kind] else None
+    if last is not None:
         raise BadExample(f"{examples[-1].place}: nothing says what this example shows")
     return examples

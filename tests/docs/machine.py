@@ -61,8 +61,7 @@ class Drive:
     """A quillon-cli that takes commands of the driving protocol."""
 
     def __init__(self, folder=None):
-        self.process = subprocess.Popen(
-            command("drive"), stdin=subprocess.PIPE, stdout=subprocess.PIPE, cwd=folder)
+        self.process = subprocess.Popen(command("drive"), stdin=subprocess.PIPE, stdout=subprocess.PIPE, cwd=folder)
 
     def __enter__(self):
         return self
