@@ -19,18 +19,6 @@ def shown_by(example: Example) -> list:
     return run_listing(example.lines("basic"), example.words, example.lines("input"))
 
 
-def split_session(lines: list) -> list:
-    """Pairs of a command and the text of its answer, which may stand on several lines."""
-    pairs = []
-    for line in lines:
-        if line.startswith("> "):
-            pairs.append((line[2:], ""))
-        else:
-            command, answer = pairs.pop()
-            pairs.append((command, answer + line))
-    return pairs
-
-
 def told_of_answer(expected: str, answer: dict) -> tuple:
     """What the document tells of an answer, and the part of the answer that this is about."""
     told = json.loads(re.sub(r",\s*\.\.\.\s*}$", "}", expected))
@@ -43,17 +31,15 @@ class Documents(unittest.TestCase):
 
     maxDiff = None
 
-    def check_shown(self, example: Example) -> None:
-        shown = [line.rstrip() for line in shown_by(example)]
-        self.assertEqual(shown, example.lines("shows"), example.place)
-
     def check_session(self, example: Example) -> None:
         with tempfile.TemporaryDirectory() as folder:
             if "basic" in example.blocks:
                 name = example.words[0].removeprefix("file=")
                 Path(folder, name).write_text(with_header(example.lines("basic")), encoding="utf-8")
             with Drive(folder) as drive:
-                for command, expected in split_session(example.lines("drive")):
+                # a command, and its answer, which may stand on several lines
+                session = "\n".join(example.lines("drive")) + "\n"
+                for command, expected in re.findall(r"> (.*)\n((?:(?!> ).*\n)*)", session):
                     with self.subTest(command=command):
                         told, answer = told_of_answer(expected, drive.ask(command))
                         self.assertEqual(answer, told, example.place)
@@ -66,7 +52,7 @@ class Documents(unittest.TestCase):
                 if "drive" in example.blocks:
                     self.check_session(example)
                 else:
-                    self.check_shown(example)
+                    self.assertEqual([line.rstrip() for line in shown_by(example)], example.lines("shows"))
 
 
 @lru_cache(maxsize=None)

@@ -78,36 +78,21 @@ PROGRAMS = {
 }
 
 
-def typed_length(command: bytes) -> int:
+def state_after(*commands) -> dict:
+    """The state of a machine in command mode after commands of the driving protocol."""
     with Drive() as drive:
-        for line in ("command", "exe", command):
+        for line in ("command", "exe", *commands):
             drive.tell(line)
-        return len(drive.tell("state")["entry"])
+        return drive.tell("state")
 
 
-def pasted_length() -> int:
-    with Drive() as drive:
-        for line in ("command", "exe", "clipboard " + "1" * 40, "key 0a", "tick 3"):
-            drive.tell(line)
-        return len(drive.tell("state")["entry"])
-
-
-def remembered_lines() -> int:
-    with Drive() as drive:
-        for line in ("command", "exe"):
-            drive.tell(line)
-        for number in range(12):
-            for line in (f"type {number}+0", "exe", "wait 1000", "exe"):
-                drive.tell(line)
-        return len([line for line in drive.tell("state")["history"] if line])
-
-
+CALCULATIONS = [line for number in range(12) for line in (f"type {number}+0", "exe", "wait 1000", "exe")]
 TYPED = {
-    "characters of a command line or an entry": (lambda: typed_length(b"type " + b"1" * 140), 127),
-    "command lines remembered": (remembered_lines, 8),
+    "characters of a command line or an entry": (lambda: len(state_after("type " + "1" * 140)["entry"]), 127),
+    "command lines remembered": (lambda: len(list(filter(None, state_after(*CALCULATIONS)["history"]))), 8),
     "statements of a loop on a command line": (
         lambda: hold_conversation(None, ["A=0", "FOR I=1 TO 1EX9:A=A+1:NEXT I", "A"])[-1:], ["10000"]),
-    "pasted characters": (pasted_length, 15),
+    "pasted characters": (lambda: len(state_after("clipboard " + "1" * 40, "key 0a", "tick 3")["entry"]), 15),
 }
 
 
