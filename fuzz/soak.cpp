@@ -33,16 +33,13 @@ constexpr bool MEMORY_IS_MEASURED = true;
 #endif
 
 /// FNV-1a, over everything that is worth comparing.
-class Digest {
-public:
+struct Digest {
+    std::uint64_t value = 0xCBF29CE484222325;
+
     void add(std::string_view bytes) {
         for (const char c : bytes)
-            hash_ = (hash_ ^ static_cast<unsigned char>(c)) * 0x100000001B3;
+            value = (value ^ static_cast<unsigned char>(c)) * 0x100000001B3;
     }
-    [[nodiscard]] std::uint64_t value() const { return hash_; }
-
-private:
-    std::uint64_t hash_ = 0xCBF29CE484222325;
 };
 
 template <typename Elements>
@@ -66,8 +63,7 @@ void add_state(Digest& digest, const Simulator& s) {
 
 /// Memory of this process that is in real pages.
 long resident_kib() {
-    long pages = 0;
-    long resident = 0;
+    long pages = 0, resident = 0;
     std::ifstream("/proc/self/statm") >> pages >> resident;
     return resident * (sysconf(_SC_PAGESIZE) / 1024);
 }
@@ -127,7 +123,7 @@ int soak(long long ticks, std::uint64_t seed) {
     }
     const long end_kib = resident_kib();
     std::printf("ticks %lld, loads %lld, seed %llu, digest %016llx\n", loads * std::min(ticks, TICKS_PER_LISTING),
-                loads, static_cast<unsigned long long>(seed), static_cast<unsigned long long>(digest.value()));
+                loads, static_cast<unsigned long long>(seed), static_cast<unsigned long long>(digest.value));
     if (MEMORY_IS_MEASURED) {
         std::fprintf(stderr, "memory: %ld KiB after a tenth, %ld KiB at the end\n", warm_kib, end_kib);
         require(end_kib <= warm_kib + GROWTH_MAX_KIB, "memory grows");
