@@ -1,14 +1,12 @@
-// What the window asks for beside the commands, what goes to the clipboard, and the list of recent listings. What each
-// command changes, by its number, is tested through the driving protocol.
+// What the window asks for beside the commands (window.txt), what goes to the clipboard, and the list of recent
+// listings. What each command changes, by its number, is tested through the driving protocol.
 #include "shell/clipboard.h"
 #include "shell/commands.h"
 #include "shell/recent_listings.h"
-#include "tests/support/temporary_file.h"
+#include "tests/support/cases_file.h"
 #include "tests/support/test_machine.h"
 
 #include <gtest/gtest.h>
-
-#include <tuple>
 
 namespace quillon::testing {
 namespace {
@@ -29,42 +27,29 @@ TEST(HostRun, NeedsAListing) {
     }
 }
 
-TEST(Window, TitleNamesTheListing) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"", "Quillon Simulator."},
-        {"test.bas", "Quillon Simulator. [test.bas]"},
-        {"C:\\basic\\100%s \xE3\x82\xA1.bas", "Quillon Simulator. [100%s \xE3\x82\xA1.bas]"},
-        {"/users/me/a b.bas", "Quillon Simulator. [a b.bas]"}};
-    for (const auto& [path, title] : rows) {
-        TestMachine t;
-        t.simulator->settings.last_file = path;
-        EXPECT_EQ(window_title(*t.simulator), title);
-    }
+std::string title_of(const FileCase& row) {
+    TestMachine t;
+    t.simulator->settings.last_file = row.input;
+    return window_title(*t.simulator);
 }
 
-TEST(Window, CallsTheEditorWithTheListingAsItIs) {
-    const std::tuple<const char*, const char*, const char*> rows[] = {
-        // editor, listing, call or message
-        {"ed -n  --x", "/home/a b/\"x\" $(rm).bas", "ed|-n|--x|/home/a b/\"x\" $(rm).bas|"},
-        {"notepad.exe", "a.bas", "xdg-open|a.bas|"},
-        {"C:\\windows\\notepad.exe", "a.bas", "xdg-open|a.bas|"},
-        {"", "", "SYSTEM 10\x01"},
-        {"ed", "", "SYSTEM 3\x01"},
-    };
-    for (const auto& [editor, listing, expected] : rows) {
-        TestMachine t;
-        t.simulator->settings.editor = editor;
-        t.simulator->settings.last_file = listing;
-        std::string told;
-        if (const auto call = editor_call(*t.simulator)) {
-            told = call->program + "|";
-            for (const std::string& argument : call->arguments)
-                told += argument + "|";
-        }
-        for (const std::string& message : t.messages)
-            told += message;
-        EXPECT_EQ(told, expected);
-    }
+/// The editor's call, or the message box; of an input "EDITOR < LISTING".
+std::string call_of_editor(const FileCase& row) {
+    TestMachine t;
+    const std::size_t end = row.input.find("<");
+    t.simulator->settings.editor = row.input.substr(0, end);
+    t.simulator->settings.last_file = row.input.substr(end + 1);
+    const auto call = editor_call(*t.simulator);
+    std::string told = call ? call->program : "";
+    for (const std::string& argument : call ? call->arguments : t.messages)
+        told += "|" + argument;
+    std::erase(told, '\x01');
+    return told;
+}
+
+TEST(Window, NamesTheListingAndHandsItToTheEditorAsItIs) {
+    EXPECT_EQ(window_title(*TestMachine().simulator), "Quillon Simulator.");
+    expect_cases("shell/window.txt", {{"title", title_of}, {"editor", call_of_editor}});
 }
 
 TEST(Clipboard, TakesTheFirst1024Characters) {
@@ -86,7 +71,7 @@ TEST(Clipboard, GivesWhatALineCanTake) {
         EXPECT_EQ(pasted_part(on_clipboard).view(), pasted) << ::testing::PrintToString(on_clipboard);
 }
 
-// --- The list of recent listings: its order, its limits and its file ---
+// --- The list of recent listings: its order and its limits ---
 
 TEST(RecentListings, LatestFirstNoneTwiceTenAtMost) {
     RecentListings recent;
@@ -108,15 +93,6 @@ TEST(RecentListings, ReadsAnyText) {
     for (int i = 0; i < 100; ++i)
         long_list += std::to_string(i) + "\n";
     EXPECT_EQ(parse_recent_listings(long_list).size(), RECENT_LISTINGS_MAX);
-}
-
-TEST(RecentListings, LiveInAFile) {
-    const TempFolder folder;
-    const RecentListings recent = {"/b", "/a"};
-    EXPECT_EQ(read_recent_listings(folder / "recent.txt"), RecentListings{});
-    EXPECT_TRUE(write_recent_listings(folder / "recent.txt", recent));
-    EXPECT_EQ(read_recent_listings(folder / "recent.txt"), recent);
-    EXPECT_FALSE(write_recent_listings(folder / "none/recent.txt", recent));
 }
 
 } // namespace

@@ -23,14 +23,7 @@ CALL(int, open, const char* path, int flags, ...);
 CALL(ssize_t, write, int descriptor, const void* bytes, size_t size);
 CALL(int, fsync, int descriptor);
 CALL(int, close, int descriptor);
-CALL(int, rename, const char* from, const char* to);
-CALL(int, link, const char* from, const char* to);
-CALL(int, unlink, const char* path);
-CALL(int, fchmod, int descriptor, mode_t mode);
 CALL(int, fstat, int descriptor, struct stat* out);
-CALL(int, stat, const char* path, struct stat* out);
-CALL(int, lstat, const char* path, struct stat* out);
-CALL(int, access, const char* path, int mode);
 }
 
 namespace quillon::testing {
@@ -77,11 +70,12 @@ bool is_folder(int descriptor) {
 
 } // namespace
 
-FailingCalls::FailingCalls(const Fault& fault) { plan() = {true, fault, 0, ""}; }
-
-FailingCalls::~FailingCalls() { plan().active = false; }
-
-std::string FailingCalls::failed_call() const { return plan().failed_call; }
+std::string run_with_fault(const Fault& fault, const std::function<void()>& action) {
+    plan() = {true, fault, 0, ""};
+    action();
+    plan().active = false;
+    return plan().failed_call;
+}
 
 bool run_and_kill(const std::function<void()>& action, int stop) {
     const pid_t child = ::fork();
@@ -141,11 +135,8 @@ ssize_t wrapped_write(int descriptor, const void* bytes, size_t size) {
     if (!is_due("write", Needs::ROOM))
         return real_write(descriptor, bytes, size);
     const ssize_t half = real_write(descriptor, bytes, (size + 1) / 2);
-    const int error = plan().fault.error;
-    if (error == 0)
-        return half;
-    errno = error;
-    return -1;
+    errno = plan().fault.error;
+    return errno == 0 ? half : -1;
 }
 
 int wrapped_fsync(int descriptor) {
@@ -160,13 +151,18 @@ int wrapped_close(int descriptor) {
     return failed ? -1 : outcome;
 }
 
-int wrapped_rename(const char* from, const char* to) {
-    return fails("rename", Needs::ROOM) ? -1 : real_rename(from, to);
-}
-int wrapped_link(const char* from, const char* to) { return fails("link", Needs::ROOM) ? -1 : real_link(from, to); }
-int wrapped_unlink(const char* path) { return fails("unlink") ? -1 : real_unlink(path); }
-int wrapped_fchmod(int descriptor, mode_t mode) { return fails("fchmod") ? -1 : real_fchmod(descriptor, mode); }
+// Calls that fail and do nothing.
+#define FAILING_CALL(name, needs, parameters, arguments)                                                               \
+    extern "C" int real_##name parameters __asm__("__real_" #name);                                                    \
+    extern "C" int wrapped_##name parameters __asm__("__wrap_" #name);                                                 \
+    int wrapped_##name parameters { return fails(#name, Needs::needs) ? -1 : real_##name arguments; }
+
+FAILING_CALL(rename, ROOM, (const char* from, const char* to), (from, to))
+FAILING_CALL(link, ROOM, (const char* from, const char* to), (from, to))
+FAILING_CALL(unlink, NO_ROOM, (const char* path), (path))
+FAILING_CALL(fchmod, NO_ROOM, (int descriptor, mode_t mode), (descriptor, mode))
+FAILING_CALL(stat, NO_ROOM, (const char* path, struct stat* out), (path, out))
+FAILING_CALL(lstat, NO_ROOM, (const char* path, struct stat* out), (path, out))
+FAILING_CALL(access, NO_ROOM, (const char* path, int mode), (path, mode))
+
 int wrapped_fstat(int descriptor, struct stat* out) { return fails("fstat") ? -1 : real_fstat(descriptor, out); }
-int wrapped_stat(const char* path, struct stat* out) { return fails("stat") ? -1 : real_stat(path, out); }
-int wrapped_lstat(const char* path, struct stat* out) { return fails("lstat") ? -1 : real_lstat(path, out); }
-int wrapped_access(const char* path, int mode) { return fails("access") ? -1 : real_access(path, mode); }

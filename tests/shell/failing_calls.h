@@ -14,19 +14,10 @@ struct Fault {
     bool lasts = false; ///< all later calls that may have this error fail too; else the one alone
 };
 
-/// While it lives, the calls of this process are counted, and one or more fail. One at a time. A write that fails has
-/// written half of its bytes before.
-class FailingCalls {
-public:
-    explicit FailingCalls(const Fault& fault);
-    FailingCalls(const FailingCalls&) = delete;
-    FailingCalls& operator=(const FailingCalls&) = delete;
-    ~FailingCalls();
-
-    /// The call that failed first; empty when there were not so many calls. What is done to a folder has names of its
-    /// own: "open folder", "fsync folder", "close folder".
-    [[nodiscard]] std::string failed_call() const;
-};
+/// Runs `action`, of whose calls one or more fail; a write that fails has written half of its bytes before. Returns the
+/// call that failed first, empty when there were not so many. What is done to a folder has names of its own: "open
+/// folder", "fsync folder", "close folder".
+std::string run_with_fault(const Fault& fault, const std::function<void()>& action);
 
 /// Runs `action` in a child process and kills that at its n-th stop: before its first system call, after it, before its
 /// second, and so on. False when the child came to its end before.

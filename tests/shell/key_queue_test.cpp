@@ -31,24 +31,43 @@ struct Typist : TestMachine {
                                          .auto_repeat = auto_repeat,
                                          .modifiers = modifiers});
     }
-    void up(int key) { push_key_event(simulator->keys, {.kind = KeyEvent::Kind::UP, .key = key}); }
     void tap(int key, Modifiers modifiers = NONE) {
         down(key, modifiers);
-        up(key);
+        push_key_event(simulator->keys, {.kind = KeyEvent::Kind::UP, .key = key});
     }
     /// Taps keys of main letters and digits; "\n" is Enter, "=" the shifted key that types it, "$" the clear key.
     void tap_all(std::string_view keys) {
         for (const char key : keys)
             tap(key == '\n' ? ENTER : key == '=' ? 189 : key == '$' ? HOME : key, key == '=' ? SHIFT : NONE);
     }
-    /// Taps keys by their names in the file of cases.
-    void tap_named(const std::string& names) {
-        std::istringstream words(names);
+    /// Does what a word in the file of cases says.
+    void play_word(const std::string& word) {
+        const auto has = [&word](const char* part) { return word.find(part) != std::string::npos; };
+        const Modifiers modifiers{.shift = has("shift"), .ctrl = has("ctrl"), .alt = has("alt")};
+        const std::string name = word.substr(word.rfind('-') + 1);
+        const auto key = [&name] { return name.size() == 1 ? name[0] : std::stoi(name); };
+        if (word[0] == '.')
+            tick(static_cast<int>(word.size()));
+        else if (word == "lost")
+            release_all_keys(simulator->keys);
+        else if (word == "latch")
+            m.soft_shift_latch = 1;
+        else if (has("now"))
+            simulator->modifiers = modifiers;
+        else if (has("down") || has("again"))
+            down(key(), modifiers, has("again"));
+        else if (has("up"))
+            push_key_event(simulator->keys, {.kind = KeyEvent::Kind::UP, .key = key()});
+        else
+            tap(key(), modifiers);
+    }
+    /// Plays a script; a number and "*" before a word repeats it.
+    void play_all(const std::string& script) {
+        std::istringstream words(script);
         for (std::string word; words >> word;) {
-            const auto has = [&word](const char* modifier) { return word.find(modifier) != std::string::npos; };
-            const std::string key = word.substr(word.rfind('-') + 1);
-            tap(key.size() == 1 ? key[0] : std::stoi(key),
-                {.shift = has("shift"), .ctrl = has("ctrl"), .alt = has("alt")});
+            const std::size_t star = word.find('*');
+            for (int i = star == std::string::npos ? 1 : std::stoi(word); i > 0; --i)
+                play_word(word.substr(star + 1));
         }
     }
     /// Ticks until everything has been fed, and a few more.
@@ -72,13 +91,20 @@ std::string between_bars(const std::string& text) {
     return "|" + std::string(escape_text(text, escaped, sizeof escaped)) + "|";
 }
 
+/// The program before " < ", empty where there is none, and what is typed.
+std::pair<std::string, std::string> program_and_keys(const std::string& input) {
+    const std::size_t end = input.find(" < ");
+    return end == std::string::npos ? std::pair(std::string(), input)
+                                    : std::pair(input.substr(0, end), input.substr(end + 3));
+}
+
 std::string entry_of(const FileCase& row) {
     std::string entries[2];
     for (const bool input : {false, true}) {
         Typist t("INPUT A$", row.heading == "ASCII mode");
         if (!input)
             t.enter_command_mode();
-        t.tap_named(row.input);
+        t.play_all(row.input);
         t.settle();
         EXPECT_EQ(t.m.run_state, input ? STATE_INPUT : STATE_COMMAND);
         entries[input ? 1 : 0] = between_bars(t.entry());
@@ -92,7 +118,7 @@ std::string read_by_key(const FileCase& row) {
     for (int i = 0; i < 12; ++i)
         reader += "A$=A$+KEY$\n";
     Typist t(reader + "END");
-    t.tap_named(row.input);
+    t.play_all(row.input);
     t.tick(12);
     std::string seen(cell(t, 'A').text);
     EXPECT_LE(std::ssize(seen), 2 + 2 * std::count(row.input.begin(), row.input.end(), ' '))
@@ -103,14 +129,13 @@ std::string read_by_key(const FileCase& row) {
 
 /// What stands at the end when lines are typed in one go, and when somebody waits after each.
 std::string shown_after_lines(const FileCase& row) {
-    const std::size_t end = row.input.find(" < ");
-    const std::string program = end == std::string::npos ? "" : row.input.substr(0, end);
+    const auto [program, keys] = program_and_keys(row.input);
     std::set<std::string> shown;
     for (const bool waits : {true, false}) {
         Typist t(program.empty() ? "END" : program);
         if (program.empty())
             run_host_command(*t.simulator, COMMAND_LINE);
-        std::istringstream lines(row.input.substr(end == std::string::npos ? 0 : end + 3));
+        std::istringstream lines(keys);
         for (std::string line; std::getline(lines, line, ';');) {
             t.tap_all(line + "\n");
             if (waits)
@@ -122,69 +147,32 @@ std::string shown_after_lines(const FileCase& row) {
     return *shown.begin() + (shown.size() > 1 ? " or else " + *shown.rbegin() : "");
 }
 
+/// What stands on the line or the display at each "?" and at the end, with the modifiers that the machine sees.
+std::string seen_on_the_way(const FileCase& row) {
+    const auto [program, keys] = program_and_keys(row.input);
+    Typist t(program.empty() ? "END" : program);
+    if (program.empty())
+        t.enter_command_mode();
+    else
+        t.wait();
+    std::string seen, script = keys + "?";
+    for (std::size_t mark = 0; (mark = script.find('?')) != std::string::npos; script.erase(0, mark + 1)) {
+        t.play_all(script.substr(0, mark));
+        if (mark + 1 == script.size())
+            t.settle();
+        seen += (seen.empty() ? "" : " ") + (t.entry().empty() ? t.display() : t.entry()) +
+                (t.m.key_string.empty() ? "" : "+");
+    }
+    return seen + (t.m.shift_flag != 0 ? " shift" : "") + (t.m.ctrl_flag != 0 ? " ctrl" : "") +
+           (t.m.alt_flag != 0 ? " alt" : "");
+}
+
 TEST(KeyQueue, LosesNothing) {
     expect_cases("shell/key_queue.txt", {{"ASCII mode", entry_of},
                                          {"machine keyboard", entry_of},
                                          {"KEY$", read_by_key},
-                                         {"lines", shown_after_lines}});
-}
-
-TEST(KeyQueue, TakesAHeldEnterOnce) {
-    Typist held("PRINT 1,2,3,4,5");
-    held.wait();
-    held.down(ENTER);
-    for (int i = 0; i < 10; ++i) {
-        held.down(ENTER, NONE, true);
-        held.tick();
-    }
-    EXPECT_EQ(held.visible(), " 2          ") << "held down it is one";
-    held.up(ENTER);
-    held.tap(ENTER);
-    held.settle();
-    EXPECT_EQ(held.visible(), " 3          ");
-}
-
-TEST(KeyQueue, TakesModifiersOfTheMomentNotOfTheTick) {
-    for (const bool shift_first : {true, false}) {
-        Typist t;
-        t.enter_command_mode();
-        t.tap('A', shift_first ? SHIFT : NONE);
-        t.simulator->modifiers = shift_first ? NONE : SHIFT; // released early, or pressed for the next letter
-        t.tap('B', shift_first ? NONE : SHIFT);
-        t.settle();
-        EXPECT_EQ(t.entry(), shift_first ? "aB" : "Ab");
-        EXPECT_EQ(t.m.shift_flag, shift_first ? 0 : 1) << "without a key those of now are shown";
-    }
-    Typist t;
-    t.simulator->modifiers = {.shift = true, .ctrl = true, .alt = true};
-    t.tick();
-    EXPECT_EQ(t.m.shift_flag + t.m.ctrl_flag + t.m.alt_flag, 3);
-    t.simulator->modifiers = {};
-    t.m.soft_shift_latch = 1;
-    t.tick();
-    EXPECT_EQ(t.m.shift_flag * 100 + t.m.ctrl_flag * 10 + t.m.alt_flag, 100) << "a latch counts as a key";
-}
-
-TEST(KeyQueue, FeedsOneKeyATickAndTypesAHeldOneOnce) {
-    Typist t;
-    t.enter_command_mode();
-    t.tap_all("AB");
-    t.down('C');
-    for (const char* entry : {"A", "AB", "ABC", "ABC", "ABC"}) {
-        t.tick();
-        EXPECT_EQ(t.entry(), entry);
-    }
-    EXPECT_EQ(t.m.key_string.view(), "C") << "held still";
-    t.tap('D'); // while C is held
-    t.tick(3);
-    for (int i = 0; i < 20; ++i)
-        t.down('C', NONE, true); // repeats between two ticks
-    t.up('C');
-    t.tap('C');
-    t.settle();
-    EXPECT_EQ(t.entry().substr(0, 4), "ABCD");
-    EXPECT_EQ(t.entry().back(), 'C');
-    EXPECT_LE(t.entry().size(), 6U) << "the repeats of one hold are one key";
+                                         {"lines", shown_after_lines},
+                                         {"one after another", seen_on_the_way}});
 }
 
 TEST(KeyQueue, StaysSmallInAStorm) {
@@ -214,20 +202,6 @@ TEST(KeyQueue, StaysSmallInAStorm) {
     t.tap_all("OK");
     t.settle();
     EXPECT_EQ(t.entry(), "OK");
-}
-
-TEST(KeyQueue, LetsAllKeysComeUpWithTheFocus) {
-    Typist t("INPUT A$");
-    t.tap_all("11");
-    t.down('2');
-    t.down('3');
-    release_all_keys(t.simulator->keys);
-    t.settle();
-    EXPECT_EQ(t.entry(), "1123") << "what was typed before the loss counts";
-    EXPECT_FALSE(is_key_down(t.simulator->keys, '2') || is_key_down(t.simulator->keys, '3'));
-    t.tap('3'); // and it may go down anew
-    t.settle();
-    EXPECT_EQ(t.entry(), "11233");
 }
 
 } // namespace

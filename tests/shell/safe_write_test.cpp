@@ -30,24 +30,24 @@ constexpr const char* NO_FILE = "(none)";
 const std::string OLD = "the old file";
 const std::string NEW(20000, 'n');
 
-/// Ways to write the file "file", which holds OLD before where `is_there`.
+/// A way to write the file "file", which holds OLD before where `is_there`.
 struct Way {
     const char* what;
     bool is_there;
-    std::function<bool(const TempFolder&)> write;
+    std::function<bool(const std::string& file, const TempFolder&)> write_file;
     std::string bytes = NEW;
+
+    bool write(const TempFolder& folder) const { return write_file(folder / "file", folder); }
 };
 
 std::vector<Way> ways() {
-    return {
-        {"new", false, [](const TempFolder& f) { return safe_write(f / "file", NEW); }},
-        {"in place of an old one", true, [](const TempFolder& f) { return safe_write(f / "file", NEW); }},
-        {"and the old one kept", true, [](const TempFolder& f) { return safe_write_keeping_old(f / "file", NEW); }},
-        {"under a free name", false,
-         [](const TempFolder& f) {
-             return write_new_file({f / "taken", f / "file", f / "spare"}, NEW) == NewFile::WRITTEN;
-         }},
+    const auto new_file = [](const std::string& file, const TempFolder& f) {
+        return write_new_file({f / "taken", file, f / "spare"}, NEW) == NewFile::WRITTEN;
     };
+    return {{"new", false, [](const auto& file, auto&) { return safe_write(file, NEW); }},
+            {"in place of an old one", true, [](const auto& file, auto&) { return safe_write(file, NEW); }},
+            {"and the old one kept", true, [](const auto& file, auto&) { return safe_write_keeping_old(file, NEW); }},
+            {"under a free name", false, new_file}};
 }
 
 void prepare(const TempFolder& folder, const Way& way) {
@@ -71,8 +71,8 @@ void expect_whole(const TempFolder& folder, const Way& way) {
 std::vector<Way> ways_of_files() {
     const auto machine = std::make_shared<Machine>();
     const auto image = values_image(*machine);
-    return {{"settings", true, [](const TempFolder& f) { return write_settings(f / "file", {}); }, settings_text({})},
-            {"values", true, [machine](const TempFolder& f) { return write_saved_values(f / "file", *machine); },
+    return {{"settings", true, [](const auto& file, auto&) { return write_settings(file, {}); }, settings_text({})},
+            {"values", true, [machine](const auto& file, auto&) { return write_saved_values(file, *machine); },
              std::string(image.begin(), image.end())}};
 }
 
@@ -94,16 +94,11 @@ TEST(SafeWrite, SurvivesBeingKilledAtAnyCall) {
 }
 
 /// One run with one fault; false when it did not come, for want of so many calls.
-bool run_with_fault(const Way& way, const Fault& fault) {
+bool write_with_fault(const Way& way, const Fault& fault) {
     const TempFolder folder;
     prepare(folder, way);
     bool written = false;
-    std::string failed;
-    {
-        const FailingCalls failing(fault);
-        written = way.write(folder);
-        failed = failing.failed_call();
-    }
+    const std::string failed = run_with_fault(fault, [&] { written = way.write(folder); });
     SCOPED_TRACE(way.what + std::string(", ") + std::strerror(fault.error) + " at " + failed + ", call " +
                  std::to_string(fault.at) + (fault.lasts ? " and later" : ""));
     expect_whole(folder, way);
@@ -125,7 +120,7 @@ TEST(SafeWrite, SurvivesEveryFaultOfEveryCall) {
         for (const int error : {ENOSPC, EIO, EACCES}) {
             for (const bool lasts : {false, true}) {
                 int at = 1;
-                while (run_with_fault(way, {at, error, lasts}))
+                while (write_with_fault(way, {at, error, lasts}))
                     ++at;
                 EXPECT_GT(at, 6);
             }
@@ -137,9 +132,9 @@ TEST(SafeWrite, GoesOnAfterShortWritesAndSignals) {
     for (const int error : {0, EINTR}) {
         const TempFolder folder;
         for (int at = 1; at <= 20; ++at) {
-            const FailingCalls failing({at, error, false});
-            const bool written = safe_write(folder / "file", NEW);
-            const std::string failed = failing.failed_call();
+            bool written = false;
+            const std::string failed =
+                run_with_fault({at, error, false}, [&] { written = safe_write(folder / "file", NEW); });
             EXPECT_TRUE(written || (error != 0 && failed != "write" && failed != "fsync")) << failed;
         }
         EXPECT_EQ(get_file(folder / "file"), NEW) << error;
@@ -149,16 +144,12 @@ TEST(SafeWrite, GoesOnAfterShortWritesAndSignals) {
 TEST(SafeWrite, KeepsPermissions) {
     const TempFolder folder;
     const mode_t mask = ::umask(027);
-    for (const auto& [before, after] : {std::pair{0, 0640}, {0600, 0600}, {0666, 0666}, {0755, 0755}}) {
-        std::filesystem::remove(folder / "file");
-        if (before != 0) {
-            put_file(folder / "file", OLD);
-            ::chmod((folder / "file").c_str(), static_cast<mode_t>(before));
-        }
+    for (const mode_t mode : {0640U, 0600U, 0666U, 0755U}) { // the first is that of a new file
+        EXPECT_TRUE(mode == 0640 || ::chmod((folder / "file").c_str(), mode) == 0);
         EXPECT_TRUE(safe_write(folder / "file", NEW));
         struct stat now {};
         ::stat((folder / "file").c_str(), &now);
-        EXPECT_EQ(now.st_mode & 0777, static_cast<mode_t>(after)) << before;
+        EXPECT_EQ(now.st_mode & 0777, mode);
     }
     ::umask(mask);
 }
@@ -172,12 +163,9 @@ TEST(SafeWrite, LeavesAloneWhatMayNotBeWritten) {
     EXPECT_EQ(get_file(folder / "file"), OLD);
 
     std::filesystem::create_directory(folder / "folder");
-    EXPECT_FALSE(safe_write(folder / "folder", NEW));
-    EXPECT_FALSE(safe_write_keeping_old(folder / "folder", NEW));
     ::mkfifo((folder / "pipe").c_str(), 0666);
-    EXPECT_FALSE(safe_write(folder / "pipe", NEW));
-    EXPECT_FALSE(safe_write(folder / "missing/file", NEW));
-    EXPECT_FALSE(safe_write("", NEW));
+    for (const std::string& path : {folder / "folder", folder / "pipe", folder / "missing/file", std::string()})
+        EXPECT_FALSE(safe_write(path, NEW) || safe_write_keeping_old(path, NEW)) << path;
     EXPECT_EQ(write_new_file({folder / "missing/file"}, NEW), NewFile::FAILED);
     EXPECT_EQ(folder.names(), (Names{"file", "folder", "pipe"}));
 }

@@ -3,6 +3,7 @@
 #include "shell/settings.h"
 
 #include "core/machine.h"
+#include "shell/profile.h"
 #include "tests/support/cases_file.h"
 #include "tests/support/temporary_file.h"
 
@@ -55,16 +56,15 @@ TEST(Settings, PathsComeBackByteForByte) {
         "",         "/a b/c.bas",        " /blanks ", "\"/quoted\"",          "/a\"b", "\"", "/a\"",
         "/x;y=[z]", "/\xC3\xA4\xFF\x80", "/tab\t\r",  std::string(5000, 'p'),
     };
+    Settings settings;
     for (const std::string& path : paths) {
-        Settings settings;
-        settings.editor = path;
-        settings.last_file = path;
+        settings.editor = settings.last_file = path;
         const Settings read = parse_settings(settings_text(settings)).settings;
         EXPECT_EQ(read.editor, path);
         EXPECT_EQ(read.last_file, path);
     }
+    settings.editor = Settings{}.editor;
     for (const std::string& path : {std::string("/a\nTIMER= 7"), std::string("/a\0b", 4)}) {
-        Settings settings;
         settings.last_file = path;
         EXPECT_EQ(settings_text(settings), DEFAULT_TEXT) << path;
     }
@@ -105,23 +105,21 @@ TEST(Settings, GoIntoTheRecordAndBack) {
     m.saved_run_state = STATE_INPUT;
     const Settings settings = parse_settings(OTHER_TEXT).settings;
     apply_settings(m, settings);
-    const Numbers fields = {m.angle_unit,        m.run_page,      m.timer_interval,  m.zoom,     m.ascii_mode,
-                            m.wait_print_sc_ini, m.wait_print_sc, m.cursor_interval, m.pcm_beep, m.set_f_digits,
-                            m.set_e_digits,      m.set_g_digits,  m.beep_volume};
-    EXPECT_EQ(fields, (Numbers{1, 9, 5, 8, 0, 7, 3, 83, 1, 9, 8, 18, 0}));
-    EXPECT_EQ(m.saved_run_state, STATE_INPUT);
+    EXPECT_EQ((Numbers{m.angle_unit, m.run_page, m.timer_interval, m.zoom, m.ascii_mode, m.wait_print_sc_ini}),
+              (Numbers{1, 9, 5, 8, 0, 7}));
+    EXPECT_EQ((Numbers{m.wait_print_sc, m.cursor_interval, m.pcm_beep, m.set_f_digits, m.set_e_digits, m.set_g_digits}),
+              (Numbers{3, 83, 1, 9, 8, 18}));
+    EXPECT_EQ((Numbers{m.beep_volume, m.saved_run_state}), (Numbers{0, STATE_INPUT}));
 
     Settings back = settings;
     m.zoom = 12;
     m.overdrive = 1;
     m.saved_timer_interval = 77;
     collect_settings(m, back);
-    EXPECT_EQ(back.zoom, 12);
-    EXPECT_EQ(back.timer_interval, 77);
+    EXPECT_EQ((Numbers{back.zoom, back.timer_interval}), (Numbers{12, 77}));
     EXPECT_EQ(back.last_file, "/users/me/a.bas");
     apply_settings(m, settings); // Overdrive stays
-    EXPECT_EQ(m.timer_interval, 5);
-    EXPECT_EQ(m.saved_timer_interval, 5);
+    EXPECT_EQ((Numbers{m.timer_interval, m.saved_timer_interval}), (Numbers{5, 5}));
 }
 
 TEST(Settings, LiveInAFile) {
@@ -130,20 +128,48 @@ TEST(Settings, LiveInAFile) {
     EXPECT_EQ(settings_text(read_settings(path).settings), DEFAULT_TEXT);
     EXPECT_TRUE(write_settings(path, parse_settings(OTHER_TEXT).settings));
     EXPECT_EQ(settings_text(read_settings(path).settings), OTHER_TEXT);
-    EXPECT_TRUE(write_settings(path, Settings{}));
-    EXPECT_EQ(folder.names().size(), 1U);
+    const std::string foreign("[\0Q\0Z\0S\0]\0\n\0", 12), huge = DEFAULT_TEXT + std::string(std::size_t{1} << 20, ';');
+    std::size_t files = 0;
+    for (const std::string& before : {OTHER_TEXT, foreign, huge}) {
+        ++files;
+        put_file(path, before);
+        EXPECT_EQ(read_settings(path).settings.last_file, files == 1 ? "/users/me/a.bas" : "");
+        EXPECT_TRUE(write_settings(path, Settings{}));
+        EXPECT_EQ(get_file(path), DEFAULT_TEXT);
+        EXPECT_TRUE(files == 1 || get_file(path + (files == 2 ? ".bad" : ".bad1")) == before);
+        EXPECT_EQ(folder.names().size(), files) << "the old one is kept where it is not understood";
+    }
+}
 
-    const std::string foreign("[\0Q\0Z\0S\0]\0\n\0", 12);
-    put_file(path, foreign);
-    EXPECT_TRUE(write_settings(path, Settings{}));
-    EXPECT_EQ(get_file(path), DEFAULT_TEXT);
-    EXPECT_EQ(get_file(path + ".bad"), foreign);
+// --- The form of the file: sections, keys, values, and what is none of them (profile.txt) ---
 
-    put_file(path, DEFAULT_TEXT + std::string(std::size_t{1} << 20, ';'));
-    EXPECT_EQ(settings_text(read_settings(path).settings), DEFAULT_TEXT);
-    EXPECT_TRUE(write_settings(path, Settings{}));
-    EXPECT_EQ(get_file(path), DEFAULT_TEXT);
-    EXPECT_EQ(folder.names().size(), 3U);
+std::string value_of_key(std::string_view text) {
+    const Profile profile = parse_profile(text);
+    const ProfileSection* section = find_section(profile, "QZS");
+    const std::string* value = section == nullptr ? nullptr : find_value(*section, "KEY");
+    return value == nullptr ? "none" : "|" + *value + "|";
+}
+
+TEST(Profile, FindsValues) {
+    expect_cases("shell/profile.txt",
+                 {{"values", [](const FileCase& row) { return value_of_key(row.input); }},
+                  {"integers", [](const FileCase& row) { return std::to_string(parse_profile_integer(row.input)); }}});
+    EXPECT_EQ(parse_profile_integer("  30  "), 30);
+    EXPECT_EQ(parse_profile_integer(""), 0);
+    EXPECT_EQ(value_of_key("  [ QZS ] tail\r\n\t KEY \t=\t 5 6 \t\r\n"), "|5 6|");
+    EXPECT_EQ(value_of_key("\xEF\xBB\xBF[QZS]\nKEY=5\n"), "|5|");
+    EXPECT_EQ(value_of_key(""), "none");
+}
+
+TEST(Profile, KeepsOrderAndWholeLines) {
+    const Profile profile = parse_profile("junk\n[A]\n x = \"1\" \r\nnothing\n[B]\n[A]\ny=2\n");
+    std::string told;
+    for (const ProfileSection& section : profile.sections) {
+        told += section.name + ":";
+        for (const ProfileEntry& entry : section.entries)
+            told += entry.key + "," + entry.value + "," + entry.line + ";";
+    }
+    EXPECT_EQ(told, "A:x,1,x = \"1\";B:A:y,2,y=2;");
 }
 
 } // namespace

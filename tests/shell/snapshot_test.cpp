@@ -62,11 +62,6 @@ TEST(Snapshot, TakesTheFirstFreeNumber) {
     std::filesystem::remove(desktop / "qzsnap_000.bmp");
     EXPECT_TRUE(take_snapshot(canvas, desktop.path));
     EXPECT_EQ(get_file(desktop / "qzsnap_000.bmp"), bytes);
-    for (int i = 4; i < 256; ++i)
-        EXPECT_TRUE(take_snapshot(canvas, desktop.path));
-    EXPECT_EQ(get_file(desktop / "qzsnap_255.bmp"), bytes);
-    EXPECT_FALSE(take_snapshot(canvas, desktop.path));
-    EXPECT_EQ(desktop.names().size(), 256U);
     EXPECT_TRUE(take_snapshot(canvas, desktop / "not there")) << "only used-up numbers are told of";
 }
 
@@ -97,9 +92,11 @@ TEST(FileServices, PutSnapshotsOnTheDesktopAndTheDumpWhereOneWorks) {
     std::filesystem::remove_all(dump_path);
     std::filesystem::create_directory(dump_path);
     on_key_down(t.m, F9, false);
-    EXPECT_TRUE(t.messages.empty()) << "a dump that fails says nothing";
-    for (int i = 1; i < 256; ++i)
+    for (int i = 1; i < 255; ++i)
         put_file(home / ("Desktop/qzsnap_" + std::to_string(1000 + i).substr(1) + ".bmp"), "");
+    on_key_down(t.m, F12, false);
+    EXPECT_EQ(get_file(home / "Desktop/qzsnap_255.bmp"), snapshot_bitmap(t.simulator->lcd.canvas));
+    EXPECT_TRUE(t.messages.empty()) << "a dump that fails says nothing";
     on_key_down(t.m, F12, false);
     EXPECT_EQ(t.messages, std::vector<std::string>{"no free name"});
     EXPECT_TRUE(t.m.key_string.empty());

@@ -2,12 +2,17 @@
 #include "tests/support/cases_file.h"
 #include "tests/support/child_process.h"
 #include "tests/support/temporary_file.h"
+#include "tests/support/test_machine.h"
 
+#include "core/listing.h"
+#include "shell/commands.h"
 #include "terminal/check.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+#include <random>
 #include <regex>
 #include <tuple>
 
@@ -104,6 +109,118 @@ TEST(CheckProgram, ReportsForMachines) {
         {"line": 2, "column": 4, "severity": "error", "kind": "unknown-word", "text": "unknown word PRNT"},
         {"line": 3, "column": 4, "severity": "warning", "kind": "no-effect", "text": "this statement does nothing"}]}])");
     EXPECT_EQ(nlohmann::json::parse(outcome.out), expected);
+}
+
+// --- On listings that were changed at random: it never fails, what it passes loads, and what it refuses the machine
+// refuses ---
+
+// clang-format off
+constexpr const char* PIECES[] = {
+    "[P1]", "\n", ":", "\"", "(", ")", ",", ";", "#", "=", "10 ", "20", "A", "B$", "$", "1.5", "-", "+", "/0", "<>",
+    "PRINT ", "GOTO ", "GOSUB ", "FOR I=1 TO 3", "NEXT I", "IF A=1 THEN ", "DATA 1,\"X\"", "READ A", "INPUT ", "\\pi",
+    "STOP", "END", "RETURN", "REM ", "MID$(", "SIN ", "CSR ", "LET ", "SET F ", "MODE ", "BEEP ", "ON A ", "\x01", "\xFF",
+};
+
+/// Statements that end without waiting for anything, one to a line.
+constexpr const char* STATEMENTS[] = {
+    "A=B+1*(2-C)", "A$=B$+\"XY\"", "$=MID$(1,2)", "LET A(3)=5", "PRINT A;\"X\";B$", "GOTO 20", "GOSUB 40",
+    "FOR I=1 TO 3 STEP 2", "READ A,B$", "RESTORE 30", "MODE 4", "SET F 3", "BEEP 1", "BEEPS 3,4,5", "A=LEN(\"AB\"+$)",
+    "A=RND(5.5,1)", "A$=STR$(5)+HEX$(255)", "A=NPR(5,2)+SQR 4", "PRINT CSR 4;PI", "A=DEG(1,2,3)", "A=VAL(\"12\")", "STOP",
+    "VAC", "GLOAD \"X\"", "RUN 20",
+};
+// clang-format on
+
+/// Changes to texts, the same on every run.
+struct Mutator {
+    std::mt19937_64 engine{740};
+
+    std::size_t below(std::size_t n) { return n == 0 ? 0 : engine() % n; }
+
+    std::string mutate(std::string text) {
+        for (std::size_t count = 1 + below(4); count > 0; --count) {
+            const std::size_t at = below(text.size() + 1);
+            const std::size_t length = std::min(below(12), text.size() - at);
+            switch (below(5)) {
+            case 0: text.erase(at, length); break;
+            case 1: text.insert(at, PIECES[below(std::size(PIECES))]); break;
+            case 2: text.replace(at, std::min<std::size_t>(1, length), 1, static_cast<char>(below(256))); break;
+            case 3: text.insert(below(text.size() + 1), text.substr(at, length)); break;
+            default: text.replace(at, length, PIECES[below(std::size(PIECES))]); break;
+            }
+        }
+        return text;
+    }
+};
+
+std::vector<std::string> example_listings() {
+    std::vector<std::string> listings;
+    for (const auto& entry : std::filesystem::directory_iterator(QUILLON_EXAMPLES)) {
+        if (entry.path().extension() == ".bas")
+            listings.push_back(bytes_of(entry.path()));
+    }
+    std::sort(listings.begin(), listings.end());
+    return listings;
+}
+
+bool is_load_fault(const Finding& finding) { return finding.kind <= FindingKind::TOO_MUCH_DATA; }
+
+TEST(CheckMutations, WhatPassesLoads) {
+    constexpr int COUNT = 10000;
+    const std::vector<std::string> listings = example_listings();
+    Mutator mutator;
+    TestMachine t;
+    int loaded = 0, passed = 0;
+    for (int i = 0; i < COUNT; ++i) {
+        const std::string listing = mutator.mutate(listings[mutator.below(listings.size())]);
+        const CheckReport report = check_listing(listing);
+        const bool loads = load_listing_text(t.m, listing) == LoadResult::LOADED;
+        const bool faulty = std::any_of(report.findings.begin(), report.findings.end(), is_load_fault);
+        ASSERT_EQ(loads, !faulty) << listing;
+        loaded += loads ? 1 : 0;
+        passed += report.errors == 0 ? 1 : 0;
+    }
+    // Enough of each sort to tell something.
+    EXPECT_GT(passed, COUNT / 10);
+    EXPECT_GT(loaded - passed, COUNT / 10);
+    EXPECT_GT(COUNT - loaded, COUNT / 10);
+}
+
+std::string program_of(const std::string& statement) {
+    return "[P0]\n10 " + statement + "\n20 END\n30 DATA 1,2,3,4\n40 RETURN\n";
+}
+
+/// Whether the machine refuses a program's first statement.
+bool is_refused(TestMachine& t, const std::string& statement) {
+    if (!t.load(program_of(statement)))
+        return true;
+    // Nothing of the programs before, such as a format that fills the display.
+    clear_variables(t.m);
+    t.m.set_e_digits = -1;
+    t.m.set_f_digits = -1;
+    run_host_command(*t.simulator, COMMAND_RUN);
+    for (int i = 0; i < 40; ++i)
+        t.exe();
+    return t.m.error_code != ERROR_NONE || !t.detail_id().empty();
+}
+
+TEST(CheckMutations, WhatIsAnErrorIsRefused) {
+    constexpr int COUNT = 4000;
+    Mutator mutator;
+    TestMachine t;
+    int errors = 0;
+    for (int i = 0; i < COUNT; ++i) {
+        const std::string statement = mutator.mutate(STATEMENTS[mutator.below(std::size(STATEMENTS))]);
+        // What runs behind another statement, or not at all, may never be come to.
+        if (statement.find_first_of(std::string_view(":\n\r\x1B\0", 5)) != std::string::npos)
+            continue;
+        const CheckReport report = check_listing(program_of(statement));
+        const bool depends = statement.find("IF") != std::string::npos || statement.find("ON") != std::string::npos;
+        if (report.errors == 0 || depends)
+            continue;
+        ++errors;
+        EXPECT_TRUE(is_refused(t, statement)) << statement << "\n" << report.findings[0].text;
+    }
+    EXPECT_GT(errors, COUNT / 4);
 }
 
 } // namespace
