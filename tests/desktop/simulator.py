@@ -75,12 +75,21 @@ class Simulator:
         with open(os.path.join(home, "stderr.txt"), "ab") as errors:
             self.process = subprocess.Popen([program, *arguments], env=environment, cwd=home, stderr=errors)
         self.window = wait_until(self.find_window, "the main window")
-        self.focus()
+        wait_until(self.has_keyboard, "the program to get the keyboard")
 
     def find_window(self) -> str:
         done = subprocess.run(["xdotool", "search", "--onlyvisible", "--all", "--pid", str(self.process.pid), "--name",
                                "Quillon Simulator"], env=self.screen.env, capture_output=True, text=True, check=False)
         return done.stdout.strip()
+
+    def has_keyboard(self) -> bool:
+        """Whether the window that is active now, a message box perhaps, is the program's. Asks for it if it is not."""
+        done = subprocess.run(["xdotool", "getactivewindow", "getwindowpid"], env=self.screen.env, capture_output=True,
+                              text=True, check=False)
+        if done.stdout.strip() == str(self.process.pid):
+            return True
+        self.screen.xdotool("windowactivate", self.window)
+        return False
 
     def focus(self):
         self.screen.xdotool("windowactivate", "--sync", self.window)
