@@ -85,6 +85,9 @@ run_in_root() {
         ln -s /proc/self/fd "$root/dev/fd"
         for fd in 0:stdin 1:stdout 2:stderr; do ln -s "/proc/self/fd/${fd%:*}" "$root/dev/${fd#*:}"; done
         mkdir -m 1777 "$root/dev/shm"
+        mkdir "$root/dev/pts"
+        mount -t devpts -o newinstance,ptmxmode=0666 devpts "$root/dev/pts"
+        ln -s pts/ptmx "$root/dev/ptmx"
         exec chroot "$root" "$@"
     ' bash "$folder" env -i PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin "${proxies[@]}" \
         bash -c 'cd /project && exec "$@"' bash "$@" </dev/null

@@ -164,8 +164,8 @@ class WindowTest(unittest.TestCase):
         simulator = self.start(self.listing("hello.bas", HELLO))
         self.toggle_soft_keyboard(simulator)
         keyboard = self.screen.wait_for_window("QZ-SIM SoftwareKeyboard")
-        main, soft = self.screen.geometry(simulator.window), self.screen.geometry(keyboard)
-        self.assertGreaterEqual(soft[1], main[1] + main[3])
+        main = self.screen.geometry(simulator.window)
+        wait_until(lambda: self.screen.geometry(keyboard)[1] >= main[1] + main[3], "the keyboard below the window")
         simulator.key("F6")
         simulator.wait_for_text("READY P0")
         released = self.screen.pixels(keyboard).data

@@ -2,9 +2,9 @@
 //
 //   shows    the lines that stood in an EXE wait, with "|" between them
 //   fails    its error, or "ok", or "ended" with the detail that is left
-//   leaves   its error if it has one, and its machine afterwards: variables, calls and loops that are open, MODE and
-//   SET steps    "program @ script": the moment that the script leads to (tests/support/scripts.h), and the machine
-//   then
+//   leaves   its error if it has one, and the machine afterwards: variables, open calls and loops, MODE, SET
+//
+//   steps    "program @ script": the moment that the script leads to (tests/support/scripts.h), and the machine then
 //
 // Among marked lines: the program stands in line 1 of P0, before lines that tell which of them was reached.
 #include "tests/statements/changes.h"
@@ -20,6 +20,15 @@ std::string with_marks(const std::string& statements) {
     return "1 " + statements +
            "\n2 PRINT \"NEXT\":END\n10 PRINT \"TEN\":END\n11 PRINT \"ELEVEN\":END\n20 PRINT \"TWENTY\":END\n"
            "[P3]\n5 PRINT \"P3\":END\n10 PRINT \"P3-10\":END\n[P4]\n[P9]\n100 PRINT \"P9\"\n200 RETURN\n";
+}
+
+std::string shown_by(const std::string& program) {
+    TestMachine t;
+    t.start(program);
+    std::string joined;
+    for (const std::string& line : t.run_through())
+        joined += (joined.empty() ? "" : "|") + line;
+    return joined;
 }
 
 std::string end_of(TestMachine& t, const std::string& program) {

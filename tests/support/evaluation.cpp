@@ -4,7 +4,6 @@
 #include "core/interpreter.h"
 #include "core/variables.h"
 
-#include <algorithm>
 #include <cstdio>
 
 namespace quillon::testing {

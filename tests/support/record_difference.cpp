@@ -1,7 +1,6 @@
 // Comparing two records.
 #include "tests/support/record_difference.h"
 
-#include <algorithm>
 #include <bit>
 #include <type_traits>
 

@@ -112,22 +112,4 @@ std::string escaped(std::string_view text) {
     return escape_text(text, out.data(), out.size());
 }
 
-std::string shown_by(std::string_view lines) {
-    TestMachine machine;
-    machine.start(lines);
-    std::string joined;
-    for (const std::string& line : machine.run_through())
-        joined += (joined.empty() ? "" : "|") + line;
-    return joined;
-}
-
-std::string error_of(std::string_view lines) {
-    TestMachine machine;
-    machine.start(lines);
-    machine.run_through();
-    if (machine.m.error_code == ERROR_NONE)
-        return "ok";
-    return machine.display().substr(0, machine.display().find(' ')) + " " + machine.detail_id();
-}
-
 } // namespace quillon::testing

@@ -54,10 +54,4 @@ struct TestMachine {
 /// Text with its special characters as escapes.
 std::string escaped(std::string_view text);
 
-/// The shown lines of a program, joined by "|".
-std::string shown_by(std::string_view lines);
-
-/// How a statement fails: "ERRn SECTION number"; "ok" when it does not.
-std::string error_of(std::string_view lines);
-
 } // namespace quillon::testing
