@@ -9,21 +9,21 @@ namespace quillon {
 
 /// A command that is shown to the user.
 struct CommandText {
-    int command;      ///< HostCommand
-    const char* text; ///< built-in label (UTF-8), "&" before its access key
-    const char* icon; ///< name of its icon, null for none
+    int command = 0;            ///< HostCommand
+    const char* text = nullptr; ///< built-in label (UTF-8), "&" before its access key
+    const char* icon = nullptr; ///< name of its icon, null for none
     bool checkable = false;
 };
 
 /// An entry of a menu: a command, a submenu of commands, or a separator.
 struct MenuEntry {
     enum class Kind { COMMAND, SEPARATOR, PAGES, ANGLES, ZOOMS };
-    Kind kind;
+    Kind kind = Kind::COMMAND;
     CommandText command; ///< of a command; of a submenu, its label
 };
 
 struct MenuText {
-    const char* text;
+    const char* text = nullptr;
     std::span<const MenuEntry> entries;
 };
 

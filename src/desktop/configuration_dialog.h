@@ -39,18 +39,18 @@ private:
 
     Simulator& simulator;
     std::function<void(const QString&)> show_message;
-    QLineEdit* editor;
-    QSpinBox* run_page;
-    QSpinBox* timer_interval;
-    QRadioButton* start_basic;
-    QRadioButton* start_command;
-    QCheckBox* ascii_mode;
-    QSpinBox* set_e;
-    QSpinBox* set_f;
-    QSpinBox* set_g;
-    QRadioButton* sound_pcm;
-    QRadioButton* sound_beep;
-    QSpinBox* beep_volume;
+    QLineEdit* editor = nullptr;
+    QSpinBox* run_page = nullptr;
+    QSpinBox* timer_interval = nullptr;
+    QRadioButton* start_basic = nullptr;
+    QRadioButton* start_command = nullptr;
+    QCheckBox* ascii_mode = nullptr;
+    QSpinBox* set_e = nullptr;
+    QSpinBox* set_f = nullptr;
+    QSpinBox* set_g = nullptr;
+    QRadioButton* sound_pcm = nullptr;
+    QRadioButton* sound_beep = nullptr;
+    QSpinBox* beep_volume = nullptr;
 };
 
 } // namespace quillon

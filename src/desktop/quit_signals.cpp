@@ -10,7 +10,8 @@
 namespace quillon {
 namespace {
 
-int pipe_ends[2] = {-1, -1};
+// A handler reaches nothing but what is global.
+int pipe_ends[2] = {-1, -1}; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 extern "C" void note_signal(int) {
     const int saved_errno = errno;

@@ -65,10 +65,10 @@ private:
     Machine& machine;
     QWidget* main_window;
     TraceTexts texts;
-    QPlainTextEdit* last;
-    QPlainTextEdit* next;
-    QLineEdit* dollar;
-    QLineEdit* statement_kind;
+    QPlainTextEdit* last = nullptr;
+    QPlainTextEdit* next = nullptr;
+    QLineEdit* dollar = nullptr;
+    QLineEdit* statement_kind = nullptr;
     std::array<QLineEdit*, TRACED_CELLS> variables{};
     QPointer<ExtendedVariablesWindow> extended;
 };

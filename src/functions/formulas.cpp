@@ -17,8 +17,9 @@ double sign(double x) { return x > 0 ? 1 : (x < 0 ? -1 : 0); }
 
 double factorial(double x) {
     double product = 1;
-    for (double factor = std::floor(x); factor > 0 && std::isfinite(product); --factor)
-        product *= factor;
+    double factor = std::floor(x);
+    while (factor > 0 && std::isfinite(product))
+        product *= factor--;
     return product;
 }
 

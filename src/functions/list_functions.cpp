@@ -118,10 +118,10 @@ double deg_function(Machine& m) {
     if (!open_arguments(m, {"DEG", 0}) || !read_sexagesimal_part(m, 1, part))
         return 0;
     double result = part;
-    for (double unit = 60; unit <= 3600 && m.token == ','; unit *= 60) {
+    for (int unit = 60; unit <= 3600 && m.token == ','; unit *= 60) {
         if (!read_sexagesimal_part(m, ACCEPTED, part))
             return 0;
-        result += part / unit;
+        result += part / static_cast<double>(unit);
     }
     number_result(m, result);
     next_token_behind_operand(m);

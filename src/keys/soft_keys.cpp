@@ -10,6 +10,7 @@ namespace {
 struct Cell {
     SoftKey key;
 
+    // NOLINTBEGIN(google-explicit-constructor): the drawings are texts
     template <std::size_t Size>
     constexpr Cell(const char (&text)[Size]) {
         static_assert(Size >= 2 && Size <= 8, "a key types one to seven characters");
@@ -18,6 +19,7 @@ struct Cell {
         key.kind = Size == 2 ? SoftKeyKind::CHARACTER : SoftKeyKind::ONCE;
     }
     constexpr Cell(SoftKeyKind kind, char first = 0) : key{{first}, kind} {}
+    // NOLINTEND(google-explicit-constructor)
 };
 
 constexpr Cell CLOSE(SoftKeyKind::CLOSE);

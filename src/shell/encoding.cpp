@@ -45,7 +45,7 @@ bool is_valid_utf8(std::string_view text) {
 
 std::string shift_jis_to_utf8(std::string_view text) {
     const iconv_t converter = iconv_open("UTF-8", "CP932");
-    if (converter == reinterpret_cast<iconv_t>(-1))
+    if (converter == reinterpret_cast<iconv_t>(-1)) // NOLINT(performance-no-int-to-ptr): its word for an error
         return std::string(text.size(), '?');
     std::string source(text);
     char* in = source.data();

@@ -19,7 +19,7 @@ std::string steady_line(const Machine& m) {
     std::string line(m.display_line + offset, DISPLAY_WIDTH);
     if (m.run_state == STATE_SELECT) {
         for (int area = 0; area < AREA_COUNT; ++area)
-            line[static_cast<std::size_t>(AREAS_COLUMN + area)] = area_mark(m, area);
+            line[AREAS_COLUMN + static_cast<std::size_t>(area)] = area_mark(m, area);
     } else if (m.run_state == STATE_INPUT || m.run_state == STATE_COMMAND) {
         std::string_view entry = m.entry_line.text;
         entry.remove_prefix(std::min(offset, entry.size()));

@@ -117,7 +117,7 @@ void play_tone(Machine& m, int octave, int note, int duration_ms) {
     if (m.tone.samples > 0)
         m.host.stop_tone(); // the image must not change while it plays
     build_tone(m.tone, half_period(octave, note), m.beep_volume);
-    m.host.play_tone(std::span(m.tone.image).first(static_cast<std::size_t>(WAVE_HEADER_SIZE + m.tone.samples)));
+    m.host.play_tone(std::span(m.tone.image).first(WAVE_HEADER_SIZE + static_cast<std::size_t>(m.tone.samples)));
     m.sound_ticks_left = duration_ms > m.timer_interval ? duration_ms / m.timer_interval : 1;
 }
 
