@@ -87,8 +87,8 @@ void take_literal(Machine& m, const Token& token) {
         read_literal(token, m.value.text);
 }
 
-/// What reading a token does beside moving behind it: operands become the current one, faults are described.
-void take_content(Machine& m, const Token& token) {
+int take_next_token(Machine& m, const Token& token) {
+    take_token(m, token);
     switch (token.code) {
     case TOKEN_NUMVAR:
     case TOKEN_STRVAR: take_variable(m, token); break;
@@ -97,12 +97,6 @@ void take_content(Machine& m, const Token& token) {
     case TOKEN_LEXICAL_ERROR: take_scan_fault(m, token); break;
     default: break;
     }
-}
-
-int take_next_token(Machine& m, const Token& token) {
-    take_token(m, token);
-    if (token.code < TOKEN_COLON || (token.code > TOKEN_UNKNOWN && token.code <= TOKEN_STRING))
-        take_content(m, token);
     return m.token;
 }
 
