@@ -198,7 +198,7 @@ bool assign_known(Machine& m, const Token& token, double& result) {
     if (expression == nullptr || !is_statement_end(expression->end_code) || !run_expression(m, *expression, result))
         return false;
     store_number(cell, result);
-    leave_target(m, TOKEN_NUMVAR, &cell);
+    leave_target(m, VALUE_NUMVAR, &cell);
     return true;
 }
 
