@@ -20,6 +20,13 @@ void clear_display_line(Machine& m) {
     m.display_cursor = 0;
 }
 
+void show_text(Machine& m, std::string_view text) {
+    clear_display_line(m);
+    std::copy(text.begin(), text.end(), m.display_line);
+    m.display_cursor = static_cast<int>(text.size());
+    m.display_offset = first_visible_column(m);
+}
+
 PutResult put_display_text(Machine& m, int column, std::string_view text) {
     int position = std::max(column, 0);
     for (std::size_t i = 0; i < text.size(); ++i) {

@@ -20,6 +20,9 @@ void clear_display(Machine& m);
 /// Clears the display line and takes the write column back to its start.
 void clear_display_line(Machine& m);
 
+/// Puts a text on a cleared display line at once, whatever PRINT is doing; the write column is behind it.
+void show_text(Machine& m, std::string_view text);
+
 /// Writes `text` from `column` (a negative one counts as 0) on and moves the write column on by each character.
 /// Nothing is written beyond column 126. In a PRINT list the text stops at the twelfth character, in a scroll after
 /// one character; the rest then waits in `pending_print_text`. `text` may lie in there.

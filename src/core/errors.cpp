@@ -100,11 +100,8 @@ void compose_system_message(Machine& m, MessageId message, const char* detail, .
 void enter_error(Machine& m, ErrorCode code) {
     const BoundedText<31> text = error_text(m, code);
     m.error_code = code;
-    clear_display_line(m);
     m.stmt_kind = code == ERROR_INPUT ? KIND_INPUT_ERROR : m.stmt_kind;
-    for (std::size_t i = 0; i < text.size(); ++i)
-        m.display_line[i] = text[i];
-    m.display_cursor = static_cast<int>(text.size());
+    show_text(m, text);
     if (code == ERROR_INPUT)
         enter_state(m, STATE_RUN);
     else

@@ -61,6 +61,7 @@ void clear_run_marks(Machine& m) {
     m.print_clear_pending = 0;
     m.typed_wait = 0;
     m.stopped_kind = KIND_NONE;
+    m.stopped_token = 0;
 }
 
 void reset_machine(Machine& m) {
@@ -84,14 +85,22 @@ void enter_state(Machine& m, int state) {
     m.run_state = state;
 }
 
+void save_stop(Machine& m) {
+    m.saved_token = m.token;
+    m.saved_stmt_kind = m.stmt_kind;
+    m.saved_value = m.value;
+}
+
 void clear_key(Machine& m) {
     m.key_string.clear();
     m.held_key = 0;
 }
 
-int current_line_number(const Machine& m) {
+int line_number(const Machine& m, int line) {
     const ProgramArea& area = m.areas[static_cast<std::size_t>(m.cur_area)];
-    return m.cur_line < area.line_count ? area.lines[static_cast<std::size_t>(m.cur_line)].number : 0;
+    return line >= 0 && line < area.line_count ? area.lines[static_cast<std::size_t>(line)].number : 0;
 }
+
+int current_line_number(const Machine& m) { return line_number(m, m.cur_line); }
 
 } // namespace quillon

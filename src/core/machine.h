@@ -144,6 +144,7 @@ struct Machine {
     int stmt_kind = KIND_NONE;
     int saved_token = 0; ///< `token` and `stmt_kind` as a wait left them
     int saved_stmt_kind = KIND_NONE;
+    Value saved_value; ///< `value` as STOP left it
     int operand_done = 0;  ///< 1 when the last thing evaluated gave a value, 0 after a statement
     int nesting_depth = 0; ///< how deep the expression being evaluated is nested
 
@@ -158,6 +159,7 @@ struct Machine {
     int display_offset = 0;              ///< first visible column as last drawn
     BoundedText<127> pending_print_text; ///< what has yet to scroll in
     int print_clear_pending = 0;         ///< 1 after an empty PRINT: the next one clears the line first
+    int item_printed = 0;                ///< 1 once a PRINT of the command line has written an item, or ended the line
     int wait_counter = 0;                ///< ticks until the next scroll step
     int state_after_scroll = STATE_RUN;  ///< run state to enter when a scroll has ended
     int kind_after_scroll = KIND_NONE;   ///< statement context to restore then
@@ -182,8 +184,9 @@ struct Machine {
     double last_result = 0;                               ///< of the last command line
     BoundedText<15> prev_key_string;                      ///< the key as it was at the last edit: a held key acts once
     int typed_wait = 0;    ///< 1 while a PRINT or INPUT of a command line waits: back to command mode
-    int stopped_token = 0; ///< `token` and statement context of the program that is stopped meanwhile
+    int stopped_token = 0; ///< `token`, statement context and `value` of the program that is stopped meanwhile
     int stopped_kind = KIND_NONE;
+    Value stopped_value;
     Value stopped_entry; ///< `entry_line` of that program: the target of its INPUT
 
     // The soft keyboard.
@@ -250,10 +253,16 @@ void reset_machine(Machine& m);
 /// Changes the run state and remembers the old one in `prev_state`.
 void enter_state(Machine& m, int state);
 
+/// Saves where a statement is, for when the machine goes on after a stop.
+void save_stop(Machine& m);
+
 /// Forgets the pending key of the PC keyboard.
 void clear_key(Machine& m);
 
-/// The BASIC number of the line at `cur_line`, 0 when there is none.
+/// The BASIC number of a line of the current area by its index, 0 when there is none.
+int line_number(const Machine& m, int line);
+
+/// The same of the line at `cur_line`.
 int current_line_number(const Machine& m);
 
 } // namespace quillon

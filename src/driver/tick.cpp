@@ -68,20 +68,34 @@ int resumed_kind(int kind) {
     return input ? KIND_PROMPT_AGAIN : kind;
 }
 
-/// What the program was doing when it was stopped, for EXE on an empty command line. A scroll is taken as done: its
-/// text will be gone.
+/// The context in which a stopped statement goes on: an INPUT that is between two elements of its list, with the list.
+int resumed_stop(const Machine& m) {
+    const bool between_elements = m.saved_stmt_kind == KIND_INPUT && m.saved_run_state == STATE_RUN;
+    return between_elements ? KIND_INPUT : resumed_kind(m.saved_stmt_kind);
+}
+
+/// What the program was doing when it was stopped, for EXE on an empty command line. A scroll counts as done: its text
+/// will be gone.
 void remember_stop(Machine& m) {
-    const int kind = m.saved_stmt_kind == KIND_SCROLL ? m.kind_after_scroll : m.saved_stmt_kind;
-    m.stopped_kind = resumed_kind(kind);
+    m.stopped_kind = m.saved_stmt_kind == KIND_SCROLL ? m.kind_after_scroll : resumed_stop(m);
     m.stopped_token = m.saved_token;
+    m.stopped_value = m.saved_value;
     m.stopped_entry = m.entry_line;
+}
+
+void resume_stopped(Machine& m) {
+    clear_display_line(m);
+    enter_state(m, m.base_state);
+    m.token = m.saved_token;
+    m.stmt_kind = resumed_stop(m);
+    m.value = m.saved_value;
+    if (m.base_state == STATE_COMMAND)
+        m.entry_line.text.clear();
 }
 
 void tick_stopped(Machine& m) {
     if (m.enter_request != 0) {
-        clear_display_line(m);
-        enter_state(m, m.base_state);
-        resume_statement(m);
+        resume_stopped(m);
     } else if (clear_key_down(m)) {
         remember_stop(m);
         enter_command_mode(m);

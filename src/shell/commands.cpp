@@ -10,6 +10,7 @@
 #include "shell/skins.h"
 #include "statements/command_line.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <optional>
 #include <sstream>
@@ -59,6 +60,7 @@ void start_area(Machine& m) {
         return;
     }
     clear_display_line(m);
+    m.entry_line.text.clear();
     m.error_detail.clear();
     m.error_code = ERROR_NONE;
     m.base_state = STATE_COMMAND;
@@ -78,12 +80,24 @@ void run(Simulator& s, int) {
     start_area(m);
 }
 
+/// The place of the program, or of its last line where that has been passed. A text that scrolls is not touched by it.
 void show_position(Machine& m) {
+    const int last_line = m.areas[static_cast<std::size_t>(m.cur_area)].line_count - 1;
     char text[32];
-    std::snprintf(text, sizeof text, "P%d-%d", m.cur_area, current_line_number(m));
-    clear_display_line(m);
-    put_display_text(m, 0, text);
+    std::snprintf(text, sizeof text, "P%d-%d", m.cur_area, line_number(m, std::min(m.cur_line, last_line)));
+    show_text(m, text);
     m.run_state = STATE_LINE_SHOWN;
+}
+
+/// What is typed on a command line waits for EXE, or for an entry. A stop ends that; a program that is stopped meanwhile
+/// is where it was.
+void drop_typed_wait(Machine& m) {
+    m.typed_wait = 0;
+    m.token = m.stopped_token;
+    m.stmt_kind = m.stopped_kind;
+    m.value = m.stopped_value;
+    m.entry_line = m.stopped_entry;
+    m.entry_line.text.clear();
 }
 
 /// Halts a running program; a halted one shows its position.
@@ -94,12 +108,14 @@ void stop(Simulator& s, int) {
         state == STATE_ENDED || state == STATE_SELECT || state == STATE_COMMAND || state == STATE_LINE_SHOWN;
     if (m.listing_text.empty() || nothing_runs)
         return;
-    m.saved_token = m.token;
-    m.saved_stmt_kind = m.stmt_kind;
+    const bool typed = m.typed_wait != 0 || (state == STATE_RUN && m.stmt_kind == KIND_RESULT);
+    if (typed)
+        drop_typed_wait(m);
+    save_stop(m);
     m.prev_state = state;
     if (state == STATE_STOPPED || state == STATE_PRINT_WAIT)
         return show_position(m);
-    m.saved_run_state = state;
+    m.saved_run_state = typed ? m.base_state : state;
     m.run_state = STATE_STOPPED;
 }
 

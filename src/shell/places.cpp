@@ -181,11 +181,15 @@ std::string find_examples(const std::string& program) {
     return find_above(program, {"share/quillon/examples/primes.bas", "examples/primes.bas"}).parent_path().string();
 }
 
+std::string installed_catalogue(const std::string& resources, std::string_view language) {
+    return (fs::path(resources) / ("message." + std::string(language) + ".ini")).string();
+}
+
 std::string find_catalogue(const Environment& environment, const std::string& installed, const std::string& working) {
     const fs::path own = fs::path(working) / "message.ini";
     if (is_file(own))
         return own.string();
-    return (fs::path(installed) / ("message." + std::string(language(environment)) + ".ini")).string();
+    return installed_catalogue(installed, language(environment));
 }
 
 std::string desktop_folder(const Environment& environment) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace quillon {
 
@@ -46,6 +47,9 @@ std::string find_manual(const std::string& program);
 
 /// The folder of the listings that come with the program, installed or of the tree; empty when there is none.
 std::string find_examples(const std::string& program);
+
+/// The installed catalogue of a language, "en" or "ja"; whether it is there is not looked at.
+std::string installed_catalogue(const std::string& resources, std::string_view language);
 
 /// The message catalogue: `message.ini` in the working folder when there is one, else the catalogue of the user's
 /// language (Japanese or English) in the folder of installed ones; whether that one is there is not looked at.

@@ -4,6 +4,7 @@
 #include "core/display_line.h"
 #include "core/errors.h"
 #include "core/interpreter.h"
+#include "core/variables.h"
 #include "statements/line_editor.h"
 #include "statements/print.h"
 
@@ -40,6 +41,7 @@ void leave_empty_line(Machine& m) {
         m.stmt_kind = m.stopped_kind;
         m.token = m.stopped_token;
         m.saved_token = m.stopped_token;
+        m.value = m.stopped_value;
         m.entry_line = m.stopped_entry;
     }
     m.stopped_kind = KIND_NONE;
@@ -59,13 +61,11 @@ void record_history(Machine& m, const BoundedText<127>& line) {
     m.history_index = -1;
 }
 
-/// A long text does not scroll here: its last characters are shown, and what follows begins at the front.
+/// A long text does not scroll here: the line is at once as its scroll would leave it.
 void show_end_of_text(Machine& m) {
     BoundedText<DISPLAY_WIDTH + 127> text({m.display_line, DISPLAY_WIDTH});
     text.append(m.pending_print_text);
-    clear_display_line(m);
-    const std::string_view end = text.view().substr(text.size() - DISPLAY_WIDTH);
-    std::copy(end.begin(), end.end(), m.display_line);
+    show_text(m, text.view().substr(text.size() - DISPLAY_WIDTH));
     m.pending_print_text.clear();
     m.wait_counter = 0;
     m.stmt_kind = m.kind_after_scroll;
@@ -87,23 +87,17 @@ void finish_print_list(Machine& m) {
     }
 }
 
-/// Whether the statement just run has shown something.
-bool has_printed(const Machine& m) {
-    return m.run_state == STATE_PRINT_WAIT || m.stmt_kind == KIND_PRINT || m.stmt_kind == KIND_SCROLL;
-}
-
-/// Runs the statements of the line. Returns the value of the last one; `printed` tells whether any has shown something.
-double run_statements(Machine& m, bool& printed) {
+/// Runs the statements of the line. Returns the value of the last one.
+double run_statements(Machine& m) {
     double result = 0;
     for (int count = 0; count < STATEMENTS_MAX; ++count) {
-        if (printed && peek_token(m) == TOKEN_PRINT)
+        if (m.item_printed != 0 && peek_token(m) == TOKEN_PRINT)
             clear_display_line(m); // of what an earlier PRINT has shown
         m.value.complete = 0;
         result = eval_statement(m);
         if (failed(m))
             break;
-        if (has_printed(m)) {
-            printed = true;
+        if (m.run_state == STATE_PRINT_WAIT || m.stmt_kind == KIND_PRINT || m.stmt_kind == KIND_SCROLL) {
             finish_print_list(m);
             m.operand_done = 0;
         }
@@ -113,8 +107,20 @@ double run_statements(Machine& m, bool& printed) {
     return result;
 }
 
-/// What the line leaves on the display: a prompt, a value, or what it printed, which stands until EXE.
-void show_outcome(Machine& m, bool printed) {
+/// Shows the value of the line; when it is a number it is the answer.
+void show_result(Machine& m) {
+    clear_display(m);
+    if (value_type(m.value) == TYPE_NUMBER)
+        m.last_result = m.value.number;
+    print_value(m);
+    if (failed(m))
+        return;
+    enter_state(m, STATE_RUN);
+    m.stmt_kind = KIND_RESULT;
+}
+
+/// What the line leaves on the display: a prompt, a value, or what it printed, which stays until EXE.
+void show_outcome(Machine& m) {
     if (m.stmt_kind == KIND_PROMPT) {
         m.typed_wait = 1;
         m.saved_token = TOKEN_END; // whatever stands behind the INPUT is dropped
@@ -124,13 +130,8 @@ void show_outcome(Machine& m, bool printed) {
     if (failed(m) || m.run_state != STATE_COMMAND)
         return;
     if (m.operand_done != 0) {
-        clear_display(m);
-        print_value(m);
-        if (failed(m))
-            return;
-        enter_state(m, STATE_RUN);
-        m.stmt_kind = KIND_RESULT;
-    } else if (printed) {
+        show_result(m);
+    } else if (m.item_printed != 0) {
         enter_state(m, STATE_PRINT_WAIT);
         m.typed_wait = 1;
         m.saved_token = TOKEN_END;
@@ -147,15 +148,16 @@ void run_line(Machine& m, const BoundedText<127>& line) {
     m.scan_ptr = m.command_buffer.c_str();
     m.stmt_kind = KIND_NONE;
     m.operand_done = 0;
-    bool printed = false;
-    m.last_result = run_statements(m, printed);
+    m.item_printed = 0;
+    const bool program_stopped = m.base_state == STATE_RUN;
+    m.last_result = run_statements(m);
     m.scan_ptr = m.saved_scan_ptr;
     const bool program_started = m.run_state == STATE_RUN && m.stmt_kind == KIND_NONE;
-    if (!program_started) { // a jump on the line leaves a stopped program where it was
+    if (program_stopped && m.base_state == STATE_RUN && !program_started) { // it stays where it was
         m.cur_area = area;
         m.cur_line = line_index;
     }
-    show_outcome(m, printed);
+    show_outcome(m);
 }
 
 } // namespace
@@ -172,8 +174,7 @@ void begin_command_mode(Machine& m) {
     m.history_index = -1;
     char text[16];
     std::snprintf(text, sizeof text, "READY P%1d", m.run_page);
-    clear_display_line(m);
-    put_display_text(m, 0, text);
+    show_text(m, text);
 }
 
 void command_entry_tick(Machine& m) {

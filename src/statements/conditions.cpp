@@ -16,7 +16,9 @@ bool jumped_behind_then(Machine& m) {
         return false;
     m.stmt_kind = KIND_JUMP;
     jump_behind_then(m);
-    if (m.error_code == ERROR_NONE && m.token != TOKEN_COLON)
+    if (m.error_code != ERROR_NONE)
+        return true;
+    if (m.token != TOKEN_COLON)
         return false;
     m.stmt_kind = KIND_NONE;
     return true;

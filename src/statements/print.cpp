@@ -33,10 +33,17 @@ void start_scroll(Machine& m, int column_before, AfterScroll after) {
     m.stmt_kind = KIND_SCROLL;
 }
 
+PutResult print_item_value(Machine& m) {
+    const PutResult result = print_value(m);
+    if (result != PutResult::NOTHING)
+        m.item_printed = 1;
+    return result;
+}
+
 /// The item is followed by ",": after it the machine waits for EXE.
 PutResult print_before_comma(Machine& m) {
     const int column = m.display_cursor;
-    const PutResult result = print_value(m);
+    const PutResult result = print_item_value(m);
     if (failed(m))
         return result;
     if (result == PutResult::PENDING)
@@ -49,7 +56,7 @@ PutResult print_before_comma(Machine& m) {
 /// The item is followed by ";": the next one is written behind it.
 PutResult print_before_semicolon(Machine& m) {
     const int column = m.display_cursor;
-    const PutResult result = print_value(m);
+    const PutResult result = print_item_value(m);
     if (!failed(m) && result == PutResult::PENDING)
         start_scroll(m, column, {m.base_state, m.stmt_kind});
     return result;
@@ -70,6 +77,7 @@ PutResult print_last(Machine& m) {
     const PutResult result = print_value(m);
     if (failed(m))
         return result;
+    m.item_printed = 1;
     if (result == PutResult::PENDING) {
         start_scroll(m, column, {STATE_PRINT_WAIT, KIND_NONE});
         return result;
@@ -134,6 +142,8 @@ bool print_scroll_step(Machine& m) {
     if (put_display_text(m, m.display_cursor, m.pending_print_text) == PutResult::PENDING)
         return true;
     m.stmt_kind = m.kind_after_scroll;
+    m.saved_stmt_kind = KIND_PRINT; // a stop has saved the scroll in its place
+    m.saved_token = m.token;
     m.kind_after_scroll = KIND_NONE;
     enter_state(m, m.state_after_scroll);
     m.state_after_scroll = m.base_state;

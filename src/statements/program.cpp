@@ -40,6 +40,7 @@ RunStart run_argument(Machine& m) {
 /// The selected area holds no program: command mode, and no error for it.
 void stay_in_command_mode(Machine& m) {
     clear_display_line(m);
+    m.entry_line.text.clear();
     m.error_detail.clear();
     m.error_code = ERROR_NONE;
     m.stmt_kind = KIND_NONE;
@@ -58,6 +59,7 @@ void run_statement(Machine& m) {
         m.error_detail.clear();
         reset_machine(m);
         select_area(m, m.run_page);
+        restore_area_data(m);
     }
     m.token = typed ? TOKEN_END : TOKEN_COLON; // a program goes on at its new place at once
     if (m.stmt_start == nullptr)
@@ -82,8 +84,7 @@ void vac_statement(Machine& m) {
 
 void stop_statement(Machine& m) {
     enter_state(m, STATE_STOPPED);
-    m.saved_token = m.token;
-    m.saved_stmt_kind = m.stmt_kind;
+    save_stop(m);
     m.saved_run_state = m.base_state;
 }
 
@@ -92,6 +93,8 @@ void end_statement(Machine& m) { enter_state(m, STATE_ENDED); }
 void command_statement(Machine& m) {
     enter_state(m, STATE_COMMAND);
     m.base_state = STATE_COMMAND;
+    m.entry_line.text.clear();
+    clear_display_line(m);
     m.token = TOKEN_END_WORD; // ends the statement as END does
 }
 

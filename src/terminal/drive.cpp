@@ -7,6 +7,7 @@
 #include "shell/catalogue.h"
 #include "shell/clipboard.h"
 #include "shell/commands.h"
+#include "shell/places.h"
 #include "shell/skins.h"
 #include "shell/snapshot.h"
 #include "terminal/drive_state.h"
@@ -58,25 +59,81 @@ std::string_view take_word(std::string_view& text) {
     return word;
 }
 
+/// Nobody may ever ask for the state: what is kept for it is bounded.
+void log(DriveLog& log, std::string text) {
+    constexpr std::size_t TEXTS_MAX = 10'000;
+    constexpr std::size_t BYTES_MAX = std::size_t{1} << 20;
+    if (log.texts.size() == TEXTS_MAX || log.bytes + text.size() > BYTES_MAX) {
+        ++log.dropped;
+        return;
+    }
+    log.bytes += text.size();
+    log.texts.push_back(std::move(text));
+}
+
+/// Adds what a log holds to an answer, and empties it.
+void answer_log(DriveLog& log, const std::string& name, Json& answer) {
+    answer[name] = log.texts;
+    if (log.dropped > 0)
+        answer[name + "_dropped"] = log.dropped;
+    log = {};
+}
+
+/// Takes what a program shows, in pieces with a line feed after each whole line.
+void take_shown(DriveSession& session, std::string_view piece) {
+    for (const char c : piece) {
+        if (c != '\n') {
+            session.shown_part += c;
+            continue;
+        }
+        log(session.shown, machine_text(session.shown_part));
+        session.shown_part.clear();
+    }
+}
+
+/// Notes what a program or a command line's PRINT shows; nothing of what is typed.
+void follow_shown(DriveSession& session) {
+    const Machine& m = session.simulator->machine;
+    const bool waits_for_exe = m.run_state == STATE_PRINT_WAIT;
+    const bool runs = m.run_state == STATE_RUN && m.stmt_kind != KIND_RESULT;
+    if (waits_for_exe && m.typed_wait != 0) {
+        if (!session.shown_line.stands)
+            log(session.shown, machine_text(without_trailing_blanks({m.display_line, DISPLAY_LINE_SIZE})));
+        session.shown_line.stands = true;
+        return;
+    }
+    if (waits_for_exe && session.shown_line.stands)
+        return; // the same wait as in the last tick
+    if (runs || waits_for_exe || m.run_state == STATE_STOPPED)
+        follow_display(session.shown_line, m);
+    if (!waits_for_exe && (!runs || m.stmt_kind == KIND_PROMPT))
+        finish_shown_lines(session.shown_line);
+}
+
+void tick(DriveSession& session) {
+    simulator_tick(*session.simulator);
+    follow_shown(session);
+}
+
 void record_host(DriveSession& session) {
     Host& host = session.simulator->machine.host;
     host.play_tone = [&session](std::span<const std::uint8_t>) {
         session.tone_playing = true;
-        session.host_log.emplace_back("play");
+        log(session.host, "play");
     };
     host.milliseconds = [] { return 1U; }; // what a load seeds the generator with: so runs repeat
     host.stop_tone = [&session] {
         session.tone_playing = false;
-        session.host_log.emplace_back("stop-sound");
+        log(session.host, "stop-sound");
     };
     host.show_message = [&session](const std::string& text, MessageIcon) {
-        session.host_log.push_back("message-box " + text);
+        log(session.host, "message-box " + text);
     };
-    host.refresh_trace = [&session] { session.host_log.emplace_back("trace-refresh"); };
-    host.reset_trace = [&session] { session.host_log.emplace_back("trace-reset"); };
+    host.refresh_trace = [&session] { log(session.host, "trace-refresh"); };
+    host.reset_trace = [&session] { log(session.host, "trace-reset"); };
     host.copy_text = [&session](std::string_view text) {
         session.clipboard = clipboard_part(text);
-        session.host_log.push_back("copy " + machine_text(session.clipboard));
+        log(session.host, "copy " + machine_text(session.clipboard));
     };
     host.paste_text = [&session] { return pasted_part(session.clipboard); };
 }
@@ -84,14 +141,18 @@ void record_host(DriveSession& session) {
 void record_window(DriveSession& session) {
     Window& window = session.simulator->window;
     window.perform = [&session](HostCommand command) {
-        session.host_log.push_back("command " + std::to_string(command));
+        log(session.host, "command " + std::to_string(command));
     };
-    window.toggle_trace = [&session] { session.host_log.emplace_back("trace"); };
+    window.toggle_trace = [&session] { log(session.host, "trace"); };
 }
 
 void start_new_machine(DriveSession& session) {
     session.simulator = std::make_unique<Simulator>();
-    session.host_log.clear();
+    session.host = {};
+    session.shown = {};
+    session.shown_line = {};
+    session.shown_part.clear();
+    session.shown_line.write = [&session](std::string_view piece) { take_shown(session, piece); };
     session.clipboard.clear();
     session.tone_playing = false;
     load_skin(*session.simulator, {});
@@ -109,9 +170,11 @@ Refusal do_new(DriveSession& session, std::string_view argument, Json&) {
 
 Refusal do_catalogue(DriveSession& session, std::string_view argument, Json&) {
     if (argument.empty())
-        return "Name a catalogue file, or - for none.";
+        return "Name a catalogue file, en or ja for the one that comes with the program, or - for none.";
     std::optional<MessageCatalogue> catalogue = MessageCatalogue{};
-    if (argument != "-")
+    if (argument == "en" || argument == "ja")
+        catalogue = read_catalogue(installed_catalogue(find_resources(program_folder()), argument));
+    else if (argument != "-")
         catalogue = read_catalogue(std::string(argument));
     if (!catalogue)
         return "This catalogue cannot be read.";
@@ -245,7 +308,7 @@ Refusal do_key(DriveSession& session, std::string_view argument, Json&) {
             return "Give 1 to 15 bytes, two hexadecimal digits each.";
         keys.push_back(static_cast<char>(byte));
     }
-    session.simulator->machine.key_string = keys;
+    session.simulator->machine.key_string = std::string_view(keys.c_str()); // a byte 00 ends the text
     session.simulator->machine.held_key = 0;
     return {};
 }
@@ -255,7 +318,7 @@ Refusal do_tick(DriveSession& session, std::string_view argument, Json& answer) 
     if (!count)
         return number_refusal("The number of ticks", 0, TICKS_MAX);
     for (long long i = 0; i < *count; ++i)
-        simulator_tick(*session.simulator);
+        tick(session);
     answer["ticks"] = *count;
     return {};
 }
@@ -264,7 +327,7 @@ Refusal do_tick(DriveSession& session, std::string_view argument, Json& answer) 
 bool waits(const Machine& m) {
     const bool running = m.run_state == STATE_RUN || m.run_state == STATE_TO_COMMAND;
     const bool asks = m.stmt_kind == KIND_PROMPT || m.stmt_kind == KIND_INPUT_ERROR || m.stmt_kind == KIND_RESULT;
-    return !running || asks || m.error_code != ERROR_NONE;
+    return !running || asks || (m.error_code != ERROR_NONE && m.error_code != ERROR_INPUT);
 }
 
 Refusal do_wait(DriveSession& session, std::string_view argument, Json& answer) {
@@ -273,27 +336,66 @@ Refusal do_wait(DriveSession& session, std::string_view argument, Json& answer) 
         return number_refusal("The number of ticks", 0, TICKS_MAX);
     long long ticks = 0;
     for (; ticks < *most && !waits(session.simulator->machine); ++ticks)
-        simulator_tick(*session.simulator);
+        tick(session);
     answer["ticks"] = ticks;
     return {};
+}
+
+void press_exe(DriveSession& session) {
+    session.simulator->machine.enter_request = 1;
+    tick(session);
 }
 
 Refusal do_exe(DriveSession& session, std::string_view argument, Json&) {
     if (!argument.empty())
         return refuse_argument(argument);
-    session.simulator->machine.enter_request = 1;
-    simulator_tick(*session.simulator);
+    press_exe(session);
     return {};
 }
 
-Refusal do_type(DriveSession& session, std::string_view argument, Json&) {
+/// Each byte is the pending key for a tick, and no key is pending in the next one.
+void type_bytes(DriveSession& session, std::string_view bytes) {
     Machine& m = session.simulator->machine;
-    for (const char c : argument) {
+    for (const char c : bytes) {
         m.key_string.assign({&c, 1});
-        simulator_tick(*session.simulator);
+        tick(session);
         m.key_string.clear();
-        simulator_tick(*session.simulator);
+        tick(session);
     }
+}
+
+Refusal do_type(DriveSession& session, std::string_view argument, Json&) {
+    type_bytes(session, argument);
+    return {};
+}
+
+/// Whether a key, and not just its character, is what the machine waits for.
+bool waits_for_key(const Machine& m) {
+    return m.run_state == STATE_RUN &&
+           (m.stmt_kind == KIND_PROMPT || m.stmt_kind == KIND_RESULT);
+}
+
+/// A key with this character goes down, and comes up after a tick.
+void press_character(DriveSession& session, std::string_view character) {
+    constexpr int HELD_CODE = 256; // no virtual key's
+    session.simulator->machine.key_string = character;
+    session.simulator->machine.held_key = HELD_CODE;
+    set_key_down(session, HELD_CODE, true);
+    tick(session);
+    set_key_down(session, HELD_CODE, false);
+    tick(session);
+}
+
+Refusal do_enter(DriveSession& session, std::string_view argument, Json&) {
+    const Machine& m = session.simulator->machine;
+    if (m.stmt_kind == KIND_INPUT_ERROR) // a refused entry's error takes a key of its own
+        press_character(session, argument.substr(0, 1));
+    if (!argument.empty() && waits_for_key(m)) {
+        press_character(session, argument.substr(0, 1));
+        argument.remove_prefix(1);
+    }
+    type_bytes(session, argument);
+    press_exe(session);
     return {};
 }
 
@@ -301,8 +403,8 @@ Refusal do_state(DriveSession& session, std::string_view argument, Json& answer)
     if (!argument.empty())
         return refuse_argument(argument);
     answer_state(*session.simulator, answer);
-    answer["host"] = session.host_log;
-    session.host_log.clear();
+    answer_log(session.shown, "shown", answer);
+    answer_log(session.host, "host", answer);
     return {};
 }
 
@@ -392,7 +494,7 @@ constexpr DriveCommand COMMANDS[] = {
     {"repeat", do_repeat},   {"altpress", do_altpress},   {"release", do_release},
     {"key", do_key},         {"type", do_type},           {"soft", do_soft},
     {"click", do_click},     {"tick", do_tick},           {"wait", do_wait},
-    {"exe", do_exe},         {"state", do_state},         {"vars", do_vars},
+    {"exe", do_exe},         {"enter", do_enter},         {"state", do_state},         {"vars", do_vars},
     {"lcd", do_lcd},         {"snapshot", do_snapshot},   {"sound", do_sound},
     {"clipboard", do_clipboard}, {"quit", do_quit},
 };
@@ -413,14 +515,17 @@ Refusal carry_out(DriveSession& session, std::string_view line, Json& answer) {
 DriveSession::DriveSession() { start_new_machine(*this); }
 
 std::optional<std::string> drive_line(DriveSession& session, std::string_view line) {
-    const bool too_long = line.size() > DRIVE_LINE_MAX; // with its CR: a line may have been cut behind one
+    const bool too_long = line.size() > DRIVE_LINE_MAX; // with its CR: a line may have been cut after one
     if (line.ends_with('\r'))
         line.remove_suffix(1);
     if (line.empty() || line.front() == '#')
         return std::nullopt;
     Json answer = Json::object();
     answer["ok"] = true;
-    const Refusal refusal = too_long ? "This line is too long." : carry_out(session, line, answer);
+    Refusal refusal = "This line is too long.";
+    if (!too_long)
+        refusal = line.find('\0') == std::string_view::npos ? carry_out(session, line, answer)
+                                                            : "A line holds no NUL.";
     if (!refusal.empty())
         answer = {{"ok", false}, {"error", refusal}};
     return answer.dump(-1, ' ', false, Json::error_handler_t::replace);

@@ -3,8 +3,10 @@
 #pragma once
 
 #include "shell/simulator.h"
+#include "terminal/shown_lines.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,12 +15,22 @@
 
 namespace quillon {
 
+/// Texts since the last `state`, oldest first. Those that no longer fit are counted.
+struct DriveLog {
+    std::vector<std::string> texts;
+    std::size_t bytes = 0;
+    std::uint64_t dropped = 0;
+};
+
 /// A driven machine and what it asked of its host.
 struct DriveSession {
     DriveSession();
 
     std::unique_ptr<Simulator> simulator;
-    std::vector<std::string> host_log; ///< since the last `state`
+    DriveLog host;         ///< what the machine asked of its host
+    DriveLog shown;        ///< what programs have shown whole
+    ShownLines shown_line; ///< the line being shown
+    std::string shown_part; ///< the beginning of the next text of `shown`
     std::string clipboard;             ///< its own, machine text
     bool tone_playing = false;
     bool finished = false; ///< after `quit`

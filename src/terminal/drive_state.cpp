@@ -107,10 +107,6 @@ std::string canvas_checksum(const Canvas& canvas) {
     return text;
 }
 
-std::string_view without_trailing_blanks(std::string_view text) {
-    return text.substr(0, text.find_last_not_of(' ') + 1);
-}
-
 void answer_texts(const Simulator& s, Json& answer) {
     const Machine& m = s.machine;
     const std::string_view line(m.display_line, DISPLAY_LINE_SIZE);
@@ -130,6 +126,10 @@ void answer_texts(const Simulator& s, Json& answer) {
 }
 
 } // namespace
+
+std::string_view without_trailing_blanks(std::string_view text) {
+    return text.substr(0, text.find_last_not_of(' ') + 1);
+}
 
 std::string machine_text(std::string_view bytes) {
     std::string text;

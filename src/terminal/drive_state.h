@@ -27,7 +27,10 @@ void set_field(Machine& m, const DriveField& field, long long number);
 /// Machine text as UTF-8: each byte as the code point of the same number.
 std::string machine_text(std::string_view bytes);
 
-/// Adds the members of a `state` answer, all but the host's log.
+/// A text without the blanks at its end.
+std::string_view without_trailing_blanks(std::string_view text);
+
+/// Adds the members of a `state` answer, all but the logs.
 void answer_state(const Simulator& s, nlohmann::ordered_json& answer);
 
 /// Adds what the LCD shows.
