@@ -91,6 +91,12 @@ void save_stop(Machine& m) {
     m.saved_value = m.value;
 }
 
+void clear_entry_line(Machine& m) {
+    m.entry_line.text.clear();
+    m.prev_key_string.clear();
+    clear_display_line(m);
+}
+
 void clear_key(Machine& m) {
     m.key_string.clear();
     m.held_key = 0;

@@ -144,7 +144,7 @@ struct Machine {
     int stmt_kind = KIND_NONE;
     int saved_token = 0; ///< `token` and `stmt_kind` as a wait left them
     int saved_stmt_kind = KIND_NONE;
-    Value saved_value; ///< `value` as STOP left it
+    Value saved_value;     ///< `value` as STOP left it
     int operand_done = 0;  ///< 1 when the last thing evaluated gave a value, 0 after a statement
     int nesting_depth = 0; ///< how deep the expression being evaluated is nested
 
@@ -255,6 +255,10 @@ void enter_state(Machine& m, int state);
 
 /// Saves where a statement is, for when the machine goes on after a stop.
 void save_stop(Machine& m);
+
+/// Empties the line that is typed and the display line: so every entry and every command line begins. The first key
+/// counts, though it may be the one that was typed last.
+void clear_entry_line(Machine& m);
 
 /// Forgets the pending key of the PC keyboard.
 void clear_key(Machine& m);

@@ -90,7 +90,7 @@ void resume_stopped(Machine& m) {
     m.stmt_kind = resumed_stop(m);
     m.value = m.saved_value;
     if (m.base_state == STATE_COMMAND)
-        m.entry_line.text.clear();
+        clear_entry_line(m);
 }
 
 void tick_stopped(Machine& m) {
@@ -140,10 +140,9 @@ void tick_command_error(Machine& m) {
     if (!clear_key_down(m) && m.held_key != VIRTUAL_KEY_UP)
         return;
     enter_state(m, STATE_COMMAND);
-    clear_display_line(m);
+    clear_entry_line(m);
     clear_key(m);
     m.soft_key_code = 0;
-    m.entry_line.text.clear();
     m.error_code = ERROR_NONE;
 }
 
@@ -185,8 +184,7 @@ void resume_statement(Machine& m) {
 
 void enter_command_mode(Machine& m) {
     m.stmt_kind = KIND_CLEARED;
-    m.entry_line.text.clear(); // of an INPUT that was stopped, or the last one of a program
-    clear_display_line(m);
+    clear_entry_line(m); // of an INPUT that was stopped, or the last one of a program
     enter_state(m, STATE_COMMAND);
 }
 

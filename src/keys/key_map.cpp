@@ -155,6 +155,11 @@ void set_key(Machine& m, unsigned char code) {
 
 } // namespace
 
+bool acts_at_once(int virtual_key) {
+    return virtual_key == VK_TAB || virtual_key == VK_PAUSE || virtual_key == VK_ESCAPE ||
+           (virtual_key >= VK_F1 && virtual_key <= VK_F12 && find_code(FIXED_KEYS, virtual_key) == 0);
+}
+
 void on_key_down(Machine& m, int virtual_key, bool auto_repeat) {
     m.key_string.clear();
     if (act_on_key(m, virtual_key, auto_repeat))

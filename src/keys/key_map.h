@@ -21,6 +21,10 @@ void on_sys_key_down(Machine& m, int virtual_key);
 /// counts as down.
 void on_character(Machine& m, char character, int held_code);
 
+/// Whether a key does its work the moment it goes down, whatever the machine is doing: STOP, single steps, and the keys
+/// of the host. EXE is none of these.
+bool acts_at_once(int virtual_key);
+
 /// Whether a key is pending that the line editor has yet to see. So it is for a tick where a key begins an entry: it
 /// must neither be replaced nor come up before the next one.
 bool is_key_unread(const Machine& m);

@@ -113,6 +113,7 @@ void repeat(Machine& m) {
     m.soft_repeat_count = FIRST_REPEAT - NEXT_REPEAT;
     m.key_string = std::string_view(soft_key(current_soft_layer(m), m.soft_pressed_key).text.data());
     m.soft_key_code = 0;
+    m.held_key = 0;
     m.prev_key_string.clear();
 }
 

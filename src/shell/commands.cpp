@@ -59,8 +59,7 @@ void start_area(Machine& m) {
             m.host.refresh_trace();
         return;
     }
-    clear_display_line(m);
-    m.entry_line.text.clear();
+    clear_entry_line(m);
     m.error_detail.clear();
     m.error_code = ERROR_NONE;
     m.base_state = STATE_COMMAND;
@@ -89,8 +88,8 @@ void show_position(Machine& m) {
     m.run_state = STATE_LINE_SHOWN;
 }
 
-/// What is typed on a command line waits for EXE, or for an entry. A stop ends that; a program that is stopped meanwhile
-/// is where it was.
+/// What is typed on a command line waits for EXE, or for an entry. A stop ends that; a program that is stopped
+/// meanwhile is where it was.
 void drop_typed_wait(Machine& m) {
     m.typed_wait = 0;
     m.token = m.stopped_token;

@@ -21,14 +21,48 @@ bool same_key(const KeyEvent& a, const KeyEvent& b) {
 /// An INPUT list is on its way to its next prompt, which the next tick shows: a key that came now would be nobody's.
 bool is_between_prompts(const Machine& m) { return m.run_state == STATE_RUN && m.stmt_kind == KIND_INPUT; }
 
-bool may_go_down(const KeyQueue& queue, const Machine& m, const KeyEvent& event) {
-    if (is_key_unread(m) || is_between_prompts(m))
-        return false;
-    const bool equal = !event.auto_repeat && queue.last_down && same_key(*queue.last_down, event);
-    return !equal || !queue.key_in_last_tick;
+void key_up(KeyQueue& queue, int key) { std::erase(queue.down_keys, key); }
+
+/// An error that is shown takes no keys but those that clear it, a tone that the program waits for none at all.
+bool error_holds(const Machine& m) { return m.error_code != ERROR_NONE && m.error_code != ERROR_INPUT; }
+bool tone_holds(const Machine& m) { return m.sound_holds_run != 0; }
+
+/// Keys that act at once, or that lead out of where the machine is: nothing may hold them up.
+bool is_urgent(const KeyEvent& event) {
+    return event.kind == KeyEvent::Kind::DOWN && (acts_at_once(event.key) || event.key == VIRTUAL_KEY_HOME);
 }
 
-void key_up(KeyQueue& queue, int key) { std::erase(queue.down_keys, key); }
+bool equals_last(const KeyQueue& queue, const KeyEvent& event) {
+    return !event.auto_repeat && queue.last_down && same_key(*queue.last_down, event);
+}
+
+/// Whether a key may go down in this tick. While a tone holds the machine only an urgent one does; one that an error
+/// would not take goes down and is lost. An equal one waits
+/// for a tick without a key, and sees to it that there is one: its first press may never come up.
+bool may_go_down(KeyQueue& queue, const Machine& m, const KeyEvent& event) {
+    if (tone_holds(m))
+        return is_urgent(event);
+    if (error_holds(m))
+        return true;
+    if (is_key_unread(m) || is_between_prompts(m))
+        return false;
+    if (!equals_last(queue, event) || !queue.key_in_last_tick)
+        return true;
+    key_up(queue, event.key);
+    return false;
+}
+
+/// While a tone holds the machine, an urgent key overtakes those that wait for its end; they are dropped.
+void let_urgent_key_through(KeyQueue& queue) {
+    const auto urgent = std::find_if(queue.events.begin(), queue.events.end(), is_urgent);
+    if (urgent == queue.events.end())
+        return;
+    for (auto event = queue.events.begin(); event != urgent; ++event) {
+        if (!is_down(*event))
+            key_up(queue, event->key);
+    }
+    queue.events.erase(queue.events.begin(), urgent);
+}
 
 /// Whether a key-up means something: the key is down, or will be when the waiting events have been fed.
 bool is_or_will_be_down(const KeyQueue& queue, int key) {
@@ -40,7 +74,7 @@ bool is_or_will_be_down(const KeyQueue& queue, int key) {
 } // namespace
 
 void push_key_event(KeyQueue& queue, const KeyEvent& event) {
-    const bool has_room = queue.events.size() < EVENTS_MAX;
+    const bool has_room = queue.events.size() < (is_urgent(event) ? 2 * EVENTS_MAX : EVENTS_MAX);
     const bool wanted = is_down(event) ? has_room && (!event.auto_repeat || queue.events.empty())
                                        : is_or_will_be_down(queue, event.key);
     if (wanted)
@@ -48,18 +82,13 @@ void push_key_event(KeyQueue& queue, const KeyEvent& event) {
 }
 
 void release_all_keys(KeyQueue& queue) {
-    std::vector<int> keys = queue.down_keys;
-    for (const KeyEvent& event : queue.events)
-        keys.push_back(event.key);
-    for (const int key : keys) {
-        KeyEvent up;
-        up.kind = KeyEvent::Kind::UP;
-        up.key = key;
-        push_key_event(queue, up);
-    }
+    queue.events.clear();
+    queue.down_keys.clear();
 }
 
 std::optional<KeyEvent> next_key_down(KeyQueue& queue, const Machine& m) {
+    if (tone_holds(m))
+        let_urgent_key_through(queue);
     while (!queue.events.empty()) {
         const KeyEvent event = queue.events.front();
         if (is_down(event)) {

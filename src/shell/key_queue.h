@@ -1,6 +1,7 @@
 // The key queue: key events in the order in which they came, fed to the machine at a pace at which it loses none. At
 // most one key goes down in a tick, never comes up again in the same one, and between two equal keys there is a tick
-// without a key, since the line editor takes a key that stays for one that is held.
+// without a key, since the line editor takes a key that stays for one that is held. Keys that the machine does not take
+// never block those after them: an error drops them, and a tone lets the keys through that act at once.
 #pragma once
 
 #include <deque>
@@ -41,10 +42,11 @@ struct KeyQueue {
     bool key_in_last_tick = false;     ///< a key was pending during the last tick
 };
 
-/// Adds an event. A repeat is dropped while others wait, and so is everything but key-ups when 256 events wait.
+/// Adds an event. A repeat is dropped while others wait, and so is everything but key-ups and urgent keys when 256
+/// events wait.
 void push_key_event(KeyQueue& queue, const KeyEvent& event);
 
-/// All keys come up: the window has lost the keyboard.
+/// All keys come up and what waits is dropped: the window has lost the keyboard.
 void release_all_keys(KeyQueue& queue);
 
 /// Feeds key-ups up to the next key that may go down now, and returns that one for `apply_key_down`, if any.

@@ -170,7 +170,7 @@ void begin_command_mode(Machine& m) {
     m.base_state = STATE_COMMAND;
     m.run_state = STATE_RUN;
     m.stmt_kind = KIND_RESULT;
-    m.entry_line.text.clear();
+    clear_entry_line(m);
     m.history_index = -1;
     char text[16];
     std::snprintf(text, sizeof text, "READY P%1d", m.run_page);
@@ -181,10 +181,8 @@ void command_entry_tick(Machine& m) {
     if (m.enter_request == 0)
         return edit_line(m);
     const BoundedText<127> line = m.entry_line.text;
-    m.entry_line.text.clear();
+    clear_entry_line(m);
     m.key_string.clear();
-    m.prev_key_string.clear(); // the same key as the last one is a new press
-    clear_display_line(m);
     drop_typed_frames(m);
     if (line.empty())
         return leave_empty_line(m);

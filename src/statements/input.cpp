@@ -134,7 +134,7 @@ void finish_entry(Machine& m) {
     clear_display_line(m);
     m.key_string.clear();
     if (m.typed_wait != 0)
-        m.entry_line.text.clear(); // the command line begins empty
+        clear_entry_line(m);
     enter_state(m, m.typed_wait != 0 ? STATE_COMMAND : m.base_state);
     m.typed_wait = 0;
     m.token = m.saved_token;

@@ -39,8 +39,7 @@ RunStart run_argument(Machine& m) {
 
 /// The selected area holds no program: command mode, and no error for it.
 void stay_in_command_mode(Machine& m) {
-    clear_display_line(m);
-    m.entry_line.text.clear();
+    clear_entry_line(m);
     m.error_detail.clear();
     m.error_code = ERROR_NONE;
     m.stmt_kind = KIND_NONE;
@@ -93,8 +92,7 @@ void end_statement(Machine& m) { enter_state(m, STATE_ENDED); }
 void command_statement(Machine& m) {
     enter_state(m, STATE_COMMAND);
     m.base_state = STATE_COMMAND;
-    m.entry_line.text.clear();
-    clear_display_line(m);
+    clear_entry_line(m);
     m.token = TOKEN_END_WORD; // ends the statement as END does
 }
 

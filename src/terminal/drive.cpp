@@ -126,9 +126,7 @@ void record_host(DriveSession& session) {
         session.tone_playing = false;
         log(session.host, "stop-sound");
     };
-    host.show_message = [&session](const std::string& text, MessageIcon) {
-        log(session.host, "message-box " + text);
-    };
+    host.show_message = [&session](const std::string& text, MessageIcon) { log(session.host, "message-box " + text); };
     host.refresh_trace = [&session] { log(session.host, "trace-refresh"); };
     host.reset_trace = [&session] { log(session.host, "trace-reset"); };
     host.copy_text = [&session](std::string_view text) {
@@ -140,9 +138,7 @@ void record_host(DriveSession& session) {
 
 void record_window(DriveSession& session) {
     Window& window = session.simulator->window;
-    window.perform = [&session](HostCommand command) {
-        log(session.host, "command " + std::to_string(command));
-    };
+    window.perform = [&session](HostCommand command) { log(session.host, "command " + std::to_string(command)); };
     window.toggle_trace = [&session] { log(session.host, "trace"); };
 }
 
@@ -371,8 +367,7 @@ Refusal do_type(DriveSession& session, std::string_view argument, Json&) {
 
 /// Whether a key, and not just its character, is what the machine waits for.
 bool waits_for_key(const Machine& m) {
-    return m.run_state == STATE_RUN &&
-           (m.stmt_kind == KIND_PROMPT || m.stmt_kind == KIND_RESULT);
+    return m.run_state == STATE_RUN && (m.stmt_kind == KIND_PROMPT || m.stmt_kind == KIND_RESULT);
 }
 
 /// A key with this character goes down, and comes up after a tick.
@@ -524,8 +519,7 @@ std::optional<std::string> drive_line(DriveSession& session, std::string_view li
     answer["ok"] = true;
     Refusal refusal = "This line is too long.";
     if (!too_long)
-        refusal = line.find('\0') == std::string_view::npos ? carry_out(session, line, answer)
-                                                            : "A line holds no NUL.";
+        refusal = line.find('\0') == std::string_view::npos ? carry_out(session, line, answer) : "A line holds no NUL.";
     if (!refusal.empty())
         answer = {{"ok", false}, {"error", refusal}};
     return answer.dump(-1, ' ', false, Json::error_handler_t::replace);

@@ -27,11 +27,11 @@ struct DriveSession {
     DriveSession();
 
     std::unique_ptr<Simulator> simulator;
-    DriveLog host;         ///< what the machine asked of its host
-    DriveLog shown;        ///< what programs have shown whole
-    ShownLines shown_line; ///< the line being shown
+    DriveLog host;          ///< what the machine asked of its host
+    DriveLog shown;         ///< what programs have shown whole
+    ShownLines shown_line;  ///< the line being shown
     std::string shown_part; ///< the beginning of the next text of `shown`
-    std::string clipboard;             ///< its own, machine text
+    std::string clipboard;  ///< its own, machine text
     bool tone_playing = false;
     bool finished = false; ///< after `quit`
 };

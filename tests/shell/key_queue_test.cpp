@@ -175,6 +175,21 @@ TEST(KeyQueue, LosesNothing) {
                                          {"one after another", seen_on_the_way}});
 }
 
+TEST(KeyQueue, LetsStopThroughAToneAndKeepsWhatIsTyped) {
+    for (const bool stops : {true, false}) {
+        Typist t("BEEPS 4,9,3000:BEEPWAIT\nINPUT A$\nGOTO 30");
+        t.tick(2);
+        t.tap_all("AAB");
+        if (stops)
+            t.tap(27);
+        t.tick(6);
+        EXPECT_EQ(t.m.run_state, stops ? STATE_STOPPED : STATE_RUN);
+        EXPECT_EQ(t.m.sound_holds_run, 1);
+        t.tick(150);
+        EXPECT_EQ(t.entry(), stops ? "" : "AAB");
+    }
+}
+
 TEST(KeyQueue, StaysSmallInAStorm) {
     Typist t;
     t.enter_command_mode();
