@@ -33,14 +33,10 @@ int main(int argc, char** argv) {
     simulator->files = find_data_files(environment, program);
     simulator->machine.catalogue =
         read_catalogue(find_catalogue(environment, find_resources(program))).value_or(MessageCatalogue{});
-    int status = 0;
-    {
-        install_lcd_accessibility();
-        MainWindow window(*simulator);
-        watch_quit_signals(&window, [&window] { window.close(); });
-        window.start(parser.positionalArguments().value(0));
-        status = QApplication::exec();
-        shut_down_simulator(*simulator);
-    }
-    return status;
+    QApplication::setQuitOnLastWindowClosed(false);
+    install_lcd_accessibility();
+    MainWindow window(*simulator);
+    watch_quit_signals(&window, [&window] { window.end(); });
+    window.start(parser.positionalArguments().value(0));
+    return QApplication::exec();
 }

@@ -17,12 +17,16 @@
 #include <QDragEnterEvent>
 #include <QElapsedTimer>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QScreen>
 #include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+#include <cstdio>
+#include <cstdlib>
 
 namespace quillon {
 namespace {
@@ -112,6 +116,8 @@ void MainWindow::after_tick(bool picture_changed) {
 }
 
 void MainWindow::refresh() {
+    if (leaving)
+        return;
     const Machine& m = simulator.machine;
     setWindowTitle(QString::fromLocal8Bit(window_title(simulator)));
     checks[COMMAND_ASCII_MODE]->setChecked(m.ascii_mode != 0);
@@ -129,6 +135,8 @@ void MainWindow::resize_to_zoom() {
 }
 
 void MainWindow::carry_out(HostCommand command) {
+    if (leaving)
+        return;
     switch (command) {
     case COMMAND_OPEN: return open_listing_dialog();
     case COMMAND_EXIT: close(); return;
@@ -239,10 +247,46 @@ void MainWindow::resizeEvent(QResizeEvent* event) {
     windows.dock();
 }
 
+/// Closing saves first: while the window is still there, its user can do something about a failure.
 void MainWindow::closeEvent(QCloseEvent* event) {
+    const std::vector<std::string> unsaved = leaving ? std::vector<std::string>() : save_state(simulator);
+    if (!unsaved.empty()) {
+        event->ignore();
+        return ask_about_unsaved(unsaved);
+    }
+    if (!leaving)
+        leave(EXIT_SUCCESS);
+    QMainWindow::closeEvent(event);
+}
+
+void MainWindow::ask_about_unsaved(const std::vector<std::string>& paths) {
+    auto* box = new QMessageBox(QMessageBox::Warning, QStringLiteral("Error."),
+                                QString::fromUtf8(unsaved_text(simulator, paths)),
+                                QMessageBox::Retry | QMessageBox::Discard | QMessageBox::Cancel, this);
+    box->setTextFormat(Qt::PlainText);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    connect(box, &QDialog::finished, this, [this](int button) {
+        if (button == QMessageBox::Retry)
+            close();
+        else if (button == QMessageBox::Discard)
+            leave(EXIT_FAILURE);
+    });
+    box->open();
+}
+
+void MainWindow::end() {
+    const std::vector<std::string> unsaved = save_state(simulator);
+    if (!unsaved.empty())
+        std::fputs(unsaved_text(simulator, unsaved).c_str(), stderr);
+    leave(unsaved.empty() ? EXIT_SUCCESS : EXIT_FAILURE);
+}
+
+/// Whatever windows are open, the program does not wait for them.
+void MainWindow::leave(int status) {
+    leaving = true;
     ticker.stop();
     windows.close_all();
-    QMainWindow::closeEvent(event);
+    QApplication::exit(status);
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {

@@ -24,6 +24,10 @@ public:
     /// the window.
     void start(const QString& listing);
 
+    /// Ends the program without asking anything, as the system wants it: what cannot be saved is said on standard error
+    /// and by the exit status.
+    void end();
+
 protected:
     bool event(QEvent* event) override;
     bool focusNextPrevChild(bool next) override;
@@ -51,6 +55,8 @@ private:
     void fill_recent(QMenu& menu);
     void place_on_screen();
     void focus_controls(bool toolbar);
+    void ask_about_unsaved(const std::vector<std::string>& paths);
+    void leave(int status);
 
     Simulator& simulator;
     LcdWidget* lcd;
@@ -59,6 +65,7 @@ private:
     MessageBoxes messages;
     CommandActions checks;
     AuxiliaryWindows windows;
+    bool leaving = false; ///< nothing opens any more
 };
 
 } // namespace quillon

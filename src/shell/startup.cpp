@@ -32,17 +32,6 @@ void load_last_listing(Simulator& s) {
         s.settings.last_file.clear();
 }
 
-void write_state(Simulator& s) {
-    if (s.files.settings.empty())
-        return;
-    create_folder(s.files.folder);
-    collect_settings(s.machine, s.settings);
-    // What cannot be written stays as it was; there is nobody left to tell.
-    static_cast<void>(write_settings(s.files.settings, s.settings));
-    static_cast<void>(write_saved_values(s.files.saved_values, s.machine));
-    static_cast<void>(write_recent_listings(s.files.recent_listings, s.recent));
-}
-
 } // namespace
 
 void use_settings(Simulator& s, const LoadedSettings& loaded) {
@@ -68,11 +57,33 @@ bool start_simulator(Simulator& s) {
     return true;
 }
 
-void shut_down_simulator(Simulator& s) {
+std::vector<std::string> save_state(Simulator& s) {
+    if (s.files.settings.empty())
+        return {};
+    create_folder(s.files.folder);
+    collect_settings(s.machine, s.settings);
+    std::vector<std::string> unsaved;
+    if (!write_settings(s.files.settings, s.settings))
+        unsaved.push_back(s.files.settings);
+    if (!write_saved_values(s.files.saved_values, s.machine))
+        unsaved.push_back(s.files.saved_values);
+    if (!write_recent_listings(s.files.recent_listings, s.recent))
+        unsaved.push_back(s.files.recent_listings);
+    return unsaved;
+}
+
+std::string unsaved_text(const Simulator& s, const std::vector<std::string>& paths) {
+    std::string text = lookup_message(s.machine.catalogue, "SAVE", 0);
+    for (const std::string& path : paths)
+        text += path + "\r\n";
+    return text;
+}
+
+std::vector<std::string> shut_down_simulator(Simulator& s) {
     close_soft_keyboard(s.machine);
     if (s.machine.tone.samples > 0)
         s.machine.host.stop_tone();
-    write_state(s);
+    return save_state(s);
 }
 
 } // namespace quillon

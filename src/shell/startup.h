@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace quillon {
 
@@ -14,8 +15,14 @@ struct Simulator;
 /// there is no skin at all: then nothing is to be ticked.
 bool start_simulator(Simulator& s);
 
-/// Closes the soft keyboard, ends the tone, and writes settings, variables and the listings loaded last.
-void shut_down_simulator(Simulator& s);
+/// Writes settings, variables and the listings loaded last. Returns the paths that could not be written.
+std::vector<std::string> save_state(Simulator& s);
+
+/// What to tell of paths that could not be written.
+std::string unsaved_text(const Simulator& s, const std::vector<std::string>& paths);
+
+/// Closes the soft keyboard, ends the tone, and saves the state. Returns the paths that could not be written.
+std::vector<std::string> shut_down_simulator(Simulator& s);
 
 /// Puts settings where they count: into the record and the simulator.
 void use_settings(Simulator& s, const struct LoadedSettings& loaded);

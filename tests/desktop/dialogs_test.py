@@ -150,15 +150,42 @@ class DialogsTest(unittest.TestCase):
         expected = {setting: text for _, _, setting, _, text, _ in NUMBER_FIELDS.values()}
         self.assertEqual({name: self.setting(simulator, name) for name in expected}, expected)
 
+    def find_message(self, program, message: str):
+        boxes = [box for box in program.windows("Error.") if message in accessible.texts_in(box)]
+        return boxes[0] if boxes else None
+
+    def answer_message(self, program, message: str, button: str):
+        """Presses a button of the message box with this text."""
+        box = wait_until(lambda: self.find_message(program, message), f"the message '{message}'")
+        accessible.press(accessible.control(box, button))
+
     def dismiss_message(self, program, message: str):
-        """Closes the message box with this text."""
+        self.answer_message(program, message, "OK")
+        wait_until(lambda: self.find_message(program, message) is None, "the message to close")
 
-        def find():
-            boxes = [box for box in program.windows("Error.") if message in accessible.texts_in(box)]
-            return boxes[0] if boxes else None
-
-        accessible.press(accessible.control(wait_until(find, f"the message '{message}'"), "OK"))
-        wait_until(lambda: find() is None, "the message to close")
+    def test_what_cannot_be_saved_is_reported(self):
+        for answer, status in (("Cancel", None), ("Retry", 0), ("Discard", 1), (None, 1)):
+            simulator, program = self.start(STEPS)
+            os.makedirs(simulator.config)
+            folder = os.path.join(simulator.config, "quillon")
+            open(folder, "wb").close()  # a file where the folder should be
+            if answer is None:
+                simulator.process.terminate()  # nobody is asked
+            else:
+                simulator.ask_to_close()
+                program.window("Error.")
+                if answer == "Retry":
+                    os.remove(folder)
+                self.answer_message(program, f"{folder}/QZ740.val", answer)
+            if status is None:
+                wait_until(lambda: not self.screen.find_windows("^Error"), "the message to close")
+                simulator.focus()
+                simulator.key("F5")
+                simulator.wait_for_text("A 1")
+                continue
+            self.assertEqual(simulator.process.wait(), status)
+            told = simulator.errors() if answer is None else ""
+            self.assertEqual(f"{folder}/QZ740.val" in told, answer is None, told)
 
     def test_single_steps(self):
         simulator, program = self.start(STEPS)

@@ -164,13 +164,25 @@ class Simulator:
 
     def close(self):
         """Closes the window as its frame's button does; the program must end well by itself."""
+        self.ask_to_close()
+        self.wait_for_end()
+
+    def ask_to_close(self):
         run("wmctrl", "-i", "-c", self.window, env=self.screen.env)
+
+    def errors(self) -> str:
+        """What the program wrote to standard error."""
+        with open(os.path.join(self.home, "stderr.txt"), encoding="utf-8", errors="replace") as file:
+            return file.read()
+
+    def terminate(self):
+        """Ends the program as the system does when it shuts down."""
+        self.process.terminate()
         self.wait_for_end()
 
     def wait_for_end(self):
         status = self.process.wait(timeout=WAIT_SECONDS)
-        with open(os.path.join(self.home, "stderr.txt"), encoding="utf-8", errors="replace") as errors:
-            assert status == 0, f"exit status {status}: {errors.read()}"
+        assert status == 0, f"exit status {status}: {self.errors()}"
 
     def kill(self):
         if self.process.poll() is None:

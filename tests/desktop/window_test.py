@@ -204,22 +204,27 @@ class WindowTest(unittest.TestCase):
         wait_until(lambda: not self.screen.find_windows("^Error"), "the message to close")
         simulator.close()
 
-    def test_termination_loses_nothing(self):
-        simulator = self.start()
-        simulator.key("F6")
-        simulator.type("a=123.5")
-        simulator.key("Return")
-        simulator.type("a")
-        simulator.key("Return")
-        simulator.wait_for_text("123.5")
-        simulator.process.terminate()
-        simulator.wait_for_end()
-        simulator = self.start()
-        simulator.key("F6")
-        simulator.type("a")
-        simulator.key("Return")
-        simulator.wait_for_text("123.5")
-        simulator.close()
+    def test_ends_with_every_window_open_and_loses_nothing(self):
+        """Closed by its frame's button, or ended by a signal while a dialog and a message wait for an answer."""
+        for round, (end, dialog) in enumerate(((Simulator.close, None), (Simulator.terminate, "c")), 1):
+            simulator = self.start()
+            simulator.key("F6")
+            simulator.type("a=a+1.5")
+            simulator.key("Return")
+            simulator.type("a")
+            simulator.key("Return")
+            simulator.wait_for_text(str(1.5 * round).removesuffix(".0"))
+            if not self.screen.find_windows("QZ-SIM SoftwareKeyboard"):  # it comes back with the next start
+                self.toggle_soft_keyboard(simulator)
+            self.screen.wait_for_window("QZ-SIM SoftwareKeyboard")
+            simulator.key("F10", "Right", "t")
+            self.screen.wait_for_window("^Trace$")
+            simulator.focus()
+            if dialog:
+                simulator.key("F4", "F10", dialog)  # without a listing F4 brings a message
+                self.screen.wait_for_window("^Error")
+            end(simulator)
+            self.assertIn(b"SOFTKEY= 1", simulator.file("QZ740.ini"))
 
     def toggle_soft_keyboard(self, simulator: Simulator):
         """By the menu: View, Soft keyboard."""

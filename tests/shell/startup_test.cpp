@@ -59,8 +59,11 @@ TEST_F(Startup, WithoutFilesIsThePowerOnState) {
     EXPECT_TRUE(get_file(files.settings).starts_with("[QZS]\nEDITOR = \"notepad.exe\"\nLASTFILE = \"\"\n"));
     std::filesystem::remove_all(home / ".config");
     put_file(home / ".config", "a file where a folder should be");
-    shut_down_simulator(*t.simulator);
-    EXPECT_EQ(order, "") << "what cannot be written is nobody's trouble";
+    const auto unsaved = shut_down_simulator(*t.simulator);
+    EXPECT_EQ(unsaved, (std::vector{files.settings, files.saved_values, files.recent_listings}));
+    t.m.catalogue.sections["SAVE"][0] = "Lost:\r\n";
+    EXPECT_EQ(unsaved_text(*t.simulator, {"a", "b"}), "Lost:\r\na\r\nb\r\n");
+    EXPECT_EQ(order, "") << "how it is told is for the caller to say";
     TestMachine without_files;
     EXPECT_TRUE(start_simulator(*without_files.simulator));
     shut_down_simulator(*without_files.simulator);
