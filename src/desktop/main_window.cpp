@@ -88,18 +88,15 @@ void MainWindow::connect_window() {
 }
 
 void MainWindow::start(const QString& listing) {
-    const bool usable = start_simulator(simulator);
+    const bool usable = start_simulator(simulator, native_path(listing));
     refresh();
     resize_to_zoom();
     place_on_screen();
     show();
     activateWindow();
     lcd->setFocus();
-    if (!usable)
-        return;
-    if (!listing.isEmpty())
-        open_listing(simulator, native_path(listing));
-    ticker.arm();
+    if (usable)
+        ticker.arm();
 }
 
 /// A quarter of the free width from the left, an eighth of the free height from the top.

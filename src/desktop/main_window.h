@@ -20,8 +20,8 @@ public:
     /// Builds the window around a simulator whose catalogue is in place, and connects the simulator to it.
     explicit MainWindow(Simulator& simulator);
 
-    /// Starts the simulator, shows the window and lets the machine tick. `listing`, if not empty, counts as dropped on
-    /// the window.
+    /// Starts the simulator, with this listing or, if it is empty, that of the last run; shows the window and lets the
+    /// machine tick.
     void start(const QString& listing);
 
     /// Ends the program without asking anything, as the system wants it: what cannot be saved is said on standard error

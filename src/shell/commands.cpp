@@ -129,25 +129,18 @@ void toggle_trace(Simulator& s, int) {
     s.window.toggle_trace();
 }
 
-/// What a load leaves to be done: its fault told, the default skin, the title. True when the listing was loaded.
-bool finish_load(Simulator& s, LoadResult result) {
-    if (result == LoadResult::FAULTY && s.machine.trace_mode != 0)
-        toggle_trace(s, COMMAND_TRACE); // there is nothing left to trace
-    if (result != LoadResult::LOADED)
-        s.machine.host.show_message(s.machine.system_message.c_str(), MessageIcon::STOP);
-    if (result == LoadResult::LOADED)
-        add_recent_listing(s.recent, s.settings.last_file);
-    if (result != LoadResult::UNREADABLE && restore_default_skin(s))
-        s.window.refresh();
-    return result == LoadResult::LOADED;
+/// Nobody at a window can wait until something has come through a pipe.
+LoadResult read_listing(Simulator& s, const std::string& path) {
+    if (s.reads_pipes || is_regular_file(path))
+        return load_listing(s.machine, path);
+    compose_system_message(s.machine, MESSAGE_CANNOT_OPEN, ":[%s]", path.c_str());
+    return LoadResult::UNREADABLE;
 }
 
 void reload(Simulator& s, int) {
-    stop_sound(s.machine);
-    const LoadResult result = load_listing(s.machine, s.settings.last_file);
-    if (result == LoadResult::FAULTY)
-        s.settings.last_file.clear();
-    finish_load(s, result);
+    if (s.settings.last_file.empty())
+        return show_catalogue_message(s.machine, MESSAGE_NO_LISTING);
+    open_listing(s, s.settings.last_file);
 }
 
 /// The program of the setting, and its own arguments. What is a file as it stands has none, whatever blanks are in it.
@@ -272,12 +265,28 @@ void run_host_command(Simulator& s, int number) {
     }
 }
 
+LoadResult load_listing_file(Simulator& s, const std::string& path) {
+    const LoadResult result = read_listing(s, path);
+    if (result == LoadResult::FAULTY && s.machine.trace_mode != 0)
+        toggle_trace(s, COMMAND_TRACE); // there is nothing left to trace
+    if (result != LoadResult::LOADED)
+        s.machine.host.show_message(s.machine.system_message.c_str(), MessageIcon::STOP);
+    if (result == LoadResult::UNREADABLE)
+        return result;
+    s.settings.last_file = absolute_path(path);
+    s.listing_was_read = true;
+    s.kept_last_file.reset();
+    if (result == LoadResult::LOADED)
+        add_recent_listing(s.recent, s.settings.last_file);
+    return result;
+}
+
 bool open_listing(Simulator& s, const std::string& path) {
     stop_sound(s.machine);
-    const LoadResult result = load_listing(s.machine, path);
-    if (result != LoadResult::UNREADABLE)
-        s.settings.last_file = path;
-    return finish_load(s, result);
+    const LoadResult result = load_listing_file(s, std::string(path)); // `path` may be the one that is kept
+    if (result != LoadResult::UNREADABLE && restore_default_skin(s))
+        s.window.refresh();
+    return result == LoadResult::LOADED;
 }
 
 std::optional<EditorCall> editor_call(Simulator& s) {
@@ -296,7 +305,7 @@ std::optional<EditorCall> editor_call(Simulator& s) {
 
 std::string window_title(const Simulator& s) {
     const std::string program = "Quillon Simulator.";
-    return s.settings.last_file.empty() ? program : program + " [" + std::string(name_of(s.settings.last_file)) + "]";
+    return s.listing_was_read ? program + " [" + std::string(name_of(s.settings.last_file)) + "]" : program;
 }
 
 } // namespace quillon

@@ -1,6 +1,8 @@
 // The host's commands, by number: what the menu, the toolbar, keys and the machine itself ask for.
 #pragma once
 
+#include "core/listing.h"
+
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,9 +17,12 @@ constexpr int OVERDRIVE_INTERVAL_MS = 5; ///< between ticks, while Overdrive is 
 /// for. Any other number does nothing. The machine's own commands take effect at once, also from within a tick.
 void run_host_command(Simulator& s, int number);
 
+/// Reads a listing file, and tells a fault in a message box. What can be read is the current listing from then on, with
+/// its whole path, a faulty one too, which is to be mended and loaded again. What cannot be read changes nothing.
+LoadResult load_listing_file(Simulator& s, const std::string& path);
+
 /// Opens a listing, as the Open command's dialog chose it or as it was dropped on the window: stops the tone, loads it,
-/// and puts the default skin in place. A fault is told in a message box; a faulty listing is the current one all the
-/// same, to be mended and loaded again. A file that cannot be read changes nothing. True when it was loaded.
+/// and puts the default skin in place. True when it was loaded.
 bool open_listing(Simulator& s, const std::string& path);
 
 /// The text editor and the listing that it is to open: a program and its arguments, which no shell ever sees.

@@ -17,6 +17,17 @@ std::string folder_of(std::string_view path) { return std::string(path.substr(0,
 
 std::string_view name_of(std::string_view path) { return path.substr(name_start(path)); }
 
+std::string absolute_path(const std::string& path) {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    fs::path whole;
+    for (const fs::path& part : fs::absolute(path, error)) {
+        if (part != ".")
+            whole /= part;
+    }
+    return error ? path : whole.string();
+}
+
 bool is_regular_file(const std::string& path) {
     std::error_code error;
     return std::filesystem::is_regular_file(path, error);

@@ -9,6 +9,7 @@
 #include "shell/settings.h"
 #include "shell/window.h"
 
+#include <optional>
 #include <string>
 
 namespace quillon {
@@ -21,10 +22,14 @@ struct Simulator {
 
     Machine machine;
     LcdPicture lcd;
-    Settings settings;     ///< those that the record does not have are current here
-    DataFiles files;       ///< where state is kept between runs; empty paths for nowhere
-    RecentListings recent; ///< the listings that were loaded last
-    std::string skin_name; ///< the skin in place, empty for the default
+    Settings settings;             ///< those that the record does not have are current here
+    DataFiles files;               ///< where state is kept between runs; empty paths for nowhere
+    RecentListings recent;         ///< the listings that were loaded last
+    bool listing_was_read = false; ///< that of `settings.last_file` was read, faulty or not: the title names it
+    std::optional<std::string>
+        kept_last_file;       ///< what the next start opens, while the one named at this start is unread
+    bool reads_pipes = false; ///< listings may come through pipes; nobody at a window can wait for one
+    std::string skin_name;    ///< the skin in place, empty for the default
     Window window;
     KeyQueue keys;
     Modifiers modifiers; ///< the PC's modifier keys now, sampled before each tick

@@ -1,13 +1,15 @@
 // Starting and ending.
 #include "shell/startup.h"
 
-#include "core/listing.h"
 #include "keys/soft_keyboard.h"
 #include "shell/commands.h"
+#include "shell/paths.h"
 #include "shell/saved_values.h"
 #include "shell/simulator.h"
 #include "shell/skins.h"
 #include "statements/command_line.h"
+
+#include <utility>
 
 namespace quillon {
 namespace {
@@ -21,15 +23,13 @@ void read_state(Simulator& s) {
         s.recent = read_recent_listings(s.files.recent_listings);
 }
 
-/// The listing of the last run. One that cannot be read stays the current one: it may be back the next time.
-void load_last_listing(Simulator& s) {
-    if (s.settings.last_file.empty())
-        return;
-    const LoadResult result = load_listing(s.machine, s.settings.last_file);
-    if (result != LoadResult::LOADED)
-        s.machine.host.show_message(s.machine.system_message.c_str(), MessageIcon::STOP);
-    if (result == LoadResult::FAULTY)
-        s.settings.last_file.clear();
+/// The listing that was named, or that of the last run. One that cannot be read stays the one to be loaded again: it
+/// may be back, or be there at last.
+void load_first_listing(Simulator& s, const std::string& named) {
+    if (!named.empty())
+        s.kept_last_file = std::exchange(s.settings.last_file, absolute_path(named));
+    if (!s.settings.last_file.empty())
+        load_listing_file(s, std::string(s.settings.last_file));
 }
 
 } // namespace
@@ -42,9 +42,9 @@ void use_settings(Simulator& s, const LoadedSettings& loaded) {
         s.machine.host.show_message(lookup_message(s.machine.catalogue, SECTION, number), MessageIcon::WARNING);
 }
 
-bool start_simulator(Simulator& s) {
+bool start_simulator(Simulator& s, const std::string& listing) {
     read_state(s);
-    load_last_listing(s);
+    load_first_listing(s, listing);
     if (!load_skin(s, {}))
         return false;
     if (s.settings.start_mode == 1)
@@ -62,8 +62,10 @@ std::vector<std::string> save_state(Simulator& s) {
         return {};
     create_folder(s.files.folder);
     collect_settings(s.machine, s.settings);
+    Settings settings = s.settings;
+    settings.last_file = s.kept_last_file.value_or(settings.last_file);
     std::vector<std::string> unsaved;
-    if (!write_settings(s.files.settings, s.settings))
+    if (!write_settings(s.files.settings, settings))
         unsaved.push_back(s.files.settings);
     if (!write_saved_values(s.files.saved_values, s.machine))
         unsaved.push_back(s.files.saved_values);

@@ -10,10 +10,10 @@ namespace quillon {
 struct Simulator;
 
 /// Reads the state of the last run from the files in `s.files` (none where their paths are empty), loads the listing
-/// that was current, puts the default skin in place, and enters command mode or opens the soft keyboard where the
-/// settings say so. What was wrong is told in message boxes, so the host and the catalogue must be in place. False when
-/// there is no skin at all: then nothing is to be ticked.
-bool start_simulator(Simulator& s);
+/// that is named, or without one that of the last run, puts the default skin in place, and enters command mode or opens
+/// the soft keyboard where the settings say so. What was wrong is told in message boxes, so the host and the catalogue
+/// must be in place. False when there is no skin at all: then nothing is to be ticked.
+bool start_simulator(Simulator& s, const std::string& listing = "");
 
 /// Writes settings, variables and the listings loaded last. Returns the paths that could not be written.
 std::vector<std::string> save_state(Simulator& s);

@@ -35,7 +35,7 @@ nlohmann::json to_json(const std::string& file, const CheckReport& report) {
 }
 
 std::optional<std::string> read_listing(const std::string& path) {
-    return read_whole_file(path == "-" ? "/dev/stdin" : path, LISTING_SIZE_MAX);
+    return read_whole_input(path == "-" ? "/dev/stdin" : path, LISTING_SIZE_MAX);
 }
 
 } // namespace

@@ -151,6 +151,7 @@ void start_new_machine(DriveSession& session) {
     session.shown_line.write = [&session](std::string_view piece) { take_shown(session, piece); };
     session.clipboard.clear();
     session.tone_playing = false;
+    session.simulator->reads_pipes = true;
     load_skin(*session.simulator, {});
     record_host(session);
     record_window(session);

@@ -195,14 +195,26 @@ class WindowTest(unittest.TestCase):
         other.terminate()
         simulator.close()
 
-    def test_faulty_listing(self):
-        simulator = self.start(self.listing("faulty.bas", "[P0]\n20 END\n10 END\n"))
-        box = self.screen.wait_for_window("^Error")
-        simulator.wait_for_title("Quillon Simulator. [faulty.bas]")
-        self.screen.xdotool("windowactivate", "--sync", box)
-        self.screen.xdotool("key", "Return")
-        wait_until(lambda: not self.screen.find_windows("^Error"), "the message to close")
-        simulator.close()
+    def test_a_listing_that_does_not_load_stays_the_one_to_reload(self):
+        """Named on the command line by a path from the working folder, in place of one that is gone."""
+        os.makedirs(os.path.join(self.home, "config", "quillon"))
+        os.mkfifo(os.path.join(self.home, "pipe.bas"))
+        for name, text in (("missing.bas", None), ("pipe.bas", None), ("faulty.bas", "[P0]\n20 END\n10 END\n")):
+            with open(os.path.join(self.home, "config", "quillon", "QZ740.ini"), "w", encoding="ascii") as file:
+                file.write('[QZS]\nLASTFILE="/gone/old.bas"\n')
+            if text:
+                self.listing(name, text)
+            simulator = self.start(os.path.join(".", name))
+            self.close_message(simulator)
+            simulator.wait_for_title("Quillon Simulator. [faulty.bas]" if text else "Quillon Simulator.")
+            if name == "pipe.bas":
+                os.remove(os.path.join(self.home, name))
+            path = self.listing(name, HELLO)
+            simulator.key("F4")
+            simulator.wait_for_title(f"Quillon Simulator. [{name}]")
+            simulator.close()
+            self.assertIn(f'LASTFILE = "{path}"'.encode(), simulator.file("QZ740.ini"))
+            self.assertTrue(simulator.file("recent.txt").startswith(path.encode() + b"\n"))
 
     def test_ends_with_every_window_open_and_loses_nothing(self):
         """Closed by its frame's button, or ended by a signal while a dialog and a message wait for an answer."""
@@ -225,6 +237,13 @@ class WindowTest(unittest.TestCase):
                 self.screen.wait_for_window("^Error")
             end(simulator)
             self.assertIn(b"SOFTKEY= 1", simulator.file("QZ740.ini"))
+
+    def close_message(self, simulator: Simulator):
+        """Closes the one message box there is."""
+        self.screen.xdotool("windowactivate", "--sync", self.screen.wait_for_window("^Error"))
+        self.screen.xdotool("key", "Return")
+        wait_until(lambda: not self.screen.find_windows("^Error"), "the message to close")
+        simulator.focus()
 
     def toggle_soft_keyboard(self, simulator: Simulator):
         """By the menu: View, Soft keyboard."""

@@ -30,6 +30,7 @@ TEST(HostRun, NeedsAListing) {
 std::string title_of(const FileCase& row) {
     TestMachine t;
     t.simulator->settings.last_file = row.input;
+    t.simulator->listing_was_read = true;
     return window_title(*t.simulator);
 }
 

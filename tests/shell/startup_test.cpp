@@ -11,6 +11,7 @@
 #include "tests/support/temporary_file.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace quillon::testing {
 namespace {
@@ -22,7 +23,7 @@ struct Startup : ::testing::Test {
     std::string listing = home / "last.bas";
     std::string order; ///< what the host and the window were asked for
 
-    TestMachine& start() {
+    TestMachine& start(const std::string& named = "") {
         runs.push_back(std::make_unique<TestMachine>());
         TestMachine& t = *runs.back();
         t.simulator->files = files;
@@ -33,7 +34,7 @@ struct Startup : ::testing::Test {
         t.m.host.stop_tone = [this] { order += "stop-tone|"; };
         t.simulator->window.toggle_soft_keyboard = [this, &t] { order += t.m.soft_open != 0 ? "open|" : "close|"; };
         order.clear();
-        EXPECT_TRUE(start_simulator(*t.simulator));
+        EXPECT_TRUE(start_simulator(*t.simulator, named));
         return t;
     }
     void put_settings(const std::string& lines) {
@@ -106,6 +107,11 @@ TEST_F(Startup, KeepsStateToTheNextRun) {
 
 TEST_F(Startup, GoesByItsOrderAndSoDoesTheEnd) {
     put_file(listing, "[P0]\nA=1\n");
+    std::filesystem::create_directories(files.folder);
+    ASSERT_EQ(::mkfifo(files.settings.c_str(), 0600), 0);
+    start();
+    EXPECT_EQ(order, "") << "nothing waits for what may come through a pipe";
+    std::filesystem::remove(files.settings);
     put_settings("TIMER=0\nRUNPAGE=10\nSTARTMODE=1\nSOFTKEY=1\nLASTFILE=\"" + listing + "\"\n");
     TestMachine& t = start();
     EXPECT_EQ(order, "INI 0|INI 1|SYSTEM 20|open|");
@@ -125,23 +131,66 @@ TEST_F(Startup, GoesByItsOrderAndSoDoesTheEnd) {
     EXPECT_TRUE(saved("SOFTKEY= 0"));
 }
 
-TEST_F(Startup, GoesOnWithoutTheLastListing) {
-    const std::pair<const char*, std::string> rows[] = {
-        {nullptr, "SYSTEM 2|"}, // there is none, but it may be back the next time
-        {"[P0]\nA=1\n", "SYSTEM 20|"},
-        {"", "SYSTEM 3|"}};
-    for (const auto& [text, message] : rows) {
-        SCOPED_TRACE(message);
-        if (text != nullptr)
-            put_file(listing, text);
-        put_settings("LASTFILE=\"" + listing + "\"\n");
-        TestMachine& t = start();
-        EXPECT_EQ(order, message);
-        EXPECT_TRUE(t.m.listing_text.empty());
-        EXPECT_EQ(t.simulator->lcd.skin.width, 512);
-        shut_down_simulator(*t.simulator);
-        EXPECT_TRUE(saved("LASTFILE = \"" + (text == nullptr ? listing : "") + "\""));
+/// Listings that do not load at the start: the machine is empty, and Reload and Edit mean the one that was asked for.
+TEST_F(Startup, GoesOnWithoutAListing) {
+    struct Row {
+        std::string text;      ///< of the file; "missing" and "pipe" are what they say
+        std::string message;   ///< without the file's name
+        bool is_named = false; ///< by the title, while it does not load
+    };
+    const Row rows[] = {
+        {"missing", "SYSTEM 2|"}, {"pipe", "SYSTEM 2|"}, {"[P0]\nA=1\n", "SYSTEM 20|", true}, {"", "SYSTEM 3|", true}};
+    for (const bool on_command_line : {false, true}) {
+        for (const Row& row : rows) {
+            SCOPED_TRACE(row.text);
+            std::filesystem::remove(listing);
+            if (row.text == "pipe")
+                ASSERT_EQ(::mkfifo(listing.c_str(), 0600), 0);
+            else if (row.text != "missing")
+                put_file(listing, row.text);
+            const std::string old = on_command_line ? home / "old.bas" : listing;
+            put_settings("LASTFILE=\"" + old + "\"\n");
+            TestMachine& t = start(on_command_line ? listing : "");
+            Simulator& s = *t.simulator;
+            EXPECT_EQ(order, row.message) << "and nothing of a listing that is not asked for";
+            EXPECT_TRUE(t.m.listing_text.empty());
+            EXPECT_EQ(s.lcd.skin.width, 512);
+            EXPECT_EQ(window_title(s), row.is_named ? "Quillon Simulator. [last.bas]" : "Quillon Simulator.");
+            shut_down_simulator(s);
+            EXPECT_TRUE(saved("LASTFILE = \"" + (row.is_named ? listing : old) + "\""));
+            run_host_command(s, COMMAND_RELOAD);
+            EXPECT_EQ(order, row.message + row.message);
+            EXPECT_EQ(editor_call(s)->arguments, std::vector{listing});
+            std::filesystem::remove(listing);
+            put_file(listing, "[P0]\n10 A=1\n");
+            run_host_command(s, COMMAND_RELOAD);
+            EXPECT_EQ(order, row.message + row.message) << "mended";
+            EXPECT_FALSE(t.m.listing_text.empty());
+            shut_down_simulator(s);
+            EXPECT_TRUE(saved("LASTFILE = \"" + listing + "\""));
+        }
     }
+}
+
+TEST_F(Startup, KeepsWholePaths) {
+    const std::filesystem::path was = std::filesystem::current_path();
+    std::filesystem::create_directory(home / "bas");
+    std::filesystem::current_path(home.path);
+    const std::string real = std::filesystem::current_path() / "bas/t.bas";
+    put_file("bas/t.bas", "[P0]\n10 A=1\n");
+    for (const char* name : {"bas/t.bas", "./bas/./t.bas"}) {
+        TestMachine& t = start(name);
+        EXPECT_EQ(t.simulator->settings.last_file, real);
+        EXPECT_TRUE(open_listing(*t.simulator, name));
+        EXPECT_EQ(t.simulator->recent, RecentListings{real});
+    }
+    std::filesystem::current_path(was);
+}
+
+TEST_F(Startup, SaysThatThereIsNothingToReload) {
+    TestMachine& t = start();
+    run_host_command(*t.simulator, COMMAND_RELOAD);
+    EXPECT_EQ(order, "SYSTEM 3|");
 }
 
 // --- The program ---
