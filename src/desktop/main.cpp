@@ -1,31 +1,51 @@
 // quillon: the simulator in a window.
+#include "desktop/arguments.h"
 #include "desktop/lcd_accessibility.h"
 #include "desktop/main_window.h"
 #include "desktop/quit_signals.h"
 #include "desktop/style.h"
 #include "shell/catalogue.h"
-#include "shell/startup.h"
 
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QIcon>
 
-int main(int argc, char** argv) {
-    using namespace quillon;
-    QApplication application(argc, argv);
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+/// The toolkit's own end without a display would be an abort, and advice that does not help.
+void end_without_display(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (type != QtFatalMsg) {
+        std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));
+        return;
+    }
+    std::fputs("quillon: no window can be opened: there is no display, or it does not answer.\n"
+               "quillon-cli play is the same machine in a terminal.\n",
+               stderr);
+    std::_Exit(quillon::BAD_CALL);
+}
+
+void describe_program() {
     QApplication::setApplicationName(QStringLiteral("quillon"));
     QApplication::setApplicationVersion(QStringLiteral(QUILLON_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("quillon"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/quillon.svg")));
-    QApplication::setStyle(new MachineStyle);
+    QApplication::setQuitOnLastWindowClosed(false);
+}
 
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Simulates a pocket computer that runs BASIC listings"));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    parser.addPositionalArgument(QStringLiteral("listing"), QStringLiteral("A listing to load"),
-                                 QStringLiteral("[listing]"));
-    parser.process(application);
+} // namespace
+
+int main(int argc, char** argv) {
+    using namespace quillon;
+    Arguments arguments;
+    if (const auto status = read_arguments(argc, argv, arguments))
+        return *status;
+    qInstallMessageHandler(end_without_display);
+    QApplication application(argc, argv);
+    qInstallMessageHandler(nullptr);
+    describe_program();
+    QApplication::setStyle(new MachineStyle);
 
     const Environment environment = read_environment();
     const std::string program = program_folder();
@@ -33,10 +53,9 @@ int main(int argc, char** argv) {
     simulator->files = find_data_files(environment, program);
     simulator->machine.catalogue =
         read_catalogue(find_catalogue(environment, find_resources(program))).value_or(MessageCatalogue{});
-    QApplication::setQuitOnLastWindowClosed(false);
     install_lcd_accessibility();
     MainWindow window(*simulator);
     watch_quit_signals(&window, [&window] { window.end(); });
-    window.start(parser.positionalArguments().value(0));
+    window.start(arguments.listing);
     return QApplication::exec();
 }

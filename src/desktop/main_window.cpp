@@ -87,8 +87,8 @@ void MainWindow::connect_window() {
         simulator.window.refresh = [this] { QTimer::singleShot(0, this, [this] { refresh(); }); };
 }
 
-void MainWindow::start(const QString& listing) {
-    const bool usable = start_simulator(simulator, native_path(listing));
+void MainWindow::start(const std::string& listing) {
+    const bool usable = start_simulator(simulator, listing);
     refresh();
     resize_to_zoom();
     place_on_screen();

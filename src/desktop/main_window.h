@@ -22,7 +22,7 @@ public:
 
     /// Starts the simulator, with this listing or, if it is empty, that of the last run; shows the window and lets the
     /// machine tick.
-    void start(const QString& listing);
+    void start(const std::string& listing);
 
     /// Ends the program without asking anything, as the system wants it: what cannot be saved is said on standard error
     /// and by the exit status.

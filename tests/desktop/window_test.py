@@ -81,6 +81,32 @@ class WindowTest(unittest.TestCase):
         second.wait_for_text(" 14")
         second.close()
 
+    def test_command_line(self):
+        """What needs no window needs no display; without one the program says what to do."""
+        usage = "Usage: quillon [OPTIONS]"
+        rows = (  # arguments, exit status, where and what it says
+            (["--help"], 0, "stdout", usage), (["-h"], 0, "stdout", "quillon-cli play"), (["--version"], 0, "stdout", "."),
+            (["--bogus"], 2, "stderr", "--bogus"), (["a.bas", "b.bas"], 2, "stderr", "b.bas"),
+            (["-platform", "xcb", "-style=fusion", "--bogus", "a.bas"], 2, "stderr", "--bogus"),
+            ([], 2, "stderr", "quillon-cli play"), (["a.bas"], 2, "stderr", "quillon-cli play"))
+        environment = {name: value for name, value in self.screen.env.items() if name != "DISPLAY"}
+        for arguments, status, stream, text in rows:
+            done = subprocess.run([PROGRAMS["quillon"], *arguments], env=environment, capture_output=True, text=True,
+                                  check=False)
+            self.assertEqual(done.returncode, status, (arguments, done))
+            self.assertIn(text, getattr(done, stream), arguments)
+        with open("/dev/full", "w", encoding="ascii") as full:
+            done = subprocess.run([PROGRAMS["quillon"], "--help"], env=environment, stdout=full, check=False)
+        self.assertNotEqual(done.returncode, 0)
+        program = os.fsencode(self.home) + b"/\xff\xfe.bas"  # a name that is not UTF-8
+        with open(program, "w", encoding="ascii") as file:
+            file.write(HELLO)
+        simulator = self.start(program)
+        simulator.key("F5")
+        simulator.wait_for_text("HELLO")
+        simulator.close()
+        self.assertIn(program, simulator.file("recent.txt"))
+
     def test_mouse_on_the_lcd(self):
         simulator = self.start(self.listing("hello.bas", HELLO))
         simulator.click_lcd(AREA_COLUMN + 3 * 32, 60, repeat=2)  # the double click runs the area
