@@ -15,8 +15,8 @@ bool can_place_windows() { return !QGuiApplication::platformName().startsWith(QL
 
 } // namespace
 
-AuxiliaryWindows::AuxiliaryWindows(Simulator& simulator_, QWidget* main_window_)
-    : QObject(main_window_), simulator(simulator_), main_window(main_window_) {}
+AuxiliaryWindows::AuxiliaryWindows(Simulator& simulator_, MachineKeyboard& keyboard_, QWidget* main_window_)
+    : QObject(main_window_), simulator(simulator_), keyboard(keyboard_), main_window(main_window_) {}
 
 AuxiliaryWindows::~AuxiliaryWindows() = default;
 
@@ -42,7 +42,7 @@ void AuxiliaryWindows::open_soft_keyboard() {
 }
 
 void AuxiliaryWindows::open_trace() {
-    trace = new TraceWindow(simulator.machine, main_window);
+    trace = new TraceWindow(simulator.machine, keyboard, main_window);
     connect(trace, &QDialog::finished, this, &AuxiliaryWindows::trace_closed);
     trace->show();
     trace->refresh();

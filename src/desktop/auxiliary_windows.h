@@ -14,7 +14,8 @@ class AuxiliaryWindows : public QObject {
     Q_OBJECT
 
 public:
-    AuxiliaryWindows(Simulator& simulator, QWidget* main_window);
+    /// What is typed into the windows goes to `keyboard`.
+    AuxiliaryWindows(Simulator& simulator, MachineKeyboard& keyboard, QWidget* main_window);
     ~AuxiliaryWindows() override;
 
     /// Opens and closes what the record's modes say. Not to be called within a tick.
@@ -37,6 +38,7 @@ private:
     void trace_closed();
 
     Simulator& simulator;
+    MachineKeyboard& keyboard;
     QWidget* main_window;
     std::unique_ptr<SoftKeyboardWindow> soft_keyboard;
     QPointer<TraceWindow> trace;

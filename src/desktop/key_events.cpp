@@ -80,8 +80,30 @@ int virtual_key_of(const QKeyEvent& event) {
     return key_at_place(event);
 }
 
+/// The dead keys whose own characters the machine has.
+struct DeadKey {
+    int qt_key;
+    char character;
+};
+
+constexpr DeadKey DEAD_KEYS[] = {
+    {Qt::Key_Dead_Grave, '`'},   {Qt::Key_Dead_Acute, '\''},    {Qt::Key_Dead_Circumflex, '^'},
+    {Qt::Key_Dead_Tilde, '~'},   {Qt::Key_Dead_Diaeresis, '"'}, {Qt::Key_Dead_Abovering, '\x8F'}, // degrees
+    {Qt::Key_Dead_Cedilla, ','},
+};
+
+char dead_character(int qt_key) {
+    for (const DeadKey& key : DEAD_KEYS) {
+        if (key.qt_key == qt_key)
+            return key.character;
+    }
+    return '\0';
+}
+
 /// The machine's character that a key types; NUL when it types none that the machine has.
 char typed_character(const QKeyEvent& event) {
+    if (const char character = dead_character(event.key()))
+        return character;
     const std::string text = from_unicode(event.text().toStdString());
     const bool one = text.size() == 1 && as_byte(text[0]) >= ' ';
     const bool known = one && (text[0] != '?' || event.text() == QLatin1String("?"));
@@ -121,7 +143,7 @@ std::optional<KeyEvent> key_down_from(const QKeyEvent& event, bool ascii_mode) {
     return result.key == 0 ? std::nullopt : std::optional(result);
 }
 
-std::array<int, 2> key_codes_of(const QKeyEvent& event) { return {virtual_key_of(event), held_code_of(event)}; }
+bool is_dead_key(const QKeyEvent& event) { return dead_character(event.key()) != '\0'; }
 
 void follow_modifiers(Modifiers& modifiers, const QKeyEvent& event) {
     const bool down = event.type() == QEvent::KeyPress;

@@ -5,7 +5,6 @@
 
 #include <QKeyEvent>
 
-#include <array>
 #include <optional>
 
 namespace quillon {
@@ -15,9 +14,9 @@ namespace quillon {
 /// where they lie (by scan code), or by their symbol where the system does not tell that.
 std::optional<KeyEvent> key_down_from(const QKeyEvent& event, bool ascii_mode);
 
-/// The codes under which a key may have gone down: which one depended on mode and modifiers at that moment, so when it
-/// comes up both do. 0 for none.
-std::array<int, 2> key_codes_of(const QKeyEvent& event);
+/// Whether a key is one that other programs put on the letter that follows. The machine has no accents, so here it
+/// types its own character at once.
+bool is_dead_key(const QKeyEvent& event);
 
 /// Follows the modifier keys: one that is pressed or released counts from then on.
 void follow_modifiers(Modifiers& modifiers, const QKeyEvent& event);

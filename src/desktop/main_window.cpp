@@ -6,7 +6,7 @@
 #include "desktop/configuration_dialog.h"
 #include "desktop/dialogs.h"
 #include "desktop/error_detail_dialog.h"
-#include "desktop/key_events.h"
+#include "keys/key_map.h"
 #include "shell/clipboard.h"
 #include "shell/commands.h"
 #include "shell/file_services.h"
@@ -25,6 +25,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -40,7 +41,9 @@ MainWindow::MainWindow(Simulator& simulator_)
     : simulator(simulator_), lcd(new LcdWidget(simulator_)),
       ticker(
           simulator_, [this](bool changed) { after_tick(changed); }, this),
-      messages(this), windows(simulator_, this) {
+      messages(this), keyboard(
+                          simulator_, [this](const QKeyEvent& event) { return take_window_key(event); }, this),
+      windows(simulator_, keyboard, this) {
     const CommandHandler handler = [this](int command) { run_host_command(simulator, command); };
     build_menu_bar(*this, simulator.machine.catalogue, handler);
     checks = build_toolbar(*this, simulator.machine.catalogue, handler, [this](QMenu& menu) { fill_recent(menu); });
@@ -53,7 +56,7 @@ MainWindow::MainWindow(Simulator& simulator_)
     layout()->setSizeConstraint(QLayout::SetFixedSize);
     setAcceptDrops(true);
     lcd->setFocusPolicy(Qt::StrongFocus);
-    lcd->installEventFilter(this);
+    keyboard.watch(*lcd);
     connect_machine();
     connect_window();
     use_file_services(simulator);
@@ -190,42 +193,46 @@ bool MainWindow::event(QEvent* event) {
     return QMainWindow::event(event);
 }
 
-/// On the LCD, Tab is the machine's single step.
-bool MainWindow::focusNextPrevChild(bool next) { return !lcd->hasFocus() && QMainWindow::focusNextPrevChild(next); }
-
+/// What a button of the toolbar has no use for. The LCD's keys do not come here.
 void MainWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_F10)
-        return focus_controls(event->modifiers().testFlag(Qt::ShiftModifier));
-    if (!lcd->hasFocus() && event->key() == Qt::Key_Escape)
-        return lcd->setFocus();
-    follow_modifiers(simulator.modifiers, *event);
-    if (const auto key = key_down_from(*event, simulator.machine.ascii_mode != 0))
-        push_key_event(simulator.keys, *key);
+    auto* button = qobject_cast<QToolButton*>(focusWidget());
+    const bool is_enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (event->key() == Qt::Key_Escape)
+        lcd->setFocus();
+    else if (button != nullptr && is_enter)
+        button->click();
+    else
+        keyboard.press(*event);
+}
+
+void MainWindow::keyReleaseEvent(QKeyEvent* event) { keyboard.release(*event); }
+
+bool MainWindow::take_window_key(const QKeyEvent& event) {
+    const bool is_shortcut = event.modifiers().testFlag(Qt::ControlModifier) &&
+                             !event.modifiers().testFlag(Qt::AltModifier) && simulator.machine.ascii_mode != 0;
+    switch (is_shortcut || event.key() == Qt::Key_F10 ? event.key() : 0) {
+    case Qt::Key_F10: focus_controls(event.modifiers().testFlag(Qt::ShiftModifier)); return true;
+    case Qt::Key_Plus:
+    case Qt::Key_Equal: change_zoom(simulator.machine.zoom + 1); return true;
+    case Qt::Key_Minus: change_zoom(simulator.machine.zoom - 1); return true;
+    case Qt::Key_0: change_zoom(1); return true;
+    default: return false;
+    }
+}
+
+void MainWindow::change_zoom(int zoom) {
+    simulator.machine.zoom = std::clamp(zoom, 1, ZOOM_MAX);
+    resize_to_zoom();
 }
 
 /// The way from the LCD to menu bar or toolbar without a mouse; Escape leads back.
 void MainWindow::focus_controls(bool toolbar) {
+    auto* bar = findChild<QToolBar*>();
+    activateWindow(); // the key may have been typed into another window
     if (toolbar)
-        findChild<QToolBar*>()->findChild<QToolButton*>()->setFocus(Qt::TabFocusReason);
+        bar->widgetForAction(bar->actions().first())->setFocus(Qt::TabFocusReason);
     else
         menuBar()->setActiveAction(menuBar()->actions().first());
-}
-
-void MainWindow::keyReleaseEvent(QKeyEvent* event) {
-    follow_modifiers(simulator.modifiers, *event);
-    if (event->isAutoRepeat())
-        return;
-    for (const int code : key_codes_of(*event))
-        push_key_event(simulator.keys, {.kind = KeyEvent::Kind::UP, .key = code});
-}
-
-/// Nobody tells of keys that come up while something else has the keyboard.
-bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::FocusOut) {
-        release_all_keys(simulator.keys);
-        simulator.modifiers = {};
-    }
-    return QMainWindow::eventFilter(watched, event);
 }
 
 void MainWindow::changeEvent(QEvent* event) {

@@ -30,10 +30,8 @@ public:
 
 protected:
     bool event(QEvent* event) override;
-    bool focusNextPrevChild(bool next) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -54,6 +52,8 @@ private:
     void show_warning(const QString& text);
     void fill_recent(QMenu& menu);
     void place_on_screen();
+    bool take_window_key(const QKeyEvent& event);
+    void change_zoom(int zoom);
     void focus_controls(bool toolbar);
     void ask_about_unsaved(const std::vector<std::string>& paths);
     void leave(int status);
@@ -64,6 +64,7 @@ private:
     SoundOutput sound;
     MessageBoxes messages;
     CommandActions checks;
+    MachineKeyboard keyboard;
     AuxiliaryWindows windows;
     bool leaving = false; ///< nothing opens any more
 };

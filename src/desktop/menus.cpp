@@ -99,6 +99,7 @@ CommandActions build_toolbar(QMainWindow& window, const MessageCatalogue& catalo
         if (entry.command.checkable)
             checks[entry.command.command] = action;
         auto* button = qobject_cast<QToolButton*>(toolbar->widgetForAction(action));
+        button->setFocusPolicy(Qt::TabFocus);
         if (entry.drop_down && button != nullptr) {
             button->setMenu(drop_down_menu(*button, entry.command.command, handler, fill_recent));
             button->setPopupMode(QToolButton::MenuButtonPopup);

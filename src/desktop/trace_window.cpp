@@ -43,8 +43,7 @@ QFont fixed_font() {
 QPlainTextEdit* read_only_field() {
     auto* field = new QPlainTextEdit;
     field->setReadOnly(true);
-    field->setTextInteractionFlags(Qt::TextSelectableByKeyboard | Qt::TextSelectableByMouse);
-    field->setTabChangesFocus(true);
+    field->setTextInteractionFlags(Qt::TextSelectableByMouse);
     field->setFont(fixed_font());
     return field;
 }
@@ -85,13 +84,19 @@ void move_on_screen(QWidget& window, QPoint place) {
     window.move(place);
 }
 
+/// No field takes the focus, and with it keys.
+void leave_keys_to(MachineKeyboard& keyboard, QWidget& window) {
+    for (QWidget* field : window.findChildren<QWidget*>())
+        field->setFocusPolicy(Qt::NoFocus);
+    keyboard.watch(window);
+}
+
 /// A frame in which the content is scrolled where it has not its whole height.
 QScrollArea* scrolled(QWidget* content) {
     auto* area = new QScrollArea;
     area->setWidget(content);
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
-    area->setFocusPolicy(Qt::NoFocus);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setFixedSize(content->sizeHint());
     return area;
@@ -99,7 +104,8 @@ QScrollArea* scrolled(QWidget* content) {
 
 } // namespace
 
-ExtendedVariablesWindow::ExtendedVariablesWindow(const Machine& machine_, QWidget* main_window)
+ExtendedVariablesWindow::ExtendedVariablesWindow(const Machine& machine_, MachineKeyboard& keyboard,
+                                                 QWidget* main_window)
     : QDialog(main_window), machine(machine_), field(read_only_field()) {
     constexpr QSize SIZE(560, 400);
     setAttribute(Qt::WA_DeleteOnClose);
@@ -110,14 +116,15 @@ ExtendedVariablesWindow::ExtendedVariablesWindow(const Machine& machine_, QWidge
     resize(SIZE);
     const QRect frame = main_window->frameGeometry();
     move(frame.left(), frame.bottom() + 2);
+    leave_keys_to(keyboard, *this);
 }
 
 void ExtendedVariablesWindow::refresh() { set_text(*field, extended_variables_text(machine)); }
 
 void ExtendedVariablesWindow::reset() { field->clear(); }
 
-TraceWindow::TraceWindow(Machine& machine_, QWidget* main_window_)
-    : QDialog(main_window_), machine(machine_), main_window(main_window_) {
+TraceWindow::TraceWindow(Machine& machine_, MachineKeyboard& keyboard_, QWidget* main_window_)
+    : QDialog(main_window_), machine(machine_), keyboard(keyboard_), main_window(main_window_) {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(text(LABEL_TITLE));
     auto* column = new QVBoxLayout(this);
@@ -130,6 +137,7 @@ TraceWindow::TraceWindow(Machine& machine_, QWidget* main_window_)
         if (qobject_cast<QPushButton*>(field) == nullptr && qobject_cast<QScrollBar*>(field) == nullptr)
             field->installEventFilter(this);
     }
+    leave_keys_to(keyboard, *this);
     reset();
     take_place(*scroll);
 }
@@ -240,7 +248,7 @@ void TraceWindow::toggle_extended() {
     if (extended != nullptr) {
         extended->close();
     } else {
-        extended = new ExtendedVariablesWindow(machine, main_window);
+        extended = new ExtendedVariablesWindow(machine, keyboard, main_window);
         extended->show();
         extended->refresh();
     }

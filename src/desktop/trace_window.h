@@ -1,8 +1,9 @@
 // The trace window, beside the main window: the line executed last and the next one, and the variables. While it is
 // open the machine takes one statement at a time; a click anywhere on it asks for one. Its button opens the window of
-// the extended variables.
+// the extended variables. All keys that the two get are the machine's.
 #pragma once
 
+#include "desktop/machine_keyboard.h"
 #include "shell/trace_texts.h"
 
 #include <QDialog>
@@ -22,7 +23,7 @@ class ExtendedVariablesWindow : public QDialog {
     Q_OBJECT
 
 public:
-    ExtendedVariablesWindow(const Machine& machine, QWidget* main_window);
+    ExtendedVariablesWindow(const Machine& machine, MachineKeyboard& keyboard, QWidget* main_window);
 
     void refresh();
     void reset();
@@ -37,7 +38,7 @@ class TraceWindow : public QDialog {
 
 public:
     /// Opens empty, beside the main window.
-    TraceWindow(Machine& machine, QWidget* main_window);
+    TraceWindow(Machine& machine, MachineKeyboard& keyboard, QWidget* main_window);
 
     /// Shows what the machine says now, and gives the keyboard back to the main window.
     void refresh();
@@ -63,6 +64,7 @@ private:
     void toggle_extended();
 
     Machine& machine;
+    MachineKeyboard& keyboard;
     QWidget* main_window;
     TraceTexts texts;
     QPlainTextEdit* last = nullptr;

@@ -9,7 +9,6 @@ namespace quillon {
 namespace {
 
 constexpr unsigned char CHAR_BACKSLASH = 0x98;
-constexpr int ZOOM_MAX = 12;
 
 enum VirtualKey : int {
     VK_TAB = 9,

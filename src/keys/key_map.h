@@ -9,6 +9,9 @@ struct Machine;
 /// Held codes from here on stand for characters that no virtual key types.
 constexpr int CHARACTER_KEY_BASE = 256;
 
+/// How many times its size the LCD is drawn at most.
+constexpr int ZOOM_MAX = 12;
+
 /// A key goes down (or repeats while it is held): sets the pending key, asks for EXE, or runs what a function key is
 /// for. The modifiers count as they were last sampled. Any code will do; one that means nothing leaves no key.
 void on_key_down(Machine& m, int virtual_key, bool auto_repeat);

@@ -163,12 +163,13 @@ class Simulator:
         self.screen.xdotool("click", "--repeat", repeat, "--delay", 40, button)
 
     def close(self):
-        """Closes the window as its frame's button does; the program must end well by itself."""
+        """Closes the window; the program must end well by itself."""
         self.ask_to_close()
         self.wait_for_end()
 
-    def ask_to_close(self):
-        run("wmctrl", "-i", "-c", self.window, env=self.screen.env)
+    def ask_to_close(self, window=None):
+        """What the button of a window's frame does."""
+        run("wmctrl", "-i", "-c", window or self.window, env=self.screen.env)
 
     def errors(self) -> str:
         """What the program wrote to standard error."""

@@ -5,12 +5,10 @@ usage: window_test.py QUILLON QUILLON_CLI DRAG_SOURCE [unittest's arguments]
 
 import os
 import subprocess
-import sys
-import tempfile
-import unittest
 
-from screen import Screen, wait_until
-from simulator import Glyphs, Simulator, bitmap_reader
+from desktop_case import PROGRAMS, DesktopTest, run_tests
+from screen import wait_until
+from simulator import Simulator, bitmap_reader
 
 HELLO = '[P0]\n10 PRINT "HELLO"\n[P3]\n10 INPUT "NAME",$\n20 PRINT "HI ";$\n30 A=A+7:PRINT A\n'
 ENDLESS = "[P0]\n10 A=A+1:GOTO 10\n"
@@ -21,37 +19,7 @@ SOFT_KEYS_ONE_PLUS_ONE = [(2, 10), (2, 13), (2, 10), (3, 12)]  # row and column 
 AREA_COLUMN = 8 + 32 * 2  # where the LCD shows the mark of area 0
 
 
-class WindowTest(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.scratch = tempfile.TemporaryDirectory()
-        cls.screen = Screen(cls.scratch.name)
-        cls.glyphs = Glyphs(PROGRAMS["cli"], cls.scratch.name)
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.screen.close()
-        cls.scratch.cleanup()
-
-    def setUp(self):
-        self.home = tempfile.mkdtemp(dir=self.scratch.name)
-
-    def tearDown(self):
-        folder = os.environ.get("QUILLON_SCREENSHOTS")
-        if folder:
-            self.screen.screenshot(os.path.join(folder, f"{self.id()}.png"))
-
-    def listing(self, name: str, text: str) -> str:
-        path = os.path.join(self.home, name)
-        with open(path, "w", encoding="ascii") as file:
-            file.write(text)
-        return path
-
-    def start(self, *arguments, **options) -> Simulator:
-        simulator = Simulator(PROGRAMS["quillon"], self.screen, self.glyphs, self.home, *arguments, **options)
-        self.addCleanup(simulator.kill)
-        return simulator
-
+class WindowTest(DesktopTest):
     def test_a_session_and_the_next_one(self):
         hello = self.listing("hello.bas", HELLO)
         first = self.start()
@@ -292,5 +260,4 @@ class WindowTest(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    PROGRAMS = dict(zip(("quillon", "cli", "drag_source"), sys.argv[1:4]))
-    unittest.main(verbosity=2, argv=sys.argv[:1] + sys.argv[4:])
+    run_tests()
