@@ -1,19 +1,13 @@
 // Opening and closing windows beside the main one.
 #include "desktop/auxiliary_windows.h"
 
+#include "desktop/window_places.h"
 #include "shell/commands.h"
 
-#include <QGuiApplication>
 #include <QMainWindow>
 #include <QVBoxLayout>
 
 namespace quillon {
-namespace {
-
-/// Whether the window system lets programs place their windows.
-bool can_place_windows() { return !QGuiApplication::platformName().startsWith(QLatin1String("wayland")); }
-
-} // namespace
 
 AuxiliaryWindows::AuxiliaryWindows(Simulator& simulator_, MachineKeyboard& keyboard_, QWidget* main_window_)
     : QObject(main_window_), simulator(simulator_), keyboard(keyboard_), main_window(main_window_) {}

@@ -41,13 +41,13 @@ public:
 
     /// Characters lie side by side across the LCD.
     [[nodiscard]] QRect characterRect(int offset) const override {
-        const QRect area = rect();
+        const QRect area = picture();
         const int width = area.width() / DISPLAY_WIDTH;
         return {area.left() + offset % DISPLAY_WIDTH * width, area.top(), width, area.height()};
     }
 
     [[nodiscard]] int offsetAtPoint(const QPoint& point) const override {
-        const QRect area = rect();
+        const QRect area = picture();
         const int offset = (point.x() - area.left()) * DISPLAY_WIDTH / std::max(1, area.width());
         return area.contains(point) ? offset : -1;
     }
@@ -68,6 +68,9 @@ public:
     }
 
 private:
+    /// On the screen, without what is beside the picture.
+    [[nodiscard]] QRect picture() const { return lcd->picture_area().toRect().translated(rect().topLeft()); }
+
     LcdWidget* lcd;
 };
 

@@ -16,13 +16,33 @@
 namespace quillon {
 
 LcdWidget::LcdWidget(Simulator& simulator_, QWidget* parent) : QWidget(parent), simulator(simulator_) {
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    fit_into({LCD_WIDTH, LCD_HEIGHT});
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAccessibleName(QStringLiteral("LCD"));
 }
 
+/// Device pixels of one canvas pixel: from the zoom and the screen's scale factor, as far as there is room.
 int LcdWidget::pixel_size() const {
-    return std::max(1, static_cast<int>(std::floor(simulator.machine.zoom * devicePixelRatioF())));
+    const double pixels =
+        std::min({static_cast<double>(simulator.machine.zoom), static_cast<double>(room.width()) / LCD_WIDTH,
+                  static_cast<double>(room.height()) / LCD_HEIGHT});
+    return std::max(1, static_cast<int>(std::floor(pixels * devicePixelRatioF())));
+}
+
+void LcdWidget::fit_into(QSize room_) {
+    room = room_;
+    const QSize size = sizeHint();
+    setMinimumWidth(size.width());
+    setFixedHeight(size.height());
+}
+
+/// In the middle, from a whole device pixel on.
+QRectF LcdWidget::picture_area() const {
+    const double ratio = devicePixelRatioF();
+    const int size = pixel_size();
+    const double left = std::max(0.0, std::floor((width() * ratio - LCD_WIDTH * size) / 2));
+    return {left / ratio, 0, LCD_WIDTH * size / ratio, LCD_HEIGHT * size / ratio};
 }
 
 QSize LcdWidget::sizeHint() const {
@@ -49,19 +69,19 @@ void LcdWidget::paintEvent(QPaintEvent*) {
     const Canvas& canvas = simulator.lcd.canvas;
     const QImage image(reinterpret_cast<const uchar*>(canvas.pixels.data()), canvas.width, canvas.height,
                        canvas.width * 4, QImage::Format_RGB32);
-    const double ratio = devicePixelRatioF();
-    const int size = pixel_size();
     QPainter painter(this);
+    painter.fillRect(rect(), QColor(image.pixel(0, 0)));
+    const double ratio = devicePixelRatioF();
+    const QRectF area = picture_area();
     painter.scale(1 / ratio, 1 / ratio); // from here on in device pixels
-    painter.fillRect(QRectF(0, 0, width() * ratio, height() * ratio), palette().window());
-    painter.drawImage(QRect(0, 0, canvas.width * size, canvas.height * size), image);
+    painter.drawImage(QRectF(area.topLeft() * ratio, area.size() * ratio).toRect(), image);
 }
 
 void LcdWidget::click(const QMouseEvent& event, bool is_double) {
-    const double canvas_pixels = devicePixelRatioF() / pixel_size();
-    const int zoom = simulator.machine.zoom; // the machine counts in zoomed pixels
-    const int x = static_cast<int>(std::floor(event.position().x() * canvas_pixels * zoom));
-    const int y = static_cast<int>(std::floor(event.position().y() * canvas_pixels * zoom));
+    const QRectF area = picture_area();
+    const double scale = simulator.machine.zoom * LCD_WIDTH / area.width(); // the machine counts in zoomed pixels
+    const int x = static_cast<int>(std::floor((event.position().x() - area.left()) * scale));
+    const int y = static_cast<int>(std::floor(event.position().y() * scale));
     const LcdClick left = is_double ? LcdClick::LEFT_DOUBLE : LcdClick::LEFT;
     on_lcd_click(simulator.machine, event.button() == Qt::RightButton ? LcdClick::RIGHT : left, x, y, 0);
 }

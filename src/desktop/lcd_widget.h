@@ -13,8 +13,12 @@ class LcdWidget : public QWidget {
 public:
     explicit LcdWidget(Simulator& simulator, QWidget* parent = nullptr);
 
-    /// Device pixels of one canvas pixel, from the zoom and the screen's scale factor.
-    [[nodiscard]] int pixel_size() const;
+    /// Takes the size for the zoom, or as much of it as finds room. The width is a minimum: what is beside the picture
+    /// looks like its edge.
+    void fit_into(QSize room);
+
+    /// Where the picture is.
+    [[nodiscard]] QRectF picture_area() const;
 
     [[nodiscard]] QSize sizeHint() const override;
 
@@ -30,9 +34,11 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
+    [[nodiscard]] int pixel_size() const;
     void click(const QMouseEvent& event, bool is_double);
 
     Simulator& simulator;
+    QSize room; ///< for the picture, in the toolkit's pixels
     QString announced_text;
     bool double_click_held = false; ///< the release that ends a double click is none of its own
 };

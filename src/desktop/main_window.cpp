@@ -6,6 +6,7 @@
 #include "desktop/configuration_dialog.h"
 #include "desktop/dialogs.h"
 #include "desktop/error_detail_dialog.h"
+#include "desktop/window_places.h"
 #include "keys/key_map.h"
 #include "shell/clipboard.h"
 #include "shell/commands.h"
@@ -51,7 +52,7 @@ MainWindow::MainWindow(Simulator& simulator_)
     auto* column = new QVBoxLayout(centre);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(lcd, 0, Qt::AlignHCenter);
+    column->addWidget(lcd);
     setCentralWidget(centre);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
     setAcceptDrops(true);
@@ -105,14 +106,14 @@ void MainWindow::start(const std::string& listing) {
 /// A quarter of the free width from the left, an eighth of the free height from the top.
 void MainWindow::place_on_screen() {
     const QRect area = screen()->availableGeometry();
-    const QSize size = sizeHint();
-    move(area.left() + (area.width() - size.width()) / 4, area.top() + (area.height() - size.height()) / 8);
+    move(area.left() + (area.width() - width()) / 4, area.top() + (area.height() - height()) / 8);
 }
 
 void MainWindow::after_tick(bool picture_changed) {
     if (picture_changed)
         lcd->refresh();
     windows.refresh_soft_keyboard();
+    windows.dock();
 }
 
 void MainWindow::refresh() {
@@ -130,8 +131,19 @@ void MainWindow::refresh() {
 }
 
 void MainWindow::resize_to_zoom() {
-    lcd->setFixedSize(lcd->sizeHint());
+    fit_to_screen();
     lcd->update();
+    for (QLayout* part : {centralWidget()->layout(), layout()}) // the size is wanted now, not after the next events
+        part->activate();
+    const QPoint place = quillon::place_on_screen(*this, frameGeometry().topLeft(), frameGeometry().size());
+    if (isVisible() && can_place_windows() && place != frameGeometry().topLeft())
+        move(place);
+}
+
+/// The LCD has what the screen leaves beside frame, menus, toolbar and a panel.
+void MainWindow::fit_to_screen() {
+    const int others = sizeHint().height() - lcd->minimumHeight();
+    lcd->fit_into(screen()->availableGeometry().size() - frame_extent(*this) - QSize(0, others));
 }
 
 void MainWindow::carry_out(HostCommand command) {
@@ -241,8 +253,10 @@ void MainWindow::changeEvent(QEvent* event) {
         windows.dock();
 }
 
+/// It may be another screen now.
 void MainWindow::moveEvent(QMoveEvent* event) {
     QMainWindow::moveEvent(event);
+    fit_to_screen();
     windows.dock();
 }
 

@@ -46,6 +46,7 @@ private:
     void carry_out(HostCommand command);
     void refresh();
     void resize_to_zoom();
+    void fit_to_screen();
     void open_listing_dialog();
     void start_editor();
     void configure();

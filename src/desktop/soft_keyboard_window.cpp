@@ -2,12 +2,14 @@
 #include "desktop/soft_keyboard_window.h"
 
 #include "desktop/pictures.h"
+#include "desktop/window_places.h"
 #include "display/resources.h"
 #include "keys/soft_keyboard.h"
 #include "keys/soft_keys.h"
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScreen>
 
 #include <cmath>
 
@@ -49,7 +51,16 @@ void SoftKeyboardWindow::dock() {
     if (as_panel)
         return;
     const QRect frame = main_window->frameGeometry();
-    move(frame.left(), frame.bottom() + 1);
+    const QRect area = main_window->screen()->availableGeometry();
+    const int joint = devicePixelRatioF() == 1 ? 0 : 1; // places are rounded on a scaled screen: no gap may be left
+    const int below = frame.top() + frame.height() - joint;
+    const int above = frame.top() - height() + joint;
+    const bool fits_below = below + height() <= area.top() + area.height();
+    const QPoint place = place_on_screen(*main_window, {frame.left(), fits_below ? below : above}, size());
+    if (isVisible() && place == docked_place)
+        return;
+    docked_place = place;
+    move(place);
 }
 
 void SoftKeyboardWindow::refresh() {

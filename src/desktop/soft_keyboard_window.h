@@ -21,7 +21,8 @@ public:
     /// Whether the keyboard's picture could be prepared.
     [[nodiscard]] bool is_usable() const { return !picture.isNull(); }
 
-    /// Puts the window below the main window's lower edge.
+    /// Puts the window below the main window, or above it where the screen has no room below. To be called again and
+    /// again: the window system tells of the main window's frame when it likes.
     void dock();
 
     /// Paints anew if the machine says that the picture has changed.
@@ -36,7 +37,8 @@ private:
     Simulator& simulator;
     QWidget* main_window;
     bool as_panel;
-    QImage picture; ///< the six layers
+    QImage picture;      ///< the six layers
+    QPoint docked_place; ///< where it has been put
 };
 
 } // namespace quillon

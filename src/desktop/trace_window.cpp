@@ -1,6 +1,8 @@
 // Composing and filling the trace windows.
 #include "desktop/trace_window.h"
 
+#include "desktop/window_places.h"
+
 #include <QFontDatabase>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -76,14 +78,6 @@ void set_text(QPlainTextEdit& field, const std::string& text) {
         field.setPlainText(shown);
 }
 
-/// As near to a place as the screen lets the whole window be.
-void move_on_screen(QWidget& window, QPoint place) {
-    const QRect area = window.screen()->availableGeometry();
-    place.setX(std::clamp(place.x(), area.left(), std::max(area.left(), area.right() - window.width())));
-    place.setY(std::clamp(place.y(), area.top(), std::max(area.top(), area.bottom() - window.height())));
-    window.move(place);
-}
-
 /// No field takes the focus, and with it keys.
 void leave_keys_to(MachineKeyboard& keyboard, QWidget& window) {
     for (QWidget* field : window.findChildren<QWidget*>())
@@ -144,14 +138,14 @@ TraceWindow::TraceWindow(Machine& machine_, MachineKeyboard& keyboard_, QWidget*
 
 void TraceWindow::take_place(QScrollArea& scroll) {
     const QRect frame = main_window->frameGeometry();
-    const int title_bar = frame.height() - main_window->height();
-    const int missing = sizeHint().height() + title_bar - screen()->availableGeometry().height();
+    const QSize extent = frame_extent(*main_window); // this window's own is not known yet
+    const int missing = sizeHint().height() + extent.height() - screen()->availableGeometry().height();
     if (missing > 0) {
         const int bar = scroll.verticalScrollBar()->sizeHint().width();
         scroll.setFixedSize(scroll.width() + bar, std::max(scroll.height() - missing, 1));
     }
     resize(sizeHint());
-    move_on_screen(*this, {frame.right() + 3, frame.top()});
+    move(place_on_screen(*this, {frame.right() + 3, frame.top()}, size() + extent));
 }
 
 QString TraceWindow::text(int number) const {

@@ -2,6 +2,7 @@
 #include "shell/settings.h"
 
 #include "core/machine.h"
+#include "keys/key_map.h"
 #include "shell/files.h"
 #include "shell/profile.h"
 #include "shell/safe_write.h"
@@ -50,7 +51,7 @@ constexpr Row rows[] = {
     {"MODE = ",                   &Settings::angle_unit,        Range{ 0,   2,  0}},
     {"RUNPAGE= ",                 &Settings::run_page,          Range{ 0,   9,  0, 0}},
     {"TIMER= ",                   &Settings::timer_interval,    Range{TIMER_PERIOD_MIN, TIMER_PERIOD_MAX, 30, 1}},
-    {"ZOOM= ",                    &Settings::zoom,              Range{ 1,   8,  1, 2}},
+    {"ZOOM= ",                    &Settings::zoom,              Range{ 1, ZOOM_MAX, 1, 2}},
     {"INPUTMODE= ",               &Settings::ascii_mode,        Range{ 0,   1,  1}},
     {"WAITPRINTSC_INI= ",         &Settings::wait_print_sc_ini, Range{ 0, ANY,  0}},
     {"WAITPRINTSC= ",             &Settings::wait_print_sc,     Range{ 0, ANY,  0}},

@@ -24,7 +24,7 @@ struct Settings {
     int angle_unit = 0;                 ///< 0 DEG, 1 RAD, 2 GRA
     int run_page = 0;                   ///< 0-9
     int timer_interval = 30;            ///< milliseconds, as configured: never that of Overdrive
-    int zoom = 1;                       ///< 1-8 when read; up to 12 while the program runs
+    int zoom = 1;                       ///< 1-12; the window draws as large as the screen allows
     int ascii_mode = 1;                 ///< 0 or 1
     int wait_print_sc_ini = 64;         ///< ticks
     int wait_print_sc = 24;             ///< ticks

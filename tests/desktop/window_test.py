@@ -7,7 +7,7 @@ import os
 import subprocess
 
 from desktop_case import PROGRAMS, DesktopTest, run_tests
-from screen import wait_until
+from screen import run, wait_until
 from simulator import Simulator, bitmap_reader
 
 HELLO = '[P0]\n10 PRINT "HELLO"\n[P3]\n10 INPUT "NAME",$\n20 PRINT "HI ";$\n30 A=A+7:PRINT A\n'
@@ -110,6 +110,31 @@ class WindowTest(DesktopTest):
         simulator.close()
         self.assertIn(b"ZOOM= 3", simulator.file("QZ740.ini"))
 
+    def test_zoom_by_shortcut_and_as_large_as_the_screen_allows(self):
+        simulator = self.start()
+
+        def wait_for_zoom(zoom):
+            wait_until(lambda: self.screen.geometry(simulator.window)[2] == zoom * 392, f"the width of zoom {zoom}")
+
+        for keys, zoom in ((["ctrl+plus", "ctrl+equal"], 3), (["ctrl+minus"], 2), (["ctrl+0"], 1)):
+            simulator.key(*keys)
+            wait_for_zoom(zoom)
+        simulator.key(*["F2"] * 11, "3", "F6")
+        simulator.zoom = 4  # that of twelve would be 4,704 pixels wide
+        simulator.wait_for_text("READY P3")
+        for _ in range(2):  # twelve is kept, and nothing complains of it at the next start
+            left, top, width, height = self.screen.geometry(simulator.window)
+            self.assertTrue(0 < left and left + width < 1600 and 0 < top and top + height < 1200)
+            self.assertEqual(self.screen.find_windows("^Error"), [])
+            simulator.close()
+            self.assertIn(b"ZOOM= 12", simulator.file("QZ740.ini"))
+            simulator = self.start(zoom=4)
+            simulator.key("F6")
+            simulator.wait_for_text("READY P3")
+        simulator.key("F10", "Right", "Right", "z", "Return")  # x1, by the menu
+        wait_for_zoom(1)
+        simulator.close()
+
     def test_sharp_at_any_scale_factor(self):
         for factor, zoom, pixel_size in (("1.25", 1, 1), ("1.5", 2, 3), ("2", 1, 2)):
             with self.subTest(factor=factor, zoom=zoom):
@@ -118,6 +143,9 @@ class WindowTest(DesktopTest):
                 simulator.zoom = pixel_size
                 simulator.wait_for_text("HELLO")
                 self.assertTrue(simulator.is_sharp())
+                left, top = simulator.lcd_corner()
+                bezel = self.screen.pixels(simulator.window).pixel(left // 2, top + 44)
+                self.assertTrue(left == 0 or max(bezel) < 64, f"beside the display it is {bezel}")
                 width = self.screen.geometry(simulator.window)[2]
                 simulator.key(*["F1"] * (zoom - 1))  # for the next start: the zoom is kept
                 wait_until(lambda: zoom == 1 or self.screen.geometry(simulator.window)[2] < width, "the window to shrink")
@@ -170,9 +198,21 @@ class WindowTest(DesktopTest):
             self.screen.xdotool("mouseup", 1)
             wait_until(lambda: self.screen.pixels(keyboard).data == released, "the key to be drawn released")
         simulator.wait_for_text("2")
+        for top, below in ((1000, False), (200, True)):  # on a screen of 1600 x 1200
+            self.screen.xdotool("windowmove", simulator.window, 1500, top)
+            wait_until(lambda: self.is_docked(simulator, keyboard, below), "the keyboard to dock")
         self.toggle_soft_keyboard(simulator)
         wait_until(lambda: not self.screen.find_windows("QZ-SIM SoftwareKeyboard"), "the soft keyboard to close")
         simulator.close()
+
+    def is_docked(self, simulator: Simulator, keyboard: str, below: bool) -> bool:
+        """Whether the soft keyboard touches the window's frame, and is on the screen whole."""
+        frame = [int(n) for n in run("xprop", "-id", simulator.window, "_NET_FRAME_EXTENTS",
+                                     env=self.screen.env).decode().split("=")[1].split(",")]
+        _, top, _, height = self.screen.geometry(simulator.window)
+        x, y, width, own_height = self.screen.geometry(keyboard)
+        touches = y == top + height + frame[3] if below else y + own_height == top - frame[2]
+        return touches and 0 <= x and x + width <= 1600
 
     def test_keys_are_released_with_the_focus_and_alt_opens_no_menu(self):
         simulator = self.start(self.listing("keys.bas", KEYS))

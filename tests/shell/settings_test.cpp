@@ -92,7 +92,7 @@ TEST(Settings, OneByOne) {
     Numbers messages;
     EXPECT_TRUE(set_setting(settings, "timer", "10", messages));
     EXPECT_EQ(settings.cursor_interval, 41);
-    EXPECT_TRUE(set_setting(settings, "ZOOM", "9", messages));
+    EXPECT_TRUE(set_setting(settings, "ZOOM", "13", messages));
     EXPECT_EQ(messages, Numbers{2});
     for (const char* key : {"", "TIMERS", "PALETTE", "CURSOR_INT", "PCMBEEP"})
         EXPECT_FALSE(set_setting(settings, key, "5", messages)) << key;
