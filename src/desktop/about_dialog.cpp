@@ -2,11 +2,11 @@
 #include "desktop/about_dialog.h"
 
 #include "desktop/pictures.h"
+#include "desktop/plain_text.h"
 #include "display/resources.h"
 
 #include <QDialog>
 #include <QDialogButtonBox>
-#include <QLabel>
 #include <QScreen>
 #include <QVBoxLayout>
 
@@ -14,7 +14,7 @@ namespace quillon {
 namespace {
 
 void add_centred_text(QVBoxLayout& column, const QString& text) {
-    auto* label = new QLabel(text);
+    QLabel* label = plain_label(text);
     label->setAlignment(Qt::AlignHCenter);
     column.addWidget(label);
 }

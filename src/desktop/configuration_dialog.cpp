@@ -1,7 +1,8 @@
 // Composing the configuration dialog. What its values mean, and which are accepted, is the shell's business.
 #include "desktop/configuration_dialog.h"
 
-#include "core/messages.h"
+#include "desktop/catalogue_text.h"
+#include "desktop/plain_text.h"
 #include "shell/simulator.h"
 
 #include <QCheckBox>
@@ -9,7 +10,6 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -72,11 +72,11 @@ QWidget* number_row(const QString& label_text, QSpinBox* field, const QString& u
     auto* row = new QWidget;
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
-    auto* label = new QLabel(label_text);
+    QLabel* label = plain_label(label_text);
     label->setBuddy(field);
     layout->addWidget(label);
     layout->addWidget(field);
-    layout->addWidget(new QLabel(unit));
+    layout->addWidget(plain_label(unit));
     layout->addStretch();
     return row;
 }
@@ -110,7 +110,7 @@ ConfigurationDialog::ConfigurationDialog(Simulator& simulator_, std::function<vo
 }
 
 QString ConfigurationDialog::text(int number) const {
-    return QString::fromUtf8(lookup_message(simulator.machine.catalogue, SECTION, number));
+    return catalogue_text(simulator.machine.catalogue, SECTION, number);
 }
 
 QWidget* ConfigurationDialog::editor_row() {
@@ -119,7 +119,7 @@ QWidget* ConfigurationDialog::editor_row() {
     layout->setContentsMargins(0, 0, 0, 0);
     editor = new QLineEdit;
     name_control(*editor, text(LABEL_EDITOR), "Text editor");
-    auto* label = new QLabel(text(LABEL_EDITOR));
+    QLabel* label = plain_label(text(LABEL_EDITOR));
     label->setBuddy(editor);
     auto* browse_button = new QPushButton(text(LABEL_BROWSE));
     browse_button->setAutoDefault(false);
@@ -147,7 +147,7 @@ QWidget* ConfigurationDialog::digits_rows() {
     auto* rows = new QWidget;
     auto* layout = new QVBoxLayout(rows);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(new QLabel(text(LABEL_DIGITS)));
+    layout->addWidget(plain_label(text(LABEL_DIGITS)));
     set_e = new TypedSpinBox(-1, 9);
     set_f = new TypedSpinBox(-1, 9);
     set_g = new TypedSpinBox(0, 18);

@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QUrl>
 
 #include <algorithm>
@@ -19,6 +20,26 @@ const QStringList& listing_filters() {
     static const QStringList filters{QStringLiteral("All(*.*) (*)"), QStringLiteral("BAS(*.BAS) (*.BAS *.bas)"),
                                      QStringLiteral("TXT(*.TXT) (*.TXT *.txt)")};
     return filters;
+}
+
+constexpr const char* DESKTOP_OPENER = "xdg-open";
+
+/// Hands a file to the desktop's own opener. Only its end tells that it found no program for the file.
+void open_with_desktop(const QString& path, const std::function<void()>& failed) {
+    if (QStandardPaths::findExecutable(QLatin1String(DESKTOP_OPENER)).isEmpty()) {
+        if (!QDesktopServices::openUrl(QUrl::fromLocalFile(path)))
+            failed();
+        return;
+    }
+    auto* opener = new QProcess; // nobody's: what it opens may outlive the window
+    QObject::connect(opener, &QProcess::finished, opener, [opener, failed](int status) {
+        if (status != 0)
+            failed();
+        opener->deleteLater();
+    });
+    opener->setStandardOutputFile(QProcess::nullDevice());
+    opener->setStandardErrorFile(QProcess::nullDevice());
+    opener->start(QLatin1String(DESKTOP_OPENER), {path});
 }
 
 } // namespace
@@ -35,17 +56,22 @@ std::optional<ListingChoice> choose_listing(QWidget* parent, const Settings& set
     return ListingChoice{path, static_cast<int>(filters.indexOf(filter)) + 1};
 }
 
-bool launch_editor(const EditorCall& call) {
+void launch_editor(const EditorCall& call, const std::function<void()>& failed) {
     QStringList arguments;
     for (const std::string& argument : call.arguments)
         arguments << QString::fromLocal8Bit(argument);
-    return QProcess::startDetached(QString::fromLocal8Bit(call.program), arguments);
+    if (call.program == DESKTOP_OPENER)
+        open_with_desktop(arguments.last(), failed);
+    else if (!QProcess::startDetached(QString::fromLocal8Bit(call.program), arguments))
+        failed();
 }
 
-void open_manual() {
-    const std::string manual = find_manual(program_folder());
-    if (!manual.empty())
-        QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromLocal8Bit(manual)));
+void open_manual(const std::function<void(const QString&)>& failed) {
+    const QString manual = QString::fromLocal8Bit(find_manual(program_folder()));
+    if (manual.isEmpty())
+        failed({});
+    else
+        open_with_desktop(manual, [failed, manual] { failed(manual); });
 }
 
 } // namespace quillon

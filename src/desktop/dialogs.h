@@ -7,6 +7,7 @@
 #include <QString>
 #include <QWidget>
 
+#include <functional>
 #include <optional>
 
 namespace quillon {
@@ -20,10 +21,11 @@ struct ListingChoice {
 /// Lets the user choose a listing; nothing when that is cancelled.
 std::optional<ListingChoice> choose_listing(QWidget* parent, const Settings& settings);
 
-/// Starts the editor, which goes on by itself; false when it cannot be started.
-bool launch_editor(const EditorCall& call);
+/// Starts the editor, which goes on by itself. `failed` is called when it cannot be started.
+void launch_editor(const EditorCall& call, const std::function<void()>& failed);
 
-/// Opens the manual in the user's browser or reader.
-void open_manual();
+/// Opens the manual in the user's browser or reader. `failed` gets its path when there is no such program, or an empty
+/// one when there is no manual.
+void open_manual(const std::function<void(const QString& path)>& failed);
 
 } // namespace quillon

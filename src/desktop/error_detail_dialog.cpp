@@ -2,6 +2,7 @@
 #include "desktop/error_detail_dialog.h"
 
 #include "core/machine.h"
+#include "desktop/catalogue_text.h"
 
 #include <QDialog>
 #include <QFontDatabase>
@@ -25,6 +26,17 @@ void limit_typing(QPlainTextEdit& field) {
     QObject::connect(&field, &QPlainTextEdit::textChanged, &field, take_back, Qt::QueuedConnection);
 }
 
+/// What the machine says of its last error. Where nothing is left of the line, words say so.
+QString detail_text(const Machine& m) {
+    constexpr const char* SOURCE_MARK = "::::"; // before the program text from the fault on
+    const QString detail = QString::fromUtf8(m.error_detail.c_str());
+    if (detail.isEmpty())
+        return catalogue_text(m.catalogue, "DLG_ERRINFO", 7);
+    const QString nothing = QLatin1String(SOURCE_MARK) + QLatin1String("\r\n");
+    return QString(detail).replace(nothing,
+                                   QLatin1String(SOURCE_MARK) + catalogue_text(m.catalogue, "DLG_ERRINFO", 8) + "\r\n");
+}
+
 } // namespace
 
 void show_error_detail(const Machine& m, QWidget* parent) {
@@ -33,14 +45,14 @@ void show_error_detail(const Machine& m, QWidget* parent) {
     constexpr QSize SIZE(540, 300);
     auto* dialog = new QDialog(parent);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowTitle(QString::fromUtf8(lookup_message(m.catalogue, "DLG_ERRINFO", 0)));
+    dialog->setWindowTitle(catalogue_text(m.catalogue, "DLG_ERRINFO", 0));
 
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     font.setPixelSize(FONT_PIXELS);
     auto* field = new QPlainTextEdit;
     field->setFont(font);
     field->setLineWrapMode(QPlainTextEdit::NoWrap);
-    field->setPlainText(QString::fromUtf8(m.error_detail.c_str()));
+    field->setPlainText(detail_text(m));
     field->setTabChangesFocus(true);
     field->setAccessibleName(dialog->windowTitle());
     limit_typing(*field);

@@ -3,9 +3,11 @@
 
 #include "core/charset.h"
 #include "desktop/about_dialog.h"
+#include "desktop/catalogue_text.h"
 #include "desktop/configuration_dialog.h"
 #include "desktop/dialogs.h"
 #include "desktop/error_detail_dialog.h"
+#include "desktop/plain_text.h"
 #include "desktop/window_places.h"
 #include "keys/key_map.h"
 #include "shell/clipboard.h"
@@ -24,6 +26,7 @@
 #include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -89,6 +92,9 @@ void MainWindow::connect_window() {
     };
     simulator.window.toggle_trace = simulator.window.toggle_soft_keyboard =
         simulator.window.refresh = [this] { QTimer::singleShot(0, this, [this] { refresh(); }); };
+    simulator.window.note = [this](const std::string& text) {
+        QTimer::singleShot(0, this, [this, text] { show_note(QString::fromLocal8Bit(text)); });
+    };
 }
 
 void MainWindow::start(const std::string& listing) {
@@ -156,7 +162,7 @@ void MainWindow::carry_out(HostCommand command) {
     case COMMAND_ABOUT: return show_about_dialog(this);
     case COMMAND_CONFIGURE: return configure();
     case COMMAND_ERROR_DETAIL: return show_error_detail(simulator.machine, this);
-    case COMMAND_HELP: return open_manual();
+    case COMMAND_HELP: return show_manual();
     default: return resize_to_zoom();
     }
 }
@@ -167,6 +173,12 @@ void MainWindow::configure() {
     connect(dialog, &QDialog::finished, this, &MainWindow::refresh);
     dialog->open();
     ticker.arm();
+}
+
+/// Below the display, for some seconds.
+void MainWindow::show_note(const QString& text) {
+    constexpr int MILLISECONDS = 5000;
+    QToolTip::showText(lcd->mapToGlobal(QPoint(0, lcd->height())), plain_tooltip(text), lcd, {}, MILLISECONDS);
 }
 
 void MainWindow::show_warning(const QString& text) { messages.show(text, MessageIcon::WARNING); }
@@ -181,11 +193,22 @@ void MainWindow::open_listing_dialog() {
 
 /// When the editor cannot be started another one can be chosen.
 void MainWindow::start_editor() {
-    const auto call = editor_call(simulator);
-    if (!call || launch_editor(*call))
-        return;
-    show_warning(QString::fromUtf8(lookup_message(simulator.machine.catalogue, "SYSTEM", 10)));
-    configure();
+    const auto choose_another = [this] {
+        show_warning(catalogue_text(simulator.machine.catalogue, "SYSTEM", 10));
+        configure();
+    };
+    if (const auto call = editor_call(simulator))
+        launch_editor(*call, choose_another);
+}
+
+void MainWindow::show_manual() {
+    open_manual([this](const QString& path) {
+        const MessageCatalogue& catalogue = simulator.machine.catalogue;
+        if (path.isEmpty())
+            show_warning(catalogue_text(catalogue, "HELP", 1));
+        else
+            show_warning(catalogue_text(catalogue, "HELP", 0) + QLatin1String("\n") + path);
+    });
 }
 
 void MainWindow::fill_recent(QMenu& menu) {

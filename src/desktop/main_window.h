@@ -50,6 +50,8 @@ private:
     void open_listing_dialog();
     void start_editor();
     void configure();
+    void show_manual();
+    void show_note(const QString& text);
     void show_warning(const QString& text);
     void fill_recent(QMenu& menu);
     void place_on_screen();

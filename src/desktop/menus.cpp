@@ -1,7 +1,9 @@
 // Building menus and toolbar.
 #include "desktop/menus.h"
 
+#include "desktop/catalogue_text.h"
 #include "desktop/commands_table.h"
+#include "desktop/plain_text.h"
 
 #include <QIcon>
 #include <QMenuBar>
@@ -21,8 +23,11 @@ QIcon icon_of(const CommandText& command) {
 
 /// The catalogue's label, or the built-in one where it has none.
 QString label(const MessageCatalogue& catalogue, int number, const char* built_in) {
-    const char* text = lookup_message(catalogue, MENU_SECTION, number);
-    return QString::fromUtf8(*text != '\0' ? text : built_in);
+    return catalogue_text(catalogue, MENU_SECTION, number, built_in);
+}
+
+QString tooltip(const MessageCatalogue& catalogue, const ToolbarEntry& entry) {
+    return catalogue_text(catalogue, TOOLTIP_SECTION, entry.tooltip);
 }
 
 QAction* add_command(QWidget& menu, const CommandText& command, const QString& text, const CommandHandler& handler) {
@@ -94,7 +99,7 @@ CommandActions build_toolbar(QMainWindow& window, const MessageCatalogue& catalo
             continue;
         }
         QAction* action = add_command(*toolbar, entry.command, QString::fromUtf8(entry.command.text), handler);
-        action->setToolTip(QString::fromUtf8(lookup_message(catalogue, TOOLTIP_SECTION, entry.tooltip)));
+        action->setToolTip(plain_tooltip(tooltip(catalogue, entry)));
         action->setCheckable(entry.command.checkable);
         if (entry.command.checkable)
             checks[entry.command.command] = action;

@@ -22,6 +22,7 @@ void MessageBoxes::show_next() {
     waiting.pop_front();
     const auto icon = message.icon == MessageIcon::STOP ? QMessageBox::Critical : QMessageBox::Warning;
     open_box = new QMessageBox(icon, QStringLiteral("Error."), message.text, QMessageBox::Ok, window);
+    open_box->setTextFormat(Qt::PlainText); // file names and catalogues are no markup
     open_box->setAttribute(Qt::WA_DeleteOnClose);
     connect(open_box, &QObject::destroyed, this, &MessageBoxes::show_next, Qt::QueuedConnection);
     open_box->open();

@@ -1,12 +1,13 @@
 // Composing and filling the trace windows.
 #include "desktop/trace_window.h"
 
+#include "desktop/catalogue_text.h"
+#include "desktop/plain_text.h"
 #include "desktop/window_places.h"
 
 #include <QFontDatabase>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
@@ -103,7 +104,7 @@ ExtendedVariablesWindow::ExtendedVariablesWindow(const Machine& machine_, Machin
     : QDialog(main_window), machine(machine_), field(read_only_field()) {
     constexpr QSize SIZE(560, 400);
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(QString::fromUtf8(lookup_message(machine.catalogue, "DLG_TRACE2", 0)));
+    setWindowTitle(catalogue_text(machine.catalogue, "DLG_TRACE2", 0));
     field->setLineWrapMode(QPlainTextEdit::NoWrap);
     field->setAccessibleName(windowTitle().isEmpty() ? QStringLiteral("Extended variables") : windowTitle());
     (new QVBoxLayout(this))->addWidget(field);
@@ -148,9 +149,7 @@ void TraceWindow::take_place(QScrollArea& scroll) {
     move(place_on_screen(*this, {frame.right() + 3, frame.top()}, size() + extent));
 }
 
-QString TraceWindow::text(int number) const {
-    return QString::fromUtf8(lookup_message(machine.catalogue, "DLG_TRACE", number));
-}
+QString TraceWindow::text(int number) const { return catalogue_text(machine.catalogue, "DLG_TRACE", number); }
 
 QWidget* TraceWindow::position_group() {
     constexpr int LAST_LINES = 2;
@@ -161,9 +160,9 @@ QWidget* TraceWindow::position_group() {
     next = text_field(NEXT_LINES);
     last->setAccessibleName(QStringLiteral("LAST"));
     next->setAccessibleName(QStringLiteral("NEXT"));
-    grid->addWidget(new QLabel(text(LABEL_LAST)), 0, 0);
+    grid->addWidget(plain_label(text(LABEL_LAST)), 0, 0);
     grid->addWidget(last, 0, 1);
-    grid->addWidget(new QLabel(text(LABEL_NEXT)), 1, 0);
+    grid->addWidget(plain_label(text(LABEL_NEXT)), 1, 0);
     grid->addWidget(next, 1, 1);
     return group;
 }
@@ -176,7 +175,7 @@ QLineEdit* TraceWindow::add_field(QGridLayout& grid, int row, int column, const 
     field->setFont(fixed_font());
     field->setFixedWidth(FIELD_WIDTH);
     field->setAccessibleName(spoken(label));
-    grid.addWidget(new QLabel(label), row, column, Qt::AlignRight);
+    grid.addWidget(plain_label(label), row, column, Qt::AlignRight);
     grid.addWidget(field, row, column + 1);
     return field;
 }

@@ -2,6 +2,7 @@
 #include "shell/file_services.h"
 
 #include "core/errors.h"
+#include "shell/paths.h"
 #include "shell/places.h"
 #include "shell/safe_write.h"
 #include "shell/saved_values.h"
@@ -12,26 +13,41 @@ namespace quillon {
 namespace {
 
 constexpr MessageId MESSAGE_NO_SNAPSHOT_NAME{"SNAPSHOT", 0};
+constexpr MessageId MESSAGE_SNAPSHOT_FAILED{"SNAPSHOT", 1};
+constexpr MessageId NOTE_SNAPSHOT{"SNAPSHOT", 2};
+constexpr MessageId MESSAGE_DUMP_FAILED{"DUMP", 0};
+constexpr MessageId NOTE_DUMP{"DUMP", 1};
 
-void snapshot(Simulator& s) {
-    if (take_snapshot(s.lcd.canvas, desktop_folder(read_environment())))
-        return;
-    const MessageCatalogue& catalogue = s.machine.catalogue;
-    s.machine.host.show_message(
-        lookup_message(catalogue, MESSAGE_NO_SNAPSHOT_NAME.section, MESSAGE_NO_SNAPSHOT_NAME.number),
-        MessageIcon::WARNING);
+std::string text_of(const Simulator& s, MessageId message) {
+    return lookup_message(s.machine.catalogue, message.section, message.number);
 }
 
-void dump(const Machine& m) {
-    const ValuesImage image = values_image(m);
-    static_cast<void>(safe_write("debug.bin", {reinterpret_cast<const char*>(image.data()), image.size()}));
+void warn(const Simulator& s, const std::string& text) { s.machine.host.show_message(text, MessageIcon::WARNING); }
+
+void snapshot(const Simulator& s) {
+    const std::string folder = desktop_folder(read_environment());
+    std::string path;
+    switch (take_snapshot(s.lcd.canvas, folder, path)) {
+    case NewFile::WRITTEN: return s.window.note(text_of(s, NOTE_SNAPSHOT) + " " + path);
+    case NewFile::NO_FREE_NAME: return warn(s, text_of(s, MESSAGE_NO_SNAPSHOT_NAME));
+    default: warn(s, text_of(s, MESSAGE_SNAPSHOT_FAILED) + "\r\n" + folder);
+    }
+}
+
+void dump(const Simulator& s) {
+    const ValuesImage image = values_image(s.machine);
+    const std::string path = absolute_path("debug.bin");
+    if (safe_write(path, {reinterpret_cast<const char*>(image.data()), image.size()}))
+        s.window.note(text_of(s, NOTE_DUMP) + " " + path);
+    else
+        warn(s, text_of(s, MESSAGE_DUMP_FAILED) + "\r\n" + path);
 }
 
 } // namespace
 
 void use_file_services(Simulator& s) {
     s.machine.host.take_snapshot = [&s] { snapshot(s); };
-    s.machine.host.write_dump = [&s] { dump(s.machine); };
+    s.machine.host.write_dump = [&s] { dump(s); };
 }
 
 } // namespace quillon

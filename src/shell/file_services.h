@@ -5,8 +5,8 @@ namespace quillon {
 
 struct Simulator;
 
-/// Lets snapshots go to the user's desktop folder (a message box tells when all numbers are taken), and the dump of the
-/// variable table to `debug.bin` in the working folder. Failures to write are silent.
+/// Lets snapshots go to the user's desktop folder, and the dump of the variable table to `debug.bin` in the working
+/// folder. A note says where each went, a message box that it could not be written.
 void use_file_services(Simulator& s);
 
 } // namespace quillon

@@ -182,7 +182,7 @@ bool safe_write_keeping_old(const std::string& path, std::string_view bytes) {
     return write_file(path, bytes, OldFile::KEPT_ASIDE);
 }
 
-NewFile write_new_file(const std::vector<std::string>& names, std::string_view bytes) {
+NewFile write_new_file(const std::vector<std::string>& names, std::string_view bytes, std::string* written) {
     Neighbour neighbour;
     for (const std::string& name : names) {
         if (is_taken(name))
@@ -191,8 +191,11 @@ NewFile write_new_file(const std::vector<std::string>& names, std::string_view b
         if (neighbour.path.empty() && !(open_neighbour(neighbour, folder, AS_THE_USER_LIKES) && fill(neighbour, bytes)))
             return NewFile::FAILED;
         const NewFile outcome = place(neighbour.path, name);
-        if (outcome == NewFile::WRITTEN)
+        if (outcome == NewFile::WRITTEN) {
             flush_folder(folder);
+            if (written != nullptr)
+                *written = name;
+        }
         if (outcome != NewFile::NO_FREE_NAME)
             return outcome;
     }

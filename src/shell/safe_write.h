@@ -24,8 +24,9 @@ enum class NewFile {
     FAILED,
 };
 
-/// Writes a new file under the first of these names, all of one folder, that is not taken. No file is ever replaced,
-/// not even by two programs that write at once: each takes a name of its own.
-[[nodiscard]] NewFile write_new_file(const std::vector<std::string>& names, std::string_view bytes);
+/// Writes a new file under the first of these names, all of one folder, that is not taken, and says which. No file is
+/// ever replaced, not even by two programs that write at once: each takes a name of its own.
+[[nodiscard]] NewFile write_new_file(const std::vector<std::string>& names, std::string_view bytes,
+                                     std::string* written = nullptr);
 
 } // namespace quillon

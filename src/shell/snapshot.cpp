@@ -2,7 +2,6 @@
 #include "shell/snapshot.h"
 
 #include "display/little_endian.h"
-#include "shell/safe_write.h"
 
 #include <cstdio>
 
@@ -49,7 +48,7 @@ std::string snapshot_bitmap(const Canvas& canvas) {
 
 bool write_snapshot(const Canvas& canvas, const std::string& path) { return safe_write(path, snapshot_bitmap(canvas)); }
 
-bool take_snapshot(const Canvas& canvas, const std::string& folder) {
+NewFile take_snapshot(const Canvas& canvas, const std::string& folder, std::string& path) {
     constexpr int NUMBERS = 256;
     std::vector<std::string> names;
     for (int n = 0; n < NUMBERS; ++n) {
@@ -57,7 +56,7 @@ bool take_snapshot(const Canvas& canvas, const std::string& folder) {
         std::snprintf(name, sizeof name, "/qzsnap_%03d.bmp", n);
         names.push_back(folder + name);
     }
-    return write_new_file(names, snapshot_bitmap(canvas)) != NewFile::NO_FREE_NAME;
+    return write_new_file(names, snapshot_bitmap(canvas), &path);
 }
 
 } // namespace quillon

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "display/image.h"
+#include "shell/safe_write.h"
 
 #include <string>
 
@@ -13,8 +14,7 @@ std::string snapshot_bitmap(const Canvas& canvas);
 /// Writes a canvas to a file; false when that cannot be, and then no half file is left.
 bool write_snapshot(const Canvas& canvas, const std::string& path);
 
-/// Writes a canvas to the first free of the names qzsnap_000.bmp to qzsnap_255.bmp in a folder. False when all of them
-/// are taken; any other failure is silent.
-bool take_snapshot(const Canvas& canvas, const std::string& folder);
+/// Writes a canvas to the first free of the names qzsnap_000.bmp to qzsnap_255.bmp in a folder; `path` is that file.
+NewFile take_snapshot(const Canvas& canvas, const std::string& folder, std::string& path);
 
 } // namespace quillon

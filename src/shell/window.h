@@ -4,6 +4,7 @@
 #include "core/host.h"
 
 #include <functional>
+#include <string>
 
 namespace quillon {
 
@@ -20,6 +21,9 @@ struct Window {
 
     /// What checks, title or tick interval are made of has changed: the record's modes, the listing's name.
     std::function<void()> refresh = [] {};
+
+    /// Something that shows nowhere else has been done: a short text that passes by itself.
+    std::function<void(const std::string& text)> note = [](const std::string&) {};
 };
 
 } // namespace quillon

@@ -225,14 +225,52 @@ class DialogsTest(DesktopTest):
         simulator.wait_for_text("DONE")
         simulator.close()
 
+    def test_what_works_and_what_fails_is_told_as_plain_text(self):
+        tools = os.path.join(self.home, "bin")
+        os.mkdir(tools)
+        with open(os.path.join(tools, "xdg-open"), "w", encoding="ascii") as opener:
+            opener.write(f"#!/bin/sh\necho $1 >>{self.home}/opened\nexit 3\n")  # there is nothing to open it with
+        os.chmod(opener.name, 0o755)
+        path = {"PATH": tools + ":" + os.environ["PATH"]}
+        simulator, program = self.start('[P0]\n10 GLOAD "<b>x"\n', env=path)
+        simulator.key("F5")
+        self.dismiss_message(program, '"<b>x"')
+        simulator.focus()
+        simulator.key("F12")
+        self.wait_for_note(program, "Desktop/qzsnap_000.bmp")
+        simulator.key("F9")
+        self.wait_for_note(program, "debug.bin")
+        os.remove(os.path.join(self.home, "debug.bin"))
+        os.mkdir(os.path.join(self.home, "debug.bin"))
+        simulator.key("F9")
+        self.dismiss_message(program, "debug.bin")
+        self.choose(simulator, "Left", "h")
+        self.dismiss_message(program, "web browser")
+        self.choose(simulator, "e")
+        self.dismiss_message(program, "editor could not be started")
+        self.close_dialog(simulator, program, "Configuration")  # to choose another one
+        with open(os.path.join(self.home, "opened"), encoding="ascii") as opened:
+            self.assertRegex(opened.read(), r"index\.(md|html)\n.*/steps\.bas\n$")
+        simulator.close()
+
+    def wait_for_note(self, program, text: str):
+        wait_until(lambda: any(text in (element.name or "") and element.getRoleName() == "tool tip"
+                               for element in accessible.tree(program.root)), f"the note '{text}'")
+
     def test_error_detail_and_about(self):
         simulator, program = self.start("[P0]\n10 A=1\n20 GOTO 99\n")
+        self.choose(simulator, "Left", "e")
+        detail = program.window("Error details")
+        self.assertIn("no error", accessible.text_of(accessible.control(detail, "Error details", "text")))
+        self.close_dialog(simulator, program, "Error details")
+        simulator.focus()
         simulator.key("F5")
         simulator.wait_for_text("ERR4 P0-20")
         self.choose(simulator, "Left", "e")
         detail = program.window("Error details")
         field = accessible.control(detail, "Error details", "text")
         self.assertIn('"20"', accessible.text_of(field))
+        self.assertIn("::::(the end of the line)", accessible.text_of(field))
         simulator.key("Escape")
         wait_until(lambda: not program.has_window("Error details"), "the window to close")
         self.choose(simulator, "Left", "a")

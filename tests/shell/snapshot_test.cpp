@@ -55,14 +55,16 @@ TEST(Snapshot, TakesTheFirstFreeNumber) {
     put_file(desktop / "qzsnap_000.bmp", "old");
     std::filesystem::create_directory(desktop / "qzsnap_001.bmp");
     std::filesystem::create_symlink(desktop / "elsewhere", desktop / "qzsnap_002.bmp"); // leads nowhere
-    EXPECT_TRUE(take_snapshot(canvas, desktop.path));
-    EXPECT_EQ(get_file(desktop / "qzsnap_003.bmp"), bytes);
+    std::string path;
+    EXPECT_EQ(take_snapshot(canvas, desktop.path, path), NewFile::WRITTEN);
+    EXPECT_EQ(path, desktop / "qzsnap_003.bmp");
+    EXPECT_EQ(get_file(path), bytes);
     EXPECT_EQ(get_file(desktop / "qzsnap_000.bmp"), "old") << "never over an old one";
     EXPECT_EQ(get_file(desktop / "elsewhere"), "(none)");
     std::filesystem::remove(desktop / "qzsnap_000.bmp");
-    EXPECT_TRUE(take_snapshot(canvas, desktop.path));
+    EXPECT_EQ(take_snapshot(canvas, desktop.path, path), NewFile::WRITTEN);
     EXPECT_EQ(get_file(desktop / "qzsnap_000.bmp"), bytes);
-    EXPECT_TRUE(take_snapshot(canvas, desktop / "not there")) << "only used-up numbers are told of";
+    EXPECT_EQ(take_snapshot(canvas, desktop / "not there", path), NewFile::FAILED);
 }
 
 TEST(FileServices, PutSnapshotsOnTheDesktopAndTheDumpWhereOneWorks) {
@@ -77,7 +79,10 @@ TEST(FileServices, PutSnapshotsOnTheDesktopAndTheDumpWhereOneWorks) {
     TestMachine t;
     load_skin(*t.simulator, "");
     use_file_services(*t.simulator);
-    t.m.catalogue.sections["SNAPSHOT"][0] = "no free name";
+    std::vector<std::string> notes;
+    t.simulator->window.note = [&notes](const std::string& text) { notes.push_back(text); };
+    t.m.catalogue.sections["SNAPSHOT"] = {{0, "no free name"}, {1, "picture lost:"}, {2, "picture:"}};
+    t.m.catalogue.sections["DUMP"] = {{0, "dump lost:"}, {1, "dump:"}};
     t.m.variables[0].kind = 0;
     t.m.variables[0].number = 2;
     t.m.zoom = 7; // the picture is that of the canvas all the same
@@ -96,9 +101,13 @@ TEST(FileServices, PutSnapshotsOnTheDesktopAndTheDumpWhereOneWorks) {
         put_file(home / ("Desktop/qzsnap_" + std::to_string(1000 + i).substr(1) + ".bmp"), "");
     on_key_down(t.m, F12, false);
     EXPECT_EQ(get_file(home / "Desktop/qzsnap_255.bmp"), snapshot_bitmap(t.simulator->lcd.canvas));
-    EXPECT_TRUE(t.messages.empty()) << "a dump that fails says nothing";
     on_key_down(t.m, F12, false);
-    EXPECT_EQ(t.messages, std::vector<std::string>{"no free name"});
+    ::setenv("HOME", (home / "gone").c_str(), 1);
+    on_key_down(t.m, F12, false);
+    EXPECT_EQ(t.messages, (std::vector<std::string>{"dump lost:\r\n" + dump_path, "no free name",
+                                                    "picture lost:\r\n" + home / "gone"}));
+    EXPECT_EQ(notes, (std::vector<std::string>{"picture: " + home / "Desktop/qzsnap_000.bmp", "dump: " + dump_path,
+                                               "picture: " + home / "Desktop/qzsnap_255.bmp"}));
     EXPECT_TRUE(t.m.key_string.empty());
     std::filesystem::current_path(was);
 }
