@@ -10,7 +10,10 @@ namespace {
 
 constexpr unsigned byte_at(std::string_view text, std::size_t i) { return static_cast<unsigned char>(text[i]); }
 
-/// The length of the well-formed UTF-8 character at `i`, 0 when there is none.
+bool is_lead_byte(unsigned byte) { return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC); }
+
+} // namespace
+
 std::size_t utf8_length(std::string_view text, std::size_t i) {
     const unsigned lead = byte_at(text, i);
     if (lead < 0x80)
@@ -28,10 +31,6 @@ std::size_t utf8_length(std::string_view text, std::size_t i) {
     const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
     return overlong || surrogate || code > 0x10FFFF ? 0 : length;
 }
-
-bool is_lead_byte(unsigned byte) { return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC); }
-
-} // namespace
 
 bool is_valid_utf8(std::string_view text) {
     for (std::size_t i = 0; i < text.size();) {

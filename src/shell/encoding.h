@@ -1,10 +1,14 @@
 // Text encodings of files: UTF-8, or Shift-JIS (code page 932).
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace quillon {
+
+/// The length of the well-formed UTF-8 character at `i`, which lies within the text; 0 if the bytes there are none.
+std::size_t utf8_length(std::string_view text, std::size_t i);
 
 bool is_valid_utf8(std::string_view text);
 

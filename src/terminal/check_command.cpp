@@ -4,23 +4,29 @@
 #include "core/listing.h"
 #include "shell/files.h"
 #include "terminal/check.h"
+#include "terminal/printing.h"
 
 #include <nlohmann/json.hpp>
 
-#include <cstdio>
 #include <optional>
+#include <sstream>
 
 namespace quillon {
 namespace {
 
 const char* severity_of(const Finding& finding) { return finding.is_error ? "error" : "warning"; }
 
-void print_report(const std::string& file, const CheckReport& report) {
+std::string report_text(const std::string& file, const CheckReport& report) {
+    std::ostringstream text;
     for (const Finding& f : report.findings)
-        std::printf("%s:%d:%d: %s: %s\n", file.c_str(), f.line, f.column, severity_of(f), f.text.c_str());
+        text << printable(file) << ':' << f.line << ':' << f.column << ": " << severity_of(f) << ": " << f.text << '\n';
+    return text.str();
+}
+
+void print_untold(const std::string& file, const CheckReport& report) {
     const std::size_t untold = report.errors + report.warnings - report.findings.size();
     if (untold != 0)
-        std::fprintf(stderr, "quillon-cli: %s: %zu more findings are not told\n", file.c_str(), untold);
+        print_error(file + ": " + std::to_string(untold) + " more findings are not told");
 }
 
 nlohmann::json to_json(const std::string& file, const CheckReport& report) {
@@ -46,7 +52,7 @@ CheckStatus check_listings(const CheckOptions& options) {
     for (const std::string& path : options.listings) {
         const std::optional<std::string> text = read_listing(path);
         if (!text) {
-            std::fprintf(stderr, "quillon-cli: cannot read %s\n", path.c_str());
+            print_error("cannot read " + path);
             status = CHECK_UNREADABLE;
             continue;
         }
@@ -55,13 +61,13 @@ CheckStatus check_listings(const CheckOptions& options) {
             status = CHECK_ERRORS;
         if (options.json)
             reports.push_back(to_json(path, report));
-        else
-            print_report(path, report);
+        else if (write_output(report_text(path, report)))
+            print_untold(path, report);
     }
-    // Names of files may be no UTF-8.
+    // Names of files may be no UTF-8, and hold what a terminal obeys: ASCII alone.
     if (options.json)
-        std::printf("%s\n", reports.dump(2, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
-    return std::fflush(stdout) == 0 ? status : CHECK_UNREADABLE;
+        write_output(reports.dump(2, ' ', true, nlohmann::json::error_handler_t::replace) + "\n");
+    return static_cast<CheckStatus>(status_with_output(status));
 }
 
 } // namespace quillon

@@ -5,17 +5,38 @@
 #include "terminal/drive.h"
 #include "terminal/lines.h"
 #include "terminal/play.h"
+#include "terminal/printing.h"
 #include "terminal/run.h"
 
 #include <CLI/CLI.hpp>
 
+#include <charconv>
+#include <cstdint>
 #include <cstdio>
-#include <iostream>
+#include <filesystem>
+#include <optional>
+#include <sstream>
 
 namespace quillon {
 namespace {
 
 constexpr int BAD_CALL = 2;
+
+/// Adds an option that takes a whole number from 0 to `most`. CLI11's own numbers may be octal, and what does not fit
+/// becomes the nearest that does.
+template <class Number>
+CLI::Option* add_number(CLI::App& app, const char* name, std::optional<Number>& number, Number most,
+                        const char* description) {
+    const auto take = [name, &number, most](const std::string& text) {
+        Number value = 0;
+        const char* end = text.data() + text.size();
+        const auto [rest, fault] = std::from_chars(text.data(), end, value);
+        if (fault != std::errc() || rest != end || value < 0 || value > most)
+            throw CLI::ValidationError(name, text + " is not a whole number from 0 to " + std::to_string(most));
+        number = value;
+    };
+    return app.add_option_function<std::string>(name, take, description);
+}
 
 // The texts behind the names of options say what stands there, in place of CLI11's own.
 
@@ -24,7 +45,7 @@ void add_play(CLI::App& app, PlayOptions& options) {
     play->add_option("LISTING", options.listing, "The listing to open (default: the one of the last time)")
         ->option_text(" ");
     play->add_option("--catalogue", options.catalogue, "Message catalogue (default: that of your language)")
-        ->option_text("FILE");
+        ->type_name("FILE");
     play->add_flag("--no-save", options.no_save, "Write no settings and no variables at the end");
     play->add_flag("--bell", options.bell, "Ring the terminal's bell for each tone");
     play->footer("F5 runs the program, Ctrl+C stops it, Ctrl+A chooses the level of the next key, Ctrl+Q leaves.\n"
@@ -32,32 +53,28 @@ void add_play(CLI::App& app, PlayOptions& options) {
 }
 
 void add_run_files(CLI::App& run, RunOptions& options) {
-    run.add_option("--values", options.values, "File that variables are restored from and saved to")
-        ->option_text("FILE");
+    run.add_option("--values", options.values, "File that variables are restored from and saved to")->type_name("FILE");
     run.add_option("--catalogue", options.catalogue, "Message catalogue (default: that of your language)")
-        ->option_text("FILE");
+        ->type_name("FILE");
 }
 
 void add_run(CLI::App& app, RunOptions& options) {
     CLI::App* run = app.add_subcommand("run", "Run a listing and print what it shows");
-    run->add_option("LISTING", options.listing, "The listing file")->required()->option_text(" ");
-    run->add_option("--page", options.page, "Program area to run, 0 to 9 (default: the first in use)")
-        ->check(CLI::Range(0, 9))
-        ->option_text("AREA");
-    run->add_option("--max-ticks", options.max_ticks, "Stop after this many ticks")
-        ->check(CLI::NonNegativeNumber)
-        ->option_text("N");
-    run->add_option("--seed", options.seed, "Start value of the random generator")
-        ->check(CLI::NonNegativeNumber)
-        ->option_text("N");
-    run->add_option("--keys", options.keys, "What KEY$ reads, a character each time")->option_text("TEXT");
+    run->add_option("LISTING", options.listing, "The listing file; - is standard input")->required()->option_text(" ");
+    add_number(*run, "--page", options.page, 9, "Program area to run, 0 to 9 (default: the first in use)")
+        ->type_name("AREA");
+    add_number(*run, "--max-ticks", options.max_ticks, UINT64_MAX, "Stop after this many ticks")->type_name("N");
+    add_number(*run, "--seed", options.seed, UINT32_MAX, "Start value of the random generator")->type_name("N");
+    run->add_option("--keys", options.keys, "What KEY$ reads, a character each time")->type_name("TEXT");
+    run->add_flag("--echo", options.echo, "Print what INPUT reads, after its prompt");
     run->add_option("--settings", options.settings, "As in the settings file (may be repeated)")
         ->allow_extra_args(false)
         ->option_text("KEY=VALUE");
     add_run_files(*run, options);
-    run->footer("INPUT takes lines of standard input.\n"
-                "Exit status: 0 ended; 1 an error of the program; 2 a wrong command line, or a listing that does not\n"
-                "load; 3 INPUT with no more input; 4 the limit of ticks reached.");
+    run->footer(
+        "INPUT takes lines of standard input.\n"
+        "Exit status: 0 ended; 1 an error of the program; 2 a wrong command line, a listing that does not load,\n"
+        "or output that cannot be written; 3 INPUT with no more input; 4 the limit of ticks reached.");
 }
 
 void add_check(CLI::App& app, CheckOptions& options) {
@@ -68,13 +85,30 @@ void add_check(CLI::App& app, CheckOptions& options) {
     check->add_flag("--json", options.json, "Report in JSON");
     check->footer(
         "Reports FILE:LINE:COLUMN: error: TEXT for what the machine refuses, or warning: for what is probably\n"
-        "not meant. Exit status: 0 no error; 1 at least one error; 2 a listing that cannot be read, or a wrong\n"
-        "command line.");
+        "not meant. Exit status: 0 no error; 1 at least one error; 2 a wrong command line, a listing that cannot\n"
+        "be read, or output that cannot be written.");
 }
 
 void add_drive(CLI::App& app) {
     CLI::App* drive = app.add_subcommand("drive", "Take commands, one a line, and answer each in JSON");
-    drive->footer("Reads standard input until its end or the command quit. Exit status: 0; 2 a wrong command line.");
+    drive->footer("Reads standard input until its end or the command quit.\n"
+                  "Exit status: 0; 2 a wrong command line, or output that cannot be written.");
+}
+
+/// What is wrong with a call. CLI11 misses a subcommand before it looks at the words that are there.
+std::string fault_of(const CLI::App& app, const CLI::ParseError& error, const std::string& first_word) {
+    if (first_word.empty())
+        return "a command is required: play, run, check or drive";
+    const auto is_named = [&first_word](const CLI::App* command) { return command->get_name() == first_word; };
+    if (!app.get_subcommands(is_named).empty())
+        return error.what();
+    const std::string name = "\"" + first_word + "\" is not ";
+    std::error_code fault;
+    if (first_word[0] == '-')
+        return name + "an option; see quillon-cli --help";
+    if (std::filesystem::path(first_word).has_extension() || std::filesystem::is_regular_file(first_word, fault))
+        return name + "a command; to run a listing: quillon-cli run " + first_word;
+    return name + "a command; the commands are play, run, check and drive";
 }
 
 int drive() {
@@ -82,10 +116,10 @@ int drive() {
     std::string line;
     while (!session.finished && read_line(stdin, line, DRIVE_LINE_MAX + 1)) {
         const std::optional<std::string> answer = drive_line(session, line);
-        if (answer && (std::fprintf(stdout, "%s\n", answer->c_str()) < 0 || std::fflush(stdout) != 0))
+        if (answer && !write_output(*answer + "\n"))
             break;
     }
-    return 0;
+    return status_with_output(0);
 }
 
 } // namespace
@@ -104,8 +138,14 @@ int run_command_line(int argc, char** argv) {
     add_drive(app);
     try {
         app.parse(argc, argv);
+    } catch (const CLI::Success& request) { // --help or --version
+        std::ostringstream text;
+        app.exit(request, text, text);
+        write_output(text.str());
+        return status_with_output(0);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : BAD_CALL;
+        print_error(fault_of(app, error, argc > 1 ? argv[1] : ""));
+        return BAD_CALL;
     }
     if (app.got_subcommand("play"))
         return play(play_options);

@@ -2,6 +2,7 @@
 #include "terminal/run.h"
 
 #include "core/charset.h"
+#include "core/errors.h"
 #include "core/listing.h"
 #include "driver/tick.h"
 #include "shell/catalogue.h"
@@ -12,6 +13,7 @@
 #include "shell/simulator.h"
 #include "statements/input.h"
 #include "terminal/lines.h"
+#include "terminal/printing.h"
 #include "terminal/shown_lines.h"
 
 #include <unistd.h>
@@ -24,44 +26,31 @@
 namespace quillon {
 namespace {
 
-/// Standard output, until it fails.
-struct Output {
-    std::string text; ///< of the tick, not written yet
-    bool failed = false;
-};
-
-void add_output(Output& output, std::string_view machine_text) {
-    for (const char c : machine_text) // a line feed is the end of a line; all else is the machine's
-        output.text += c == '\n' ? std::string_view("\n") : unicode_of(as_byte(c));
+/// The machine's text in that of the terminal; a line feed is the end of a line, all else is the machine's.
+std::string output_text(std::string_view machine_text) {
+    std::string text;
+    for (const char c : machine_text)
+        text += c == '\n' ? std::string_view("\n") : unicode_of(as_byte(c));
+    return text;
 }
 
-void write_output(Output& output) {
-    const std::string& text = output.text;
-    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
-    output.failed = output.failed || !written;
-    output.text.clear();
+/// A text of the catalogue on one line.
+std::string one_line(std::string_view text) {
+    std::string line = printable_lines(text);
+    std::ranges::replace(line, '\n', ' ');
+    return line;
 }
 
-void print_error(const std::string& text) { std::fprintf(stderr, "quillon-cli: %s\n", text.c_str()); }
-
-/// Text of the machine's catalogue for standard error: without the CRs of its line ends.
-std::string with_plain_line_ends(std::string_view text) {
-    std::string plain;
-    for (const char c : text) {
-        if (c != '\r')
-            plain += c;
-    }
-    return plain;
-}
-
-std::string_view without_trailing_blanks(std::string_view text) {
-    return text.substr(0, text.find_last_not_of(' ') + 1);
+/// Where the program is, as STOP shows it: beyond the last line, there.
+std::string position(const Machine& m) {
+    const int last_line = m.areas[static_cast<std::size_t>(m.cur_area)].line_count - 1;
+    return "P" + std::to_string(m.cur_area) + "-" + std::to_string(line_number(m, std::min(m.cur_line, last_line)));
 }
 
 void print_program_error(const Machine& m) {
     const std::string_view line(m.display_line, DISPLAY_LINE_SIZE);
-    std::fprintf(stderr, "%s\n%s", to_unicode(without_trailing_blanks(line)).c_str(),
-                 with_plain_line_ends(m.error_detail).c_str());
+    const std::string_view shown = line.substr(0, line.find_last_not_of(' ') + 1);
+    std::fprintf(stderr, "%s\n%s", to_unicode(shown).c_str(), printable_lines(m.error_detail).c_str());
 }
 
 std::uint32_t milliseconds_since_epoch() {
@@ -97,15 +86,40 @@ bool use_settings(Machine& m, const std::vector<std::string>& assignments) {
     return true;
 }
 
-/// The area to run: the one asked for, else the first in use. One that holds no program is told; it ends at once.
-int choose_page(const Machine& m, const std::optional<int>& page) {
+/// Selects the area to run: the one asked for, else the first in use. False, with a message, if it holds no program.
+bool choose_page(Simulator& s, const std::optional<int>& page) {
     int first = 0;
-    while (first < AREA_COUNT - 1 && area_is_empty(m, first))
+    while (first < AREA_COUNT && area_is_empty(s.machine, first))
         ++first;
     const int chosen = page.value_or(first);
-    if (area_is_empty(m, chosen))
+    if (first == AREA_COUNT)
+        print_error("the listing has no program: there is no line in any area");
+    else if (area_is_empty(s.machine, chosen))
         print_error("the listing has no program in area P" + std::to_string(chosen));
-    return chosen;
+    else
+        run_host_command(s, COMMAND_PAGE_0 + chosen);
+    return first < AREA_COUNT && !area_is_empty(s.machine, chosen);
+}
+
+/// Reads the rest of standard input as the listing.
+LoadResult load_standard_input(Machine& m) {
+    std::string text;
+    if (!read_rest(stdin, text, LISTING_SIZE_MAX)) {
+        compose_system_message(m, std::ferror(stdin) != 0 ? MESSAGE_CANNOT_OPEN : MESSAGE_OUT_OF_MEMORY);
+        return LoadResult::UNREADABLE;
+    }
+    return load_listing_text(m, std::move(text));
+}
+
+bool load_program(Simulator& s, const std::string& listing) {
+    Machine& m = s.machine;
+    const bool is_file = listing != "-";
+    const LoadResult result = is_file ? load_listing(m, listing) : load_standard_input(m);
+    if (result != LoadResult::LOADED)
+        print_error(listing + ": the listing does not load: " + one_line(m.system_message));
+    if (is_file)
+        s.settings.last_file = listing;
+    return result == LoadResult::LOADED;
 }
 
 /// Puts everything in place and starts the program; false, with a message, when that cannot be.
@@ -115,14 +129,12 @@ bool start_program(Simulator& s, const RunOptions& options) {
         return false;
     if (!options.values.empty())
         read_saved_values(options.values, m);
-    if (load_listing(m, options.listing) != LoadResult::LOADED) {
-        print_error(options.listing + ": the listing does not load: " + with_plain_line_ends(m.system_message));
+    if (!load_program(s, options.listing))
         return false;
-    }
-    s.settings.last_file = options.listing;
     if (options.seed)
         m.random_seed = *options.seed;
-    run_host_command(s, COMMAND_PAGE_0 + choose_page(m, options.page));
+    if (!choose_page(s, options.page))
+        return false;
     run_host_command(s, COMMAND_RUN);
     return true;
 }
@@ -131,23 +143,6 @@ bool has_ended(const Machine& m) {
     const bool under_way = m.run_state == STATE_RUN || m.run_state == STATE_PRINT_WAIT ||
                            m.run_state == STATE_STOPPED || m.run_state == STATE_INPUT;
     return !under_way;
-}
-
-/// Puts the next line of standard input in the place of an entry; false when there is none.
-bool enter_line(Machine& m, ShownLines& shown) {
-    constexpr std::size_t LINE_MAX_SIZE = 1024; // more than an entry holds, symbols of several bytes included
-    std::string line;
-    if (!read_line(stdin, line, LINE_MAX_SIZE))
-        return false;
-    if (isatty(STDIN_FILENO) != 0)
-        shown.stands = true; // the terminal has shown the end of the line
-    else
-        finish_shown_lines(shown);
-    if (line.ends_with('\r'))
-        line.pop_back();
-    begin_entry(m);
-    m.entry_line.text = from_unicode(line);
-    return true;
 }
 
 /// What KEY$ reads: each character is pending until it has been read once.
@@ -165,47 +160,114 @@ void feed_key(FedKeys& fed, Machine& m) {
     m.key_string = std::string_view(fed.keys).substr(fed.index, 1);
 }
 
-RunStatus tick_to_the_end(Simulator& s, const RunOptions& options, ShownLines& shown, Output& output) {
-    Machine& m = s.machine;
-    FedKeys fed{from_unicode(options.keys)};
-    m.host.key_read = [&fed] { fed.read = true; };
-    for (std::uint64_t tick = 0; !has_ended(m) && !output.failed; ++tick) {
-        if (options.max_ticks && tick >= *options.max_ticks)
+/// A run, between two ticks.
+struct Run {
+    Simulator simulator{};
+    ShownLines shown{};
+    FedKeys keys{};
+    std::string output{}; ///< what was shown and has yet to be written; UTF-8
+    std::string entry{};  ///< the line that INPUT read last; UTF-8
+    bool echo = false;
+};
+
+/// False when it cannot be written.
+bool write_shown(Run& run) {
+    if (run.output.empty())
+        return true;
+    const bool written = write_output(run.output);
+    run.output.clear();
+    return written;
+}
+
+/// Ends the line of the prompt; with the entry, where that is wanted.
+void end_prompt(Run& run) {
+    if (isatty(STDIN_FILENO) != 0)
+        run.shown.stands = true; // the terminal has shown the entry and the end of the line
+    else
+        finish_shown_lines(run.shown, run.echo ? run.simulator.machine.entry_line.text.view() : "");
+}
+
+/// Puts the next line of standard input in the place of an entry; false when there is none.
+bool enter_line(Run& run) {
+    constexpr std::size_t LINE_MAX_SIZE = 1024; // more than an entry holds, symbols of several bytes included
+    if (!read_line(stdin, run.entry, LINE_MAX_SIZE))
+        return false;
+    if (run.entry.ends_with('\r'))
+        run.entry.pop_back();
+    Machine& m = run.simulator.machine;
+    begin_entry(m);
+    m.entry_line.text = from_unicode(run.entry);
+    end_prompt(run);
+    return true;
+}
+
+/// One tick, with EXE down and the next key of those that are fed.
+void run_tick(Run& run) {
+    Machine& m = run.simulator.machine;
+    feed_key(run.keys, m);
+    m.enter_request = 1;
+    machine_tick(m); // without what a simulator's tick does for a keyboard and a picture
+    follow_display(run.shown, m);
+    if (m.stmt_kind == KIND_INPUT_ERROR)
+        print_error(position(m) + ": INPUT needs a number, not \"" + run.entry + "\"");
+}
+
+RunStatus tick_to_the_end(Run& run, const std::optional<std::uint64_t>& max_ticks) {
+    Machine& m = run.simulator.machine;
+    for (std::uint64_t tick = 0; !has_ended(m); ++tick) {
+        if (max_ticks && tick >= *max_ticks)
             return RUN_TICKS_USED;
         if (m.stmt_kind == KIND_INPUT_ERROR)
             prompt_again(m);
-        if (m.stmt_kind == KIND_PROMPT && !enter_line(m, shown))
+        if (m.stmt_kind == KIND_PROMPT && !enter_line(run))
             return RUN_NO_INPUT;
-        feed_key(fed, m);
-        m.enter_request = 1;
-        machine_tick(m); // without what a simulator's tick does for a keyboard and a picture
-        follow_display(shown, m);
-        if (!output.text.empty())
-            write_output(output);
+        run_tick(run);
+        if (!write_shown(run))
+            return RUN_ENDED;
     }
     return m.error_code != ERROR_NONE ? RUN_ERROR : RUN_ENDED;
 }
 
+/// Says why the program has not come to its own end.
+void print_end(const Machine& m, RunStatus status, const RunOptions& options) {
+    switch (status) {
+    case RUN_ERROR: return print_program_error(m);
+    case RUN_NO_INPUT: return print_error(position(m) + ": INPUT found no more input");
+    case RUN_TICKS_USED:
+        return print_error(position(m) + ": stopped by --max-ticks " + std::to_string(*options.max_ticks));
+    default: return;
+    }
+}
+
+void connect(Run& run, const RunOptions& options) {
+    Machine& m = run.simulator.machine;
+    m.host.milliseconds = milliseconds_since_epoch;
+    m.host.show_message = [&m](const std::string& text, MessageIcon) {
+        print_error(position(m) + ": " + one_line(text));
+    };
+    m.host.key_read = [&run] { run.keys.read = true; };
+    run.keys.keys = from_unicode(options.keys);
+    run.shown.write = [&run](std::string_view text) { run.output += output_text(text); };
+    run.echo = options.echo;
+}
+
 } // namespace
 
-RunStatus run_listing(const RunOptions& options) {
-    const auto simulator = std::make_unique<Simulator>();
-    simulator->machine.host.milliseconds = milliseconds_since_epoch;
-    if (!start_program(*simulator, options))
+int run_listing(const RunOptions& options) {
+    const auto run = std::make_unique<Run>();
+    connect(*run, options);
+    Simulator& s = run->simulator;
+    if (!start_program(s, options))
         return RUN_BAD_CALL;
-    Output output;
-    ShownLines shown;
-    shown.write = [&output](std::string_view text) { add_output(output, text); };
-    const RunStatus status = tick_to_the_end(*simulator, options, shown, output);
-    finish_shown_lines(shown);
-    write_output(output);
-    if (status == RUN_ERROR)
-        print_program_error(simulator->machine);
-    if (!options.values.empty() && !write_saved_values(options.values, simulator->machine)) {
+    int status = tick_to_the_end(*run, options.max_ticks);
+    finish_shown_lines(run->shown);
+    write_shown(*run);
+    print_end(s.machine, static_cast<RunStatus>(status), options);
+    if (!options.values.empty() && !write_saved_values(options.values, s.machine)) {
         print_error("cannot write the values to " + options.values);
-        return status == RUN_ENDED ? RUN_BAD_CALL : status;
+        status = status == RUN_ENDED ? RUN_BAD_CALL : status;
     }
-    return status;
+    return status_with_output(status);
 }
 
 } // namespace quillon

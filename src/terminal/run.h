@@ -10,7 +10,7 @@ namespace quillon {
 
 /// What `run` was asked to do.
 struct RunOptions {
-    std::string listing;
+    std::string listing;                    ///< a file; "-" is standard input
     std::optional<int> page;                ///< 0-9; else the first area in use
     std::optional<std::uint64_t> max_ticks; ///< else no limit
     std::optional<std::uint32_t> seed;      ///< of the random generator
@@ -18,19 +18,20 @@ struct RunOptions {
     std::vector<std::string> settings;      ///< KEY=VALUE, as in the settings file
     std::string values;                     ///< file of the variable memory; empty for none
     std::string keys;                       ///< UTF-8: what KEY$ reads, a character at a time
+    bool echo = false;                      ///< print what INPUT reads
 };
 
 /// How a run ended: the program's exit status.
 enum RunStatus : int {
     RUN_ENDED = 0,
     RUN_ERROR = 1,      ///< an error of the program
-    RUN_BAD_CALL = 2,   ///< a wrong command line, or a listing that does not load
+    RUN_BAD_CALL = 2,   ///< a wrong command line, a listing that does not load, output or values that cannot be written
     RUN_NO_INPUT = 3,   ///< INPUT with no more input
     RUN_TICKS_USED = 4, ///< the limit of ticks was reached
 };
 
-/// Runs a listing. Lines go to standard output, errors to standard error; INPUT takes lines of standard input. Output
-/// that cannot be written ends the run as if the program had ended.
-RunStatus run_listing(const RunOptions& options);
+/// Runs a listing and returns the exit status. Lines go to standard output, errors to standard error; INPUT takes lines
+/// of standard input.
+int run_listing(const RunOptions& options);
 
 } // namespace quillon

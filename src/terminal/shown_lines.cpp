@@ -100,9 +100,12 @@ void follow_display(ShownLines& shown, const Machine& m) {
     shown.last_cursor = m.display_cursor;
 }
 
-void finish_shown_lines(ShownLines& shown) {
-    if (!shown.stands && !shown.line.empty())
+void finish_shown_lines(ShownLines& shown, std::string_view tail) {
+    if (!shown.stands && !shown.line.empty()) {
+        write_rest(shown);
+        shown.write(tail);
         end_line(shown);
+    }
     start_line(shown);
 }
 

@@ -30,7 +30,8 @@ struct ShownLines {
 /// Looks at the machine after a tick.
 void follow_display(ShownLines& shown, const Machine& m);
 
-/// The program has ended: what has not been handed on yet follows, with a line feed if the line lacks one.
-void finish_shown_lines(ShownLines& shown);
+/// Hands on the rest of a line that is not complete, then `tail` and a line feed: when the program ends or asks for
+/// input.
+void finish_shown_lines(ShownLines& shown, std::string_view tail = {});
 
 } // namespace quillon

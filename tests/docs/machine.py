@@ -49,7 +49,7 @@ def run_listing(lines: list, options: list, entries: list) -> list:
             input="".join(line + "\n" for line in entries), capture_output=True, text=True, timeout=TIMEOUT_S)
     shown = done.stdout.removesuffix("\n").split("\n") if done.stdout else []
     if done.returncode == 1:
-        shown.append(done.stderr.split("\n", 1)[0])
+        shown.append(next(line for line in done.stderr.split("\n") if not line.startswith("quillon-cli: P")))
     elif done.returncode == 2:
         shown.append(done.stderr.strip().partition("does not load: ")[2] or done.stderr)
     elif done.returncode != 0:

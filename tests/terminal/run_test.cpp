@@ -36,7 +36,7 @@ std::string told(const Outcome& outcome) {
 
 /// Runs a listing that comes through a pipe.
 Outcome run_text(const std::string& listing, std::vector<std::string> options = {}) {
-    options.insert(options.begin(), {"run", "/dev/stdin"});
+    options.insert(options.begin(), {"run", "-"});
     return run_program(options, listing);
 }
 
@@ -61,24 +61,39 @@ std::string told_with_options(const FileCase& row) {
     return told(run_text(parts[0] + "\n", {parts[1]}));
 }
 
+/// A text of a table: "\xHH" for a byte.
+std::string with_bytes(std::string text) {
+    for (std::size_t i = 0; (i = text.find("\\x", i)) != std::string::npos; ++i)
+        text.replace(i, 4, 1, static_cast<char>(std::stoi(text.substr(i + 2, 2), nullptr, 16)));
+    return text;
+}
+
 /// A program, the lines of its input with "|" behind each, and its keys with "_" for a blank.
 std::string told_when_fed(const FileCase& row) {
-    std::vector<std::string> parts = parts_of(row.input);
+    std::vector<std::string> parts = parts_of(with_bytes(row.input));
     parts.resize(3);
     std::ranges::replace(parts[1], '|', '\n');
     std::ranges::replace(parts[2], '_', ' ');
     const TemporaryFile listing(listing_of(parts[0]));
-    return told(run_program({"run", listing.path, "--max-ticks", "20000", "--keys", parts[2]}, parts[1]));
+    std::vector<std::string> call{"run", listing.path, "--max-ticks", "20000", "--keys", parts[2]};
+    if (row.heading == "echoed")
+        call.emplace_back("--echo");
+    return told(run_program(call, parts[1]));
 }
 
+/// A call and what it says: GOOD is a listing, and the program's name is left out.
 std::string outcome_of_call(const FileCase& row) {
     const TemporaryFile good("[P0]\n10 PRINT 1\n");
     std::vector<std::string> call;
-    std::istringstream words(row.input);
+    std::istringstream words(with_bytes(row.input));
     for (std::string word; words >> word;)
         call.push_back(word.starts_with("GOOD") ? good.path + word.substr(4) : word);
-    const Outcome outcome = run_program(call);
-    return outcome.status == 2 && outcome.out.empty() && !outcome.err.empty() ? "refused" : told(outcome);
+    std::string text = told(run_program(call));
+    for (const std::string& name : {good.path, std::string("quillon-cli: ")}) {
+        for (std::size_t i = 0; (i = text.find(name, i)) != std::string::npos;)
+            text.replace(i, name.size(), name == good.path ? "GOOD" : "");
+    }
+    return text;
 }
 
 TEST(Run, PrintsWhatIsShown) {
@@ -87,10 +102,13 @@ TEST(Run, PrintsWhatIsShown) {
                   {"on the way", printed_on_the_way},
                   {"options", told_with_options},
                   {"fed", told_when_fed},
+                  {"echoed", told_when_fed},
                   {"a call", outcome_of_call}});
     const TemporaryFile lengths(listing_of("INPUT A$,B$,C\nPRINT LEN(A$);LEN(B$);C"));
     EXPECT_EQ(told(run_program({"run", lengths.path}, std::string(5000, 'X') + "\nXY\r\n7")), "?|?|?| 31 2 7|");
     EXPECT_EQ(told(run_text("[P0]\n10 PRINT \"\x7F\xB1\t\xFF\"\n")), "◀███|");
+    EXPECT_EQ(told(run_program({"run", "/dev/stdin"}, "[P0]\n10 PRINT 1\n20 INPUT A\n")),
+              " 1|?|(3)quillon-cli: P0-20: INPUT found no more input");
 }
 
 TEST(Run, TellsErrorsOfTheProgram) {
@@ -104,6 +122,25 @@ TEST(Run, TellsErrorsOfTheProgram) {
     const std::string head = "ERR2 P0-10\n\u672A\u5B9A\u7FA9:\"hello\"\n\nwhere\n:0\n:0\n:\"10\"\n";
     EXPECT_EQ(detailed.err.substr(0, head.size()), head);
     EXPECT_NE(detailed.err.find(R"(::::HELLO "\pi?")"), std::string::npos) << detailed.err;
+}
+
+/// Names of files, listings and catalogues may hold what a terminal obeys: they print it as escapes.
+TEST(Run, PrintsNothingThatATerminalObeys) {
+    const TempFolder folder;
+    const std::string odd = folder / "a\x1b[1m\n.bas";
+    put_file(odd, "[P0]\n10 PRINT \"\x1b[2J\";:GLOAD \"G\x1b[3m\"\n20 HELLO \"\x1b]0;T\x07\x7f\"\n");
+    const TemporaryFile catalogue("[SYSTEM]\nM_002=\x1b[4m\xc2\x9b@two\nM_004=\x1b[5m@two\n");
+    const Outcome run = run_program({"run", odd, "--catalogue", catalogue.path});
+    EXPECT_EQ(told(run), R"(█[2J|(1)quillon-cli: P0-10: \x1b[4m\xc2\x9b two "G\x1b[3m")");
+    EXPECT_NE(run.err.find("\\x1b[5m\ntwo:\"hello\"\n"), std::string::npos) << run.err;
+    EXPECT_NE(run.err.find("HELLO \"\\x1b]0;T\\x07\\x7f"), std::string::npos) << run.err;
+    const Outcome check = run_program({"check", odd});
+    EXPECT_TRUE(check.out.starts_with(folder.path + R"(/a\x1b[1m\x0a.bas:3:)")) << check.out;
+    const Outcome json = run_program({"check", "--json", odd, folder / "\x7f\xc2\x9b"});
+    for (const std::string& text : {run.out + run.err, check.out, json.out + json.err}) {
+        EXPECT_EQ(text.find_first_of("\x1b\x07\x7f\r\t"), std::string::npos) << text;
+        EXPECT_EQ(text.find("\xc2\x9b"), std::string::npos) << text;
+    }
 }
 
 TEST(Run, TellsWhyAListingDoesNotLoad) {

@@ -42,6 +42,20 @@ class Help(unittest.TestCase):
             self.assertRegex(help_of(), rf"(?m)^  {command} ")
 
 
+class FullDisk(unittest.TestCase):
+    """Output that cannot be written is reported, and so is the exit status."""
+
+    def test_reported(self):
+        listing = ROOT / "examples" / "primes.bas"
+        for command in (["--help"], ["--version"], ["run", "--help"], ["run", listing], ["check", "--json", listing],
+                        ["drive"]):
+            with self.subTest(command), open("/dev/full", "w", encoding="ascii") as full:
+                run = subprocess.run([CLI, *command], input="new\n", stdout=full, stderr=subprocess.PIPE, text=True,
+                                     timeout=60, check=False)
+                self.assertEqual((run.returncode, run.stderr),
+                                 (2, "quillon-cli: cannot write the output: No space left on device\n"))
+
+
 class Completion(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
