@@ -5,6 +5,7 @@
 #include "core/display_line.h"
 #include "core/machine.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <string_view>
@@ -12,12 +13,26 @@
 namespace quillon {
 namespace {
 
+/// How long a UTF-8 text is without a character at its end that was cut.
+std::size_t whole_size(std::string_view text) {
+    constexpr std::size_t TAIL_MAX = 3; // bytes after the first one of a character
+    std::size_t tail = 0;
+    while (tail < std::min(TAIL_MAX, text.size()) && (as_byte(text[text.size() - tail - 1]) & 0xC0U) == 0x80)
+        ++tail;
+    if (tail == text.size())
+        return text.size();
+    const unsigned char lead = as_byte(text[text.size() - tail - 1]);
+    const std::size_t whole_tail = lead >= 0xF0 ? 3 : (lead >= 0xE0 ? 2 : (lead >= 0xC0 ? 1 : 0));
+    return tail < whole_tail ? text.size() - tail - 1 : text.size();
+}
+
 template <std::size_t N>
 void append_arguments(BoundedText<N>& text, const char* format, std::va_list arguments) {
     char piece[2048];
     // The analyzer does not follow a list of arguments through a call.
     std::vsnprintf(piece, sizeof piece, format, arguments); // NOLINT(clang-analyzer-valist.Uninitialized)
     text.append(piece);
+    text.shorten(whole_size(text)); // what is too long is cut, here or by the text
 }
 
 template <std::size_t N>

@@ -51,8 +51,10 @@ std::string printable_lines(std::string_view text) {
     constexpr std::string_view BREAK = "\r\n";
     std::string shown;
     for (std::size_t end = 0; (end = text.find(BREAK)) != std::string_view::npos;
-         text.remove_prefix(end + BREAK.size()))
-        shown += printable(text.substr(0, end)) + "\n";
+         text.remove_prefix(end + BREAK.size())) {
+        const bool has_own = end > 0 && text[end - 1] == '\r'; // the quoted end of a line may have one, too
+        shown += printable(text.substr(0, has_own ? end - 1 : end)) + "\n";
+    }
     return shown + printable(text);
 }
 

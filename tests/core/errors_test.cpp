@@ -1,6 +1,8 @@
 // The error report: the text on the display, the detail with its location block, and the state that follows.
 #include "core/errors.h"
 
+#include "core/listing.h"
+#include "shell/encoding.h"
 #include "tests/support/evaluation.h"
 #include "tests/support/scripts.h"
 
@@ -57,6 +59,17 @@ TEST_F(Errors, TheDetailEndsWithItsPlace) {
     for (const auto& [lines, detail] : rows) {
         run_area_2(lines);
         EXPECT_EQ(m.error_detail.view(), detail) << lines;
+    }
+}
+
+TEST_F(Errors, ALongPathIsCutBetweenCharacters) {
+    for (const int length : {0, 1, 2, 3}) {
+        std::string path(static_cast<std::size_t>(length), 'a');
+        for (int i = 0; i < 1000; ++i)
+            path += "日";
+        load_listing(m, path);
+        EXPECT_GT(m.system_message.size(), 2000U);
+        EXPECT_TRUE(is_valid_utf8(m.system_message)) << length;
     }
 }
 

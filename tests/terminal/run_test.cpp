@@ -112,9 +112,9 @@ TEST(Run, PrintsWhatIsShown) {
 }
 
 TEST(Run, TellsErrorsOfTheProgram) {
-    const Outcome outcome = run_text("[P0]\n10 PRINT 1/3\n20 A=2:PRINT A*3\n30 PRINT 1/0\n");
+    const Outcome outcome = run_text("[P0]\r\n10 PRINT 1/3\r\n20 A=2:PRINT A*3\r\n30 PRINT 1/0:END\r\n");
     EXPECT_EQ(told(outcome), " 0.3333333333| 6|(1)ERR3 P0-30");
-    EXPECT_EQ(outcome.err.find('\r'), std::string::npos);
+    EXPECT_NE(outcome.err.find("\n:::::END\n"), std::string::npos) << outcome.err;
 
     const TemporaryFile catalogue("[SYSTEM]\nM_004=\x96\xA2\x92\xE8\x8B\x60\n[DLG_ERRINFO]\nM_001=where\nM_005=text\n");
     const Outcome detailed = run_text("[P0]\n10 PRINT \"AB\";:HELLO \"\\pi\xB1\"\n", {"--catalogue", catalogue.path});
