@@ -4,6 +4,8 @@
 #include <csignal>
 
 int main(int argc, char** argv) {
-    std::signal(SIGPIPE, SIG_IGN); // a closed pipe shows where output is written
+    // A closed pipe and a file at its limit show where output is written.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     return quillon::run_command_line(argc, argv);
 }

@@ -134,15 +134,17 @@ void stop_program(Play& play) {
 
 void take_key(Play& play, const TerminalInput& input) {
     constexpr int VIRTUAL_KEY_ESCAPE = 27;
+    play.changed = true;
+    if (input.kind == TerminalInput::RESIZE)
+        return;
     if (!play.messages.empty())
         play.messages.pop_front();
-    play.changed = true;
     switch (input.kind) {
     case TerminalInput::LEAVE: play.leaving = true; return;
     case TerminalInput::STOP: return stop_program(play);
     case TerminalInput::PREFIX: play.level = next_level(play.level); return;
     case TerminalInput::REDRAW: ::clearok(::curscr, true); return;
-    case TerminalInput::RESIZE: return;
+    case TerminalInput::RESIZE:
     case TerminalInput::NOTHING: return;
     case TerminalInput::KEY: break;
     }
@@ -181,6 +183,10 @@ Clock::time_point next_tick(const Play& play) {
 void play_on(Play& play) {
     Clock::time_point tick_due = next_tick(play);
     while (!play.leaving && signal_to_leave() == 0) {
+        if (take_size_change()) {
+            fit_screen();
+            play.changed = true;
+        }
         draw(play);
         const bool announced = wait_for_key(play, tick_due);
         take_keys(play, announced);
@@ -200,10 +206,12 @@ struct DeleteScreen {
 
 /// Draws and listens until the end; false when the terminal cannot be drawn on.
 bool play_on_screen(Play& play) {
+    ::use_env(false); // the screen's size is ours to choose
     const std::unique_ptr<SCREEN, DeleteScreen> screen(::newterm(nullptr, stdout, stdin));
     if (screen == nullptr)
         return false;
     note_screen_sequences();
+    fit_screen();
     prepare_terminal_input();
     set_lcd_colours(play.simulator);
     play_on(play);

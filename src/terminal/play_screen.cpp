@@ -9,6 +9,8 @@
 
 #define NCURSES_NOMACROS
 #include <curses.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
 
 #include <algorithm>
 
@@ -81,6 +83,14 @@ bool shows_line(const Machine& m) {
 }
 
 } // namespace
+
+void fit_screen() {
+    constexpr int ROWS_MAX = 200; // curses keeps every cell of a screen several times
+    constexpr int COLUMNS_MAX = 500;
+    winsize size{};
+    if (::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_row > 0 && size.ws_col > 0)
+        ::resizeterm(std::min<int>(size.ws_row, ROWS_MAX), std::min<int>(size.ws_col, COLUMNS_MAX));
+}
 
 void set_lcd_colours(const Simulator& s) {
     if (!::has_colors())

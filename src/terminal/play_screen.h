@@ -17,6 +17,10 @@ struct ScreenTexts {
     bool utf8 = false;
 };
 
+/// Gives the screen the size of the terminal, up to one that is far more than it needs. Curses itself takes any size
+/// that a terminal claims to have: it is not to ask (`use_env`) before the screen is set up.
+void fit_screen();
+
 /// Chooses the colours of the LCD, where the terminal has any.
 void set_lcd_colours(const Simulator& s);
 

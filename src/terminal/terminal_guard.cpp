@@ -11,14 +11,17 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <iterator>
 
 namespace quillon {
 namespace {
 
-constexpr int LEAVING_SIGNALS[] = {SIGHUP, SIGINT, SIGQUIT, SIGTERM};
 constexpr int CRASH_SIGNALS[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGSYS, SIGTRAP};
+
+/// Signals that end no program, that cannot be watched, or that are curses' own business.
+constexpr int OTHER_SIGNALS[] = {SIGKILL, SIGSTOP, SIGCHLD, SIGCONT, SIGURG, SIGWINCH, SIGTSTP, SIGTTIN, SIGTTOU};
 
 /// All that the handlers touch. There is one terminal, and handlers have no argument to find it by.
 struct Guard {
@@ -26,15 +29,17 @@ struct Guard {
     termios modes{};
     std::array<char, 512> sequences{};
     std::size_t sequences_size = 0;
-    struct sigaction old_leaving[std::size(LEAVING_SIGNALS)];
-    struct sigaction old_crash[std::size(CRASH_SIGNALS)];
+    struct sigaction old_actions[NSIG];
 };
 
 Guard guard;                                      // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 volatile std::sig_atomic_t leaving_signal = 0;    // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+volatile std::sig_atomic_t size_changes = 0;      // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 alignas(16) std::array<char, 65536> signal_stack; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 void on_leaving_signal(int number) { leaving_signal = number; }
+
+void on_size_change(int) { size_changes = 1; }
 
 /// A handler may find the stack used up, so it has one of its own.
 void on_crash_signal(int number) {
@@ -43,25 +48,26 @@ void on_crash_signal(int number) {
         static_cast<void>(!::write(STDOUT_FILENO, guard.sequences.data(), guard.sequences_size));
         ::tcsetattr(STDIN_FILENO, TCSANOW, &guard.modes);
     }
-    for (std::size_t i = 0; i < std::size(CRASH_SIGNALS); ++i) {
-        if (CRASH_SIGNALS[i] == number)
-            ::sigaction(number, &guard.old_crash[i], nullptr);
-    }
+    ::sigaction(number, &guard.old_actions[number], nullptr);
     // Back at the fault it is raised again; one that was sent is not, and so by hand.
     ::raise(number);
 }
 
-template <std::size_t N>
-void watch(const int (&signals)[N], void (*handler)(int), int flags, struct sigaction (&old)[N]) {
+/// Whether a signal is one of those that end a program, other than by a crash: all that the system has, save for a few.
+bool is_leaving_signal(int number) {
+    return std::ranges::find(CRASH_SIGNALS, number) == std::end(CRASH_SIGNALS) &&
+           std::ranges::find(OTHER_SIGNALS, number) == std::end(OTHER_SIGNALS);
+}
+
+void watch(int number, void (*handler)(int), int flags) {
     struct sigaction action {};
     action.sa_handler = handler;
     action.sa_flags = flags;
     ::sigemptyset(&action.sa_mask);
-    for (std::size_t i = 0; i < N; ++i) {
-        ::sigaction(signals[i], nullptr, &old[i]);
-        if (old[i].sa_handler != SIG_IGN) // nohup
-            ::sigaction(signals[i], &action, nullptr);
-    }
+    struct sigaction& old = guard.old_actions[number];
+    const bool known = ::sigaction(number, nullptr, &old) == 0; // the C library keeps some for itself
+    if (known && old.sa_handler != SIG_IGN)                     // nohup
+        ::sigaction(number, &action, nullptr);
 }
 
 /// Appends a sequence without the delays that terminfo may have in it ("$<5>").
@@ -99,8 +105,13 @@ bool guard_terminal() {
     stack.ss_size = signal_stack.size();
     ::sigaltstack(&stack, nullptr);
     guard.active = true;
-    watch(LEAVING_SIGNALS, on_leaving_signal, 0, guard.old_leaving);
-    watch(CRASH_SIGNALS, on_crash_signal, SA_ONSTACK | SA_NODEFER, guard.old_crash);
+    for (int number = 1; number < NSIG; ++number) {
+        if (is_leaving_signal(number))
+            watch(number, on_leaving_signal, 0);
+    }
+    for (const int number : CRASH_SIGNALS)
+        watch(number, on_crash_signal, SA_ONSTACK | SA_NODEFER);
+    watch(SIGWINCH, on_size_change, 0);
     return true;
 }
 
@@ -112,15 +123,23 @@ void note_screen_sequences() {
 
 int signal_to_leave() { return leaving_signal; }
 
+bool take_size_change() {
+    const bool changed = size_changes != 0;
+    size_changes = 0;
+    return changed;
+}
+
 void release_terminal() {
     if (!guard.active)
         return;
     guard.active = false;
     ::tcsetattr(STDIN_FILENO, TCSADRAIN, &guard.modes);
-    for (std::size_t i = 0; i < std::size(LEAVING_SIGNALS); ++i)
-        ::sigaction(LEAVING_SIGNALS[i], &guard.old_leaving[i], nullptr);
-    for (std::size_t i = 0; i < std::size(CRASH_SIGNALS); ++i)
-        ::sigaction(CRASH_SIGNALS[i], &guard.old_crash[i], nullptr);
+    for (int number = 1; number < NSIG; ++number) {
+        if (is_leaving_signal(number))
+            ::sigaction(number, &guard.old_actions[number], nullptr);
+    }
+    for (const int number : CRASH_SIGNALS)
+        ::sigaction(number, &guard.old_actions[number], nullptr);
 }
 
 } // namespace quillon

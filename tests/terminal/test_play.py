@@ -1,11 +1,16 @@
 """`quillon-cli play` in a terminal: what it shows, what keys do, and that the terminal is as it was afterwards."""
 
+import fcntl
 import os
+import pty
 import re
+import select
 import shlex
 import signal
+import struct
 import subprocess
 import tempfile
+import termios
 import time
 import unittest
 from pathlib import Path
@@ -77,6 +82,55 @@ class Session:
         raise AssertionError("the screen never came to this:\n" + "\n".join(self.lines()))
 
 
+class Terminal:
+    """A program in a terminal that nobody draws: of any size, and fed as fast as it takes."""
+
+    def __init__(self, command: list, size: tuple = (24, 80)):
+        self.folder = tempfile.TemporaryDirectory()
+        self.pid, self.fd = pty.fork()
+        if self.pid == 0:
+            try:
+                fcntl.ioctl(0, termios.TIOCSWINSZ, struct.pack("4H", *size, 0, 0))
+                os.execve(command[0], command, {**os.environ, "TERM": "xterm-256color", "LC_ALL": "C.UTF-8",
+                                                "XDG_CONFIG_HOME": self.folder.name})
+            finally:
+                os._exit(127)
+
+    def close(self) -> None:
+        os.close(self.fd)
+        self.folder.cleanup()
+
+    def resize(self, size: tuple) -> None:
+        fcntl.ioctl(self.fd, termios.TIOCSWINSZ, struct.pack("4H", *size, 0, 0))
+
+    def read(self) -> bytes:
+        """What comes next; nothing when the program has ended."""
+        if not select.select([self.fd], [], [], PATIENCE)[0]:
+            os.kill(self.pid, signal.SIGKILL)
+            raise AssertionError("the program shows nothing more")
+        try:
+            return os.read(self.fd, 65536)
+        except OSError:
+            return b""
+
+    def shown(self, text: bytes) -> None:
+        """Waits until a text comes."""
+        read = b""
+        while text not in read:
+            more = self.read()
+            read += more
+            if not more:
+                raise AssertionError(f"it ended with {read[-200:]!r}")
+
+    def write(self, keys: bytes) -> None:
+        os.write(self.fd, keys)
+
+    def status(self) -> int:
+        while self.read():
+            pass
+        return os.waitstatus_to_exitcode(os.waitpid(self.pid, 0)[1])
+
+
 class Play(unittest.TestCase):
     def setUp(self):
         self.folder = tempfile.TemporaryDirectory()
@@ -122,6 +176,17 @@ class Play(unittest.TestCase):
             session.tmux("resize-window", "-x", size[0], "-y", size[1])
             session.wait_for(lambda lines: [line.strip() for line in lines[first:first + len(shown)]] == shown)
 
+    def test_sizes_that_no_screen_has(self):
+        for at_start, later in (((65535, 65535), (24, 80)), ((0, 0), (65535, 65535))):
+            with self.subTest(at_start):
+                terminal = Terminal([CLI, "play", "--no-save", self.listing], at_start)
+                self.addCleanup(terminal.close)
+                terminal.shown(b"Q leave")
+                terminal.resize(later)
+                terminal.shown(b"Q leave")
+                terminal.write(b"\x11")
+                self.assertEqual(terminal.status(), 0)
+
     def test_levels(self):
         session = self.play(self.listing, columns=70, rows=6)
         # a letter with Shift is a small one
@@ -131,12 +196,14 @@ class Play(unittest.TestCase):
 
     def test_end_by_signal(self):
         # A crash and a request: the terminal is in order, and the shell sees the signal.
-        for number in (signal.SIGTERM, signal.SIGHUP, signal.SIGSEGV, signal.SIGABRT):
+        crashes = (signal.SIGSEGV, signal.SIGABRT)
+        for number in (*crashes, signal.SIGTERM, signal.SIGHUP, signal.SIGALRM, signal.SIGUSR1, signal.SIGXCPU,
+                       signal.SIGRTMAX):
             with self.subTest(number):
                 session = self.play(self.listing)
                 children = Path("/proc", session.asks("pane_pid"), "task", session.asks("pane_pid"), "children")
                 os.kill(int(children.read_text().split()[0]), number)
-                if number in (signal.SIGTERM, signal.SIGHUP):
+                if number not in crashes:
                     self.check_restored(session, 128 + number)
                 else:  # under a sanitizer a crash has a report, and a status of its own
                     session.shown("status ")
