@@ -4,7 +4,7 @@
 _quillon_cli_options() {
     case $1 in
         "") printf '%s\n' -h --help --version ;;
-        play) printf '%s\n' -h --help --catalogue --no-save --bell ;;
+        play) printf '%s\n' -h --help --catalogue --no-save --text --bell ;;
         run) printf '%s\n' -h --help --page --max-ticks --seed --keys --echo --settings --values --catalogue ;;
         check) printf '%s\n' -h --help --json ;;
         drive) printf '%s\n' -h --help ;;

@@ -27,11 +27,6 @@ void key_up(KeyQueue& queue, int key) { std::erase(queue.down_keys, key); }
 bool error_holds(const Machine& m) { return m.error_code != ERROR_NONE && m.error_code != ERROR_INPUT; }
 bool tone_holds(const Machine& m) { return m.sound_holds_run != 0; }
 
-/// Keys that act at once, or that lead out of where the machine is: nothing may hold them up.
-bool is_urgent(const KeyEvent& event) {
-    return event.kind == KeyEvent::Kind::DOWN && (acts_at_once(event.key) || event.key == VIRTUAL_KEY_HOME);
-}
-
 bool equals_last(const KeyQueue& queue, const KeyEvent& event) {
     return !event.auto_repeat && queue.last_down && same_key(*queue.last_down, event);
 }
@@ -72,6 +67,10 @@ bool is_or_will_be_down(const KeyQueue& queue, int key) {
 }
 
 } // namespace
+
+bool is_urgent(const KeyEvent& event) {
+    return event.kind == KeyEvent::Kind::DOWN && (acts_at_once(event.key) || event.key == VIRTUAL_KEY_HOME);
+}
 
 void push_key_event(KeyQueue& queue, const KeyEvent& event) {
     const bool has_room = queue.events.size() < (is_urgent(event) ? 2 * EVENTS_MAX : EVENTS_MAX);

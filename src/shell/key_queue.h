@@ -42,6 +42,9 @@ struct KeyQueue {
     bool key_in_last_tick = false;     ///< a key was pending during the last tick
 };
 
+/// Whether a key acts at once, or leads out of where the machine is: nothing may hold it up.
+bool is_urgent(const KeyEvent& event);
+
 /// Adds an event. A repeat is dropped while others wait, and so is everything but key-ups and urgent keys when 256
 /// events wait.
 void push_key_event(KeyQueue& queue, const KeyEvent& event);

@@ -47,6 +47,7 @@ void add_play(CLI::App& app, PlayOptions& options) {
     play->add_option("--catalogue", options.catalogue, "Message catalogue (default: that of your language)")
         ->type_name("FILE");
     play->add_flag("--no-save", options.no_save, "Write no settings and no variables at the end");
+    play->add_flag("--text", options.text, "Show the display as a line of text, as screen readers need it");
     play->add_flag("--bell", options.bell, "Ring the terminal's bell for each tone");
     play->footer("F5 runs the program, Ctrl+C stops it, Ctrl+A chooses the level of the next key, Ctrl+Q leaves.\n"
                  "Exit status: 0 left; 2 no terminal to play on, or a wrong command line.");

@@ -43,6 +43,7 @@ struct Play {
     std::deque<std::string> messages; ///< the first one is shown until a key is pressed
     std::string clipboard;            ///< UTF-8
     bool utf8 = false;
+    bool dots = false;
     bool leaving = false;
     bool changed = true;      ///< the screen is to be drawn
     std::string status_shown; ///< the status line as drawn last
@@ -115,14 +116,17 @@ std::string message_of(const Play& play) {
         return play.messages.front();
     const Machine& m = play.simulator.machine;
     const std::string_view detail = m.error_detail.view();
-    return m.error_code != ERROR_NONE ? std::string(detail.substr(0, detail.find_first_of("\r\n"))) : "";
+    if (m.error_code != ERROR_NONE)
+        return std::string(detail.substr(0, detail.find_first_of("\r\n")));
+    const std::size_t dropped = play.typist.dropped;
+    return dropped != 0 ? "Too many keys at once: " + std::to_string(dropped) + " were dropped" : "";
 }
 
 void draw(Play& play) {
     const std::string status = status_text(play.simulator, play.level) + message_of(play);
     if (!play.changed && status == play.status_shown)
         return;
-    draw_screen(play.simulator, {message_of(play), play.level, play.utf8});
+    draw_screen(play.simulator, {message_of(play), play.level, play.utf8, play.dots});
     play.status_shown = status;
     play.changed = false;
 }
@@ -156,14 +160,19 @@ void take_key(Play& play, const TerminalInput& input) {
         type_key(play.typist, *event);
 }
 
-/// Reads all keys that are there. A terminal that says it has some, and never has, is gone.
+/// Reads the keys that are there, but no more than a few hundred, so that keys that pour in hold up nothing else. A
+/// terminal that says it has some, and never has, is gone.
 void take_keys(Play& play, bool announced) {
-    bool any = false;
-    for (auto input = read_terminal(); input && !play.leaving; input = read_terminal()) {
+    constexpr int AT_ONCE_MAX = 500;
+    int taken = 0;
+    while (taken < AT_ONCE_MAX && !play.leaving) {
+        const auto input = read_terminal();
+        if (!input)
+            break;
         take_key(play, *input);
-        any = true;
+        ++taken;
     }
-    play.leaving = play.leaving || (announced && !any && ::isatty(STDIN_FILENO) == 0);
+    play.leaving = play.leaving || (announced && taken == 0 && ::isatty(STDIN_FILENO) == 0);
 }
 
 /// Sleeps until a key comes or the time has passed; true when the terminal has something to read.
@@ -237,6 +246,7 @@ int play(const PlayOptions& options) {
     }
     const auto state = std::make_unique<Play>();
     state->utf8 = choose_encoding();
+    state->dots = !options.text;
     start(*state, options);
     const bool drawn = play_on_screen(*state);
     release_terminal();

@@ -10,6 +10,7 @@ struct PlayOptions {
     std::string listing;   ///< to be opened; empty for that of the last time
     std::string catalogue; ///< a message catalogue file; empty for that of the user's language
     bool no_save = false;  ///< write neither settings nor variables
+    bool text = false;     ///< show the display as a line of text
     bool bell = false;     ///< ring the terminal's bell for tones
 };
 

@@ -11,7 +11,7 @@
 namespace quillon {
 namespace {
 
-constexpr std::size_t WAITING_MAX = 256;
+constexpr std::size_t WAITING_MAX = 65536; ///< hours of typing; more is no text that anybody pasted
 
 bool is_letter(char c) { return to_lower(c) >= 'a' && to_lower(c) <= 'z'; }
 
@@ -69,11 +69,24 @@ void release_key(Typist& typist, Simulator& s) {
     clear_key(s.machine);
 }
 
+/// While a tone holds the machine, a key that acts at once overtakes those that wait for its end.
+void let_urgent_key_through(Typist& typist, Simulator& s) {
+    const auto urgent = std::ranges::find_if(typist.waiting, is_urgent);
+    if (s.machine.sound_holds_run == 0 || urgent == typist.waiting.end())
+        return;
+    typist.waiting.erase(typist.waiting.begin(), urgent);
+    if (typist.down)
+        release_key(typist, s);
+}
+
 void press_next(Typist& typist, Simulator& s) {
+    let_urgent_key_through(typist, s);
     if (typist.down || typist.waiting.empty())
         return;
     typist.down = typist.waiting.front();
     typist.waiting.pop_front();
+    if (typist.waiting.empty())
+        typist.dropped = 0; // the message about them has been up for long
     typist.ticks_down = 0;
     typist.read = false;
     push_key_event(s.keys, *typist.down);
@@ -124,10 +137,13 @@ std::string_view level_name(KeyLevel level) {
 void type_key(Typist& typist, const KeyEvent& event) {
     if (typist.waiting.size() < WAITING_MAX)
         typist.waiting.push_back(event);
+    else
+        ++typist.dropped;
 }
 
 void drop_typed_keys(Typist& typist, Simulator& s) {
     typist.waiting.clear();
+    typist.dropped = 0;
     if (typist.down)
         release_key(typist, s);
 }

@@ -36,10 +36,11 @@ struct Typist {
     std::deque<KeyEvent> waiting;
     std::optional<KeyEvent> down; ///< the key that counts as down
     int ticks_down = 0;
-    bool read = false; ///< KEY$ has seen it
+    bool read = false;       ///< KEY$ has seen it
+    std::size_t dropped = 0; ///< keys that came when too many waited
 };
 
-/// Takes a key; nothing when too many wait.
+/// Takes a key, unless tens of thousands wait.
 void type_key(Typist& typist, const KeyEvent& event);
 
 /// All keys come up, and those that wait are forgotten.

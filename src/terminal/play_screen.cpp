@@ -6,6 +6,7 @@
 #include "shell/simulator.h"
 #include "terminal/lcd_cells.h"
 #include "terminal/play_keys.h"
+#include "terminal/wrapped_text.h"
 
 #define NCURSES_NOMACROS
 #include <curses.h>
@@ -67,6 +68,16 @@ void draw_blocks(const LcdPicture& picture, int row) {
     put_line(row + 1, 0, blank, lcd_attributes());
 }
 
+/// Writes a message on one row, or on as many as it takes where there are more; returns the row below it.
+int draw_message(const std::string& message, int row) {
+    const int end = std::max(LINES - 1, row + 1); // the status is below
+    for (const std::string& line : wrap_text(message, COLS)) {
+        if (row < end)
+            put_line(row++, 0, line, A_BOLD);
+    }
+    return row;
+}
+
 std::string indicators_text(const LcdPicture& picture) {
     std::string text;
     for (const std::string_view name : lit_indicators(picture))
@@ -120,18 +131,20 @@ std::string status_text(const Simulator& s, KeyLevel level) {
 void draw_screen(const Simulator& s, const ScreenTexts& texts) {
     ::werase(::stdscr);
     int row = 0;
-    const bool blocks = texts.utf8 && has_room_for_blocks();
+    const bool blocks = texts.dots && texts.utf8 && has_room_for_blocks();
     const bool all_rows = LINES > OTHER_ROWS; // else the LCD and the status come first
     if (all_rows)
         put_line(row++, 0, indicators_text(s.lcd), A_NORMAL);
+    const int lcd_row = row;
     if (blocks)
         draw_blocks(s.lcd, row);
     else
         put_line(row, 0, lcd_text(s.lcd, texts.utf8), lcd_attributes());
     row += blocks ? LCD_ROWS : 1;
     if (all_rows)
-        put_line(row++, 0, showable(texts.message, texts.utf8), A_BOLD);
+        row = draw_message(showable(texts.message, texts.utf8), row);
     put_line(row, 0, status_text(s, texts.level), LINES > 1 ? A_REVERSE : A_NORMAL);
+    ::wmove(::stdscr, lcd_row, 0); // where a screen reader looks
     ::touchwin(::stdscr);
     ::wrefresh(::stdscr);
 }

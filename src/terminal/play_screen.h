@@ -1,5 +1,5 @@
-// The screen of `play`: the LCD in half blocks, or as a line of text where there is no room for them or the terminal
-// has no UTF-8; the indicators, a message, and a status line.
+// The screen of `play`: the LCD in half blocks, or as a line of text where that is wanted, where there is no room for
+// them or the terminal has no UTF-8; the indicators, a message, and a status line.
 #pragma once
 
 #include "keys/key_tables.h"
@@ -14,7 +14,8 @@ struct Simulator;
 struct ScreenTexts {
     std::string message; ///< UTF-8; empty for none
     KeyLevel level = LEVEL_NONE;
-    bool utf8 = false;
+    bool utf8 = false; ///< the terminal draws it
+    bool dots = false; ///< the LCD is drawn from its dots where there is room for them
 };
 
 /// Gives the screen the size of the terminal, up to one that is far more than it needs. Curses itself takes any size

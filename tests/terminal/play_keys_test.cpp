@@ -4,14 +4,20 @@
 
 #include "terminal/lcd_cells.h"
 #include "terminal/play_keys.h"
+#include "terminal/wrapped_text.h"
 
 #include "core/charset.h"
 #include "shell/skins.h"
 
 #include <gtest/gtest.h>
 
+#include <clocale>
+#include <tuple>
+
 namespace quillon::testing {
 namespace {
+
+constexpr int VIRTUAL_KEY_OVERDRIVE = 114; // F3
 
 /// What a key types in command mode, with special characters as their escapes.
 std::string typed(const TypedKey& key, KeyLevel level, bool ascii_mode) {
@@ -80,6 +86,42 @@ TEST(PlayKeys, KeepTheirOrder) {
     Playing t("INPUT A,B\nGOTO 20", "12\r34\r");
     t.tick_with_keys(45);
     EXPECT_EQ(t.m.variables[0].number * 100 + t.m.variables[1].number, 1234);
+}
+
+/// Pasted text waits, far more than anybody types ahead; what is too much is counted.
+TEST(PlayKeys, WaitInGreatNumbers) {
+    Playing t("INPUT A", std::string(70'000, 'x'));
+    EXPECT_EQ(t.typist.waiting.size() + t.typist.dropped, 70'000U);
+    EXPECT_GE(t.typist.waiting.size(), 50'000U);
+    t.typist.waiting.resize(1);
+    t.tick_with_keys(5);
+    EXPECT_EQ(t.typist.dropped, 0U) << "all that waited have been used";
+}
+
+/// A tone takes no keys but those that act at once: they overtake.
+TEST(PlayKeys, AreNotHeldUpByATone) {
+    Playing t("BEEPS 4,9,10000:BEEPWAIT\nGOTO 20", "xy");
+    t.tick_with_keys(3);
+    type_key(t.typist, *key_event_for({.virtual_key = VIRTUAL_KEY_OVERDRIVE}, LEVEL_NONE, true));
+    t.tick_with_keys(3);
+    EXPECT_EQ(t.m.overdrive, 1);
+    EXPECT_NE(t.m.sound_ticks_left, 0);
+}
+
+TEST(WrappedText, BreaksAtBlanksAndBesideWideCharacters) {
+    ASSERT_NE(std::setlocale(LC_CTYPE, "C.UTF-8"), nullptr);
+    const std::tuple<const char*, int, std::vector<std::string>> rows[] = {
+        {"", 5, {""}},
+        {"one two three", 7, {"one two", "three"}},
+        {"one two  three", 8, {"one two", "three"}},
+        {"no abcdefghij", 4, {"no", "abcd", "efgh", "ij"}},
+        {"日本語です", 5, {"日本", "語で", "す"}},
+        {"日本語 ab", 1, {"日", "本", "語", "a", "b"}},
+        {"a\xC3", 1, {"a", "\xC3"}},
+    };
+    for (const auto& [text, columns, lines] : rows)
+        EXPECT_EQ(wrap_text(text, columns), lines) << text;
+    std::setlocale(LC_CTYPE, "C");
 }
 
 TEST(LcdCells, ShowDotsAndText) {

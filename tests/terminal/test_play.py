@@ -11,6 +11,7 @@ import struct
 import subprocess
 import tempfile
 import termios
+import threading
 import time
 import unittest
 from pathlib import Path
@@ -85,8 +86,10 @@ class Session:
 class Terminal:
     """A program in a terminal that nobody draws: of any size, and fed as fast as it takes."""
 
-    def __init__(self, command: list, size: tuple = (24, 80)):
+    def __init__(self, command: list, size: tuple = (24, 80), settings: str = ""):
         self.folder = tempfile.TemporaryDirectory()
+        Path(self.folder.name, "quillon").mkdir()
+        Path(self.folder.name, "quillon", "QZ740.ini").write_text(settings, encoding="ascii")
         self.pid, self.fd = pty.fork()
         if self.pid == 0:
             try:
@@ -116,11 +119,21 @@ class Terminal:
     def shown(self, text: bytes) -> None:
         """Waits until a text comes."""
         read = b""
+        deadline = time.monotonic() + PATIENCE
         while text not in read:
             more = self.read()
             read += more
-            if not more:
-                raise AssertionError(f"it ended with {read[-200:]!r}")
+            if not more or time.monotonic() > deadline:
+                raise AssertionError(f"it showed {read[-200:]!r}")
+
+    def pour(self, keys: bytes, enough: threading.Event) -> threading.Thread:
+        """Sends the same keys as fast as they are taken, until it is enough."""
+        def send():
+            while not enough.is_set():
+                os.write(self.fd, keys)
+        thread = threading.Thread(target=send)
+        thread.start()
+        return thread
 
     def write(self, keys: bytes) -> None:
         os.write(self.fd, keys)
@@ -151,7 +164,8 @@ class Play(unittest.TestCase):
         return session
 
     def test_a_listing_in_text(self):
-        for terminal in ({"columns": 60, "rows": 10}, {"columns": 100, "rows": 24, "locale": "C"}):
+        for terminal in ({"columns": 60, "rows": 10}, {"columns": 100, "rows": 24, "locale": "C"},
+                         {"columns": 100, "rows": 24, "options": "--no-save --text"}):
             with self.subTest(terminal):
                 session = self.play(self.listing, **terminal)
                 self.assertIn("WRT  DEG", session.shown("P _123456789")[0])
@@ -176,6 +190,12 @@ class Play(unittest.TestCase):
             session.tmux("resize-window", "-x", size[0], "-y", size[1])
             session.wait_for(lambda lines: [line.strip() for line in lines[first:first + len(shown)]] == shown)
 
+    def test_a_long_message(self):
+        listing = self.write("faulty.bas", "[P0]\n10 A=1\nA=2\n")
+        for rows, shown in ((12, "must be [P0] to [P9]:3 LINE P0  30 ms"), (5, "must be [P0] P0  30 ms")):
+            with self.subTest(rows):
+                self.assertIn(shown, " ".join(self.play(listing, columns=40, rows=rows).lines()))
+
     def test_sizes_that_no_screen_has(self):
         for at_start, later in (((65535, 65535), (24, 80)), ((0, 0), (65535, 65535))):
             with self.subTest(at_start):
@@ -186,6 +206,23 @@ class Play(unittest.TestCase):
                 terminal.shown(b"Q leave")
                 terminal.write(b"\x11")
                 self.assertEqual(terminal.status(), 0)
+
+    def test_input_without_end(self):
+        """Keys that pour in hold up neither the program nor the screen, nor the key that leaves."""
+        listing = self.write("done.bas", '[P0]\n10 FOR I=1 TO 300:NEXT I\n20 PRINT "DONE"\n')
+        terminal = Terminal([CLI, "play", "--no-save", "--text", listing], settings="[QZS]\nTIMER=1\n")
+        self.addCleanup(terminal.close)
+        terminal.shown(b"Q leave")
+        terminal.write(b"\x1b[15~")  # F5
+        enough = threading.Event()
+        poured = terminal.pour(b"x" * 65536, enough)
+        try:
+            terminal.shown(b"DONE")
+        finally:
+            enough.set()
+        poured.join()
+        terminal.write(b"\x11")
+        self.assertEqual(terminal.status(), 0)
 
     def test_levels(self):
         session = self.play(self.listing, columns=70, rows=6)
