@@ -3,13 +3,15 @@
 import json
 import os
 import re
+import struct
+import subprocess
 import tempfile
 import unittest
 from functools import lru_cache
 from pathlib import Path
 
 from fenced_blocks import BadExample, Example, read_examples
-from machine import ROOT, Drive, hold_conversation, run_listing, with_header
+from machine import ROOT, Drive, command, hold_conversation, run_listing, with_header
 
 
 def shown_by(example: Example) -> list:
@@ -106,6 +108,15 @@ def found_in(path: str, pattern: str, least: int = 1) -> list:
     return found
 
 
+class Paragraphs(unittest.TestCase):
+    def test_begin_at_their_beginning(self):
+        """A paragraph begins like a sentence, unless it goes on with what stands before a block of code."""
+        for path in sorted(ROOT.glob("docs/*.md")):
+            text = re.sub(r"(?ms)^```.*?^```$", "```", path.read_text(encoding="utf-8"))
+            with self.subTest(path.name):
+                self.assertEqual(re.findall(r"(?m)(?<!```\n\n)(?<=\n\n)[a-z].*$", text), [])
+
+
 class Completeness(unittest.TestCase):
     """Nothing that the program knows is missing from the documents, and they name nothing else."""
 
@@ -126,6 +137,22 @@ class Completeness(unittest.TestCase):
         self.assertGreater(len(texts), 30)
         described = (ROOT / "docs" / "errors.md").read_text(encoding="utf-8")
         self.assertEqual([text for text in texts if f"| {text} |" not in described], [])
+
+    def test_messages_about_skins(self):
+        header = struct.pack("<2sIII IiiHHIIIIII", b"BM", 0, 0, 1078, 40, 512, 480, 1, 8, 0, 0, 0, 0, 256, 0)
+        page = (ROOT / "docs" / "skins.md").read_text(encoding="utf-8")
+        for remark, words, skin in [
+                ("(not BMP)", "another format", b"GIF89a" + header[6:]), ("(not BMP)", "cut", header[:40]),
+                ("nothing in parentheses", "cut", header + bytes(5000)),
+                ("nothing in parentheses", "compressed", header[:30] + b"\1" + header[31:] + bytes(300_000)),
+                ("(not 256color)", "24 or 32", header[:28] + b"\x18" + header[29:]),
+                ("(not not 512x480)", "top down", header[:22] + struct.pack("<i", -480) + header[26:])]:
+            with self.subTest(remark=remark, words=words), tempfile.TemporaryDirectory() as folder:
+                Path(folder, "S.BMP").write_bytes(skin)
+                Path(folder, "s.bas").write_text('[P0]\n10 GLOAD "S.BMP"\n', encoding="ascii")
+                said = subprocess.run(command("run", Path(folder, "s.bas")), capture_output=True, text=True, check=True)
+                self.assertEqual((re.findall(r"\(.*\)", said.stderr) + ["nothing in parentheses"])[0], remark)
+                self.assertRegex(page, rf"(?m)^\| {re.escape(remark)} \| .*{words}")
 
     def test_settings(self):
         keys = found_in("src/shell/settings.cpp", r'^    \{"(\w+) ?= ', 20)
