@@ -71,7 +71,7 @@ void release_key(Typist& typist, Simulator& s) {
 
 /// While a tone holds the machine, a key that acts at once overtakes those that wait for its end.
 void let_urgent_key_through(Typist& typist, Simulator& s) {
-    const auto urgent = std::ranges::find_if(typist.waiting, is_urgent);
+    const auto urgent = std::find_if(typist.waiting.begin(), typist.waiting.end(), is_urgent);
     if (s.machine.sound_holds_run == 0 || urgent == typist.waiting.end())
         return;
     typist.waiting.erase(typist.waiting.begin(), urgent);

@@ -37,7 +37,7 @@ std::string output_text(std::string_view machine_text) {
 /// A text of the catalogue on one line.
 std::string one_line(std::string_view text) {
     std::string line = printable_lines(text);
-    std::ranges::replace(line, '\n', ' ');
+    std::replace(line.begin(), line.end(), '\n', ' ');
     return line;
 }
 

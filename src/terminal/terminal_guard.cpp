@@ -53,11 +53,13 @@ void on_crash_signal(int number) {
     ::raise(number);
 }
 
-/// Whether a signal is one of those that end a program, other than by a crash: all that the system has, save for a few.
-bool is_leaving_signal(int number) {
-    return std::ranges::find(CRASH_SIGNALS, number) == std::end(CRASH_SIGNALS) &&
-           std::ranges::find(OTHER_SIGNALS, number) == std::end(OTHER_SIGNALS);
+template <std::size_t N>
+bool contains(const int (&signals)[N], int number) {
+    return std::find(std::begin(signals), std::end(signals), number) != std::end(signals);
 }
+
+/// Whether a signal is one of those that end a program, other than by a crash: all that the system has, save for a few.
+bool is_leaving_signal(int number) { return !contains(CRASH_SIGNALS, number) && !contains(OTHER_SIGNALS, number); }
 
 void watch(int number, void (*handler)(int), int flags) {
     struct sigaction action {};
