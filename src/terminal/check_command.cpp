@@ -26,7 +26,7 @@ std::string report_text(const std::string& file, const CheckReport& report) {
 void print_untold(const std::string& file, const CheckReport& report) {
     const std::size_t untold = report.errors + report.warnings - report.findings.size();
     if (untold != 0)
-        print_error(file + ": " + std::to_string(untold) + " more findings are not told");
+        print_error(file + ": " + std::to_string(untold) + " more findings are not listed");
 }
 
 nlohmann::json to_json(const std::string& file, const CheckReport& report) {

@@ -49,8 +49,10 @@ void add_play(CLI::App& app, PlayOptions& options) {
     play->add_flag("--no-save", options.no_save, "Write no settings and no variables at the end");
     play->add_flag("--text", options.text, "Show the display as a line of text, as screen readers need it");
     play->add_flag("--bell", options.bell, "Ring the terminal's bell for each tone");
-    play->footer("F5 runs the program, Ctrl+C stops it, Ctrl+A chooses the level of the next key, Ctrl+Q leaves.\n"
-                 "Exit status: 0 left; 2 no terminal to play on, or a wrong command line.");
+    play->footer(
+        "F5 runs the program, Ctrl+C stops it, Ctrl+A chooses the level of the next key, Ctrl+Q leaves.\n"
+        "Exit status: 0 left; 1 left, but something could not be saved; 2 a wrong command line, a listing that\n"
+        "cannot be opened, or no terminal to play on.");
 }
 
 void add_run_files(CLI::App& run, RunOptions& options) {
@@ -103,13 +105,13 @@ std::string fault_of(const CLI::App& app, const CLI::ParseError& error, const st
     const auto is_named = [&first_word](const CLI::App* command) { return command->get_name() == first_word; };
     if (!app.get_subcommands(is_named).empty())
         return error.what();
-    const std::string name = "\"" + first_word + "\" is not ";
+    const std::string name = "\"" + first_word + "\"";
     std::error_code fault;
     if (first_word[0] == '-')
-        return name + "an option; see quillon-cli --help";
+        return name + " is not an option; see quillon-cli --help";
     if (std::filesystem::path(first_word).has_extension() || std::filesystem::is_regular_file(first_word, fault))
-        return name + "a command; to run a listing: quillon-cli run " + first_word;
-    return name + "a command; the commands are play, run, check and drive";
+        return name + " is not a command; to run a listing: quillon-cli run " + first_word;
+    return name + " is not a command; the commands are play, run, check and drive";
 }
 
 int drive() {
@@ -119,6 +121,10 @@ int drive() {
         const std::optional<std::string> answer = drive_line(session, line);
         if (answer && !write_output(*answer + "\n"))
             break;
+    }
+    if (std::ferror(stdin) != 0) {
+        print_error("cannot read the commands");
+        return BAD_CALL;
     }
     return status_with_output(0);
 }

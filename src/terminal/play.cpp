@@ -2,14 +2,15 @@
 #include "terminal/play.h"
 
 #include "core/charset.h"
-#include "shell/catalogue.h"
 #include "shell/clipboard.h"
 #include "shell/commands.h"
 #include "shell/file_services.h"
 #include "shell/simulator.h"
 #include "shell/startup.h"
+#include "terminal/catalogue_choice.h"
 #include "terminal/play_keys.h"
 #include "terminal/play_screen.h"
+#include "terminal/printing.h"
 #include "terminal/terminal_guard.h"
 #include "terminal/terminal_input.h"
 
@@ -22,18 +23,15 @@
 #include <chrono>
 #include <clocale>
 #include <csignal>
-#include <cstdio>
 #include <cstring>
 #include <deque>
-#include <filesystem>
 #include <memory>
+#include <vector>
 
 namespace quillon {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-constexpr int BAD_CALL = 2;
 
 /// Everything of one play.
 struct Play {
@@ -48,8 +46,6 @@ struct Play {
     bool changed = true;      ///< the screen is to be drawn
     std::string status_shown; ///< the status line as drawn last
 };
-
-void print_error(const char* text) { std::fprintf(stderr, "quillon-cli: %s\n", text); }
 
 /// The machine's texts are UTF-8. Where the user's locale is missing, another one will do for reading and drawing it.
 bool choose_encoding() {
@@ -87,27 +83,22 @@ void connect_host(Play& play, const PlayOptions& options) {
     use_file_services(play.simulator);
 }
 
-MessageCatalogue load_catalogue(const PlayOptions& options, const Environment& environment) {
-    const std::string path =
-        options.catalogue.empty() ? find_catalogue(environment, find_resources(program_folder())) : options.catalogue;
-    return read_catalogue(path).value_or(MessageCatalogue{});
-}
-
-/// Begins as the window does, with what the last one left behind.
-void start(Play& play, const PlayOptions& options) {
+/// Begins as the window does, with what the last one left behind. False, with a message on standard error, when what
+/// was named cannot be read.
+bool start(Play& play, const PlayOptions& options) {
     Simulator& s = play.simulator;
-    const Environment environment = read_environment();
-    s.files = find_data_files(environment, program_folder());
-    s.machine.catalogue = load_catalogue(options, environment);
+    if (!use_catalogue(s.machine, options.catalogue))
+        return false;
+    s.files = find_data_files(read_environment(), program_folder());
+    s.reads_pipes = true;
     connect_host(play, options);
-    play.leaving = !start_simulator(s);
+    play.leaving = !start_simulator(s, options.listing);
     if (options.no_save)
         s.files = {};
-    if (options.listing.empty() || play.leaving)
-        return;
-    std::error_code fault;
-    const auto path = std::filesystem::absolute(options.listing, fault);
-    open_listing(s, fault ? options.listing : path.string());
+    const bool was_read = options.listing.empty() || s.listing_was_read;
+    if (!was_read)
+        print_load_fault(options.listing, s.machine.system_message);
+    return was_read;
 }
 
 /// What the message line shows: a message that waits for a key, or what is wrong with the program.
@@ -227,6 +218,14 @@ bool play_on_screen(Play& play) {
     return true;
 }
 
+/// Saves what is kept; returns whether all of it was.
+bool save(Simulator& s) {
+    const std::vector<std::string> unsaved = shut_down_simulator(s);
+    for (const std::string& path : unsaved)
+        print_error("cannot save " + path);
+    return unsaved.empty();
+}
+
 /// Lets the signal that asked for the end take its usual course now.
 void end_by_signal(int number) {
     if (number != 0)
@@ -238,21 +237,26 @@ void end_by_signal(int number) {
 int play(const PlayOptions& options) {
     if (::isatty(STDIN_FILENO) == 0 || ::isatty(STDOUT_FILENO) == 0) {
         print_error("play needs a terminal for its input and its output; run works without one");
-        return BAD_CALL;
+        return PLAY_BAD_CALL;
     }
-    if (!can_draw_on_terminal() || !guard_terminal()) {
+    if (!can_draw_on_terminal()) {
         print_error("play cannot draw on this terminal: TERM names none that it can place the cursor on");
-        return BAD_CALL;
+        return PLAY_BAD_CALL;
     }
     const auto state = std::make_unique<Play>();
     state->utf8 = choose_encoding();
     state->dots = !options.text;
-    start(*state, options);
-    const bool drawn = play_on_screen(*state);
+    if (!start(*state, options))
+        return PLAY_BAD_CALL;
+    const bool drawn = guard_terminal() && play_on_screen(*state);
     release_terminal();
-    shut_down_simulator(state->simulator);
+    if (!drawn) {
+        print_error("play cannot set up its screen on this terminal");
+        return PLAY_BAD_CALL;
+    }
+    const bool saved = save(state->simulator);
     end_by_signal(signal_to_leave());
-    return drawn ? 0 : BAD_CALL;
+    return saved ? PLAY_LEFT : PLAY_UNSAVED;
 }
 
 } // namespace quillon

@@ -14,8 +14,15 @@ struct PlayOptions {
     bool bell = false;     ///< ring the terminal's bell for tones
 };
 
-/// Plays until it is left. Returns the program's exit status: 0; 2 where standard input and output are no terminal, or
-/// none that can be drawn on. A signal that ends the program does so after the terminal and the files are in order.
+/// How a play ended: the program's exit status.
+enum PlayStatus : int {
+    PLAY_LEFT = 0,
+    PLAY_UNSAVED = 1,  ///< left, but not everything could be saved
+    PLAY_BAD_CALL = 2, ///< no terminal to draw on, a wrong command line, a listing that cannot be opened
+};
+
+/// Plays until it is left, and returns the program's exit status. A signal that ends the program does so after the
+/// terminal and the files are in order.
 int play(const PlayOptions& options);
 
 } // namespace quillon

@@ -58,7 +58,17 @@ std::string printable_lines(std::string_view text) {
     return shown + printable(text);
 }
 
+std::string one_line(std::string_view text) {
+    std::string line = printable_lines(text);
+    std::replace(line.begin(), line.end(), '\n', ' ');
+    return line;
+}
+
 void print_error(std::string_view text) { std::fprintf(stderr, "quillon-cli: %s\n", printable(text).c_str()); }
+
+void print_load_fault(const std::string& path, std::string_view text) {
+    print_error(path + ": the listing does not load: " + one_line(text));
+}
 
 bool write_output(std::string_view text) {
     if (std::ferror(stdout) != 0)

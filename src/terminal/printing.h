@@ -14,8 +14,14 @@ std::string printable(std::string_view text);
 /// The same for a text of the catalogue, whose CR LF are line breaks: line feeds here.
 std::string printable_lines(std::string_view text);
 
+/// The same on one line.
+std::string one_line(std::string_view text);
+
 /// Writes "quillon-cli: TEXT" and a line feed to standard error, the text as one line.
 void print_error(std::string_view text);
+
+/// Says why a listing does not load, in the words of the catalogue.
+void print_load_fault(const std::string& path, std::string_view text);
 
 /// Writes to standard output, at once. False from the first failure on, which is reported on standard error unless it
 /// is only that nobody reads any more.

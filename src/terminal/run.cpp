@@ -5,13 +5,12 @@
 #include "core/errors.h"
 #include "core/listing.h"
 #include "driver/tick.h"
-#include "shell/catalogue.h"
 #include "shell/commands.h"
-#include "shell/places.h"
 #include "shell/saved_values.h"
 #include "shell/settings.h"
 #include "shell/simulator.h"
 #include "statements/input.h"
+#include "terminal/catalogue_choice.h"
 #include "terminal/lines.h"
 #include "terminal/printing.h"
 #include "terminal/shown_lines.h"
@@ -34,13 +33,6 @@ std::string output_text(std::string_view machine_text) {
     return text;
 }
 
-/// A text of the catalogue on one line.
-std::string one_line(std::string_view text) {
-    std::string line = printable_lines(text);
-    std::replace(line.begin(), line.end(), '\n', ' ');
-    return line;
-}
-
 /// Where the program is, as STOP shows it: beyond the last line, there.
 std::string position(const Machine& m) {
     const int last_line = m.areas[static_cast<std::size_t>(m.cur_area)].line_count - 1;
@@ -56,18 +48,6 @@ void print_program_error(const Machine& m) {
 std::uint32_t milliseconds_since_epoch() {
     using namespace std::chrono;
     return static_cast<std::uint32_t>(duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count());
-}
-
-/// Reads the texts: those that were named, else the ones of the user's language, where they are installed.
-bool load_catalogue(Machine& m, const std::string& named) {
-    const std::string path =
-        named.empty() ? find_catalogue(read_environment(), find_resources(program_folder())) : named;
-    auto catalogue = read_catalogue(path);
-    if (catalogue)
-        m.catalogue = std::move(*catalogue);
-    else if (!named.empty())
-        print_error("cannot read the catalogue " + path);
-    return catalogue || named.empty();
 }
 
 bool use_settings(Machine& m, const std::vector<std::string>& assignments) {
@@ -116,7 +96,7 @@ bool load_program(Simulator& s, const std::string& listing) {
     const bool is_file = listing != "-";
     const LoadResult result = is_file ? load_listing(m, listing) : load_standard_input(m);
     if (result != LoadResult::LOADED)
-        print_error(listing + ": the listing does not load: " + one_line(m.system_message));
+        print_load_fault(listing, m.system_message);
     if (is_file)
         s.settings.last_file = listing;
     return result == LoadResult::LOADED;
@@ -125,7 +105,7 @@ bool load_program(Simulator& s, const std::string& listing) {
 /// Puts everything in place and starts the program; false, with a message, when that cannot be.
 bool start_program(Simulator& s, const RunOptions& options) {
     Machine& m = s.machine;
-    if (!load_catalogue(m, options.catalogue) || !use_settings(m, options.settings))
+    if (!use_catalogue(m, options.catalogue) || !use_settings(m, options.settings))
         return false;
     if (!options.values.empty())
         read_saved_values(options.values, m);

@@ -42,6 +42,21 @@ class Help(unittest.TestCase):
             self.assertRegex(help_of(), rf"(?m)^  {command} ")
 
 
+class Sentences(unittest.TestCase):
+    """Whatever quillon-cli says of itself is in the manual and on the man page."""
+
+    def test_documented(self):
+        sources = "".join(path.read_text(encoding="utf-8") for path in sorted((ROOT / "src" / "terminal").glob("*.cpp")))
+        saying = re.findall(r"(?s)(?:print_error|ValidationError)\(.*?\);\n|^std::string fault_of\(.*?^}", sources, re.M)
+        texts = re.findall(r'"((?:[^"\\]|\\.)*)"', "".join(saying))
+        said = {text.strip(' :;"\\') for text in texts if " " in text.strip() and "%" not in text}
+        self.assertGreater(len(said), 15)
+        for page in ("docs/terminal.md", "docs/man/quillon-cli.1.in"):
+            text = re.sub(r"\s+", " ", re.sub(r"(?m)^\.\w+ ", "", (ROOT / page).read_text(encoding="utf-8")))
+            with self.subTest(page):
+                self.assertEqual([words for words in sorted(said) if words not in text], [])
+
+
 class FullDisk(unittest.TestCase):
     """Output that cannot be written is reported, and so is the exit status."""
 

@@ -207,6 +207,24 @@ class Play(unittest.TestCase):
                 terminal.write(b"\x11")
                 self.assertEqual(terminal.status(), 0)
 
+    def test_what_it_cannot_read(self):
+        settings = f"[QZS]\nLASTFILE= {self.listing}\n"
+        for options, said in ((["typo.bas"], b"typo.bas: the listing does not load: The file cannot be opened"),
+                              (["--catalogue", "typo.ini"], b"cannot read the catalogue typo.ini")):
+            with self.subTest(options):
+                terminal = Terminal([CLI, "play", *options], settings=settings)
+                self.addCleanup(terminal.close)
+                terminal.shown(said)
+                self.assertEqual(terminal.status(), 2)
+                kept = Path(terminal.folder.name, "quillon", "QZ740.ini")
+                self.assertEqual(kept.read_text(encoding="ascii"), settings)
+
+    def test_what_it_cannot_save(self):
+        session = self.play(self.listing, "")
+        Path(session.folder.name, "quillon").touch()
+        session.go(("C-q", "status 1"))
+        self.assertIn("quillon-cli: cannot save", " ".join(session.lines()))
+
     def test_input_without_end(self):
         """Keys that pour in hold up neither the program nor the screen, nor the key that leaves."""
         listing = self.write("done.bas", '[P0]\n10 FOR I=1 TO 300:NEXT I\n20 PRINT "DONE"\n')
