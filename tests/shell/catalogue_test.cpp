@@ -1,11 +1,13 @@
 // Message catalogues: keys and line breaks (catalogue.txt), lengths and encodings.
 #include "shell/catalogue.h"
 #include "shell/encoding.h"
+#include "tests/shell/failing_calls.h"
 #include "tests/support/cases_file.h"
 #include "tests/support/temporary_file.h"
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <regex>
 
 namespace quillon::testing {
@@ -37,6 +39,16 @@ TEST(Catalogue, ReadsBothEncodings) {
     };
     for (const auto& [value, text] : rows)
         EXPECT_EQ(text_of("[SYSTEM]\nM_004=" + std::string(value) + "\n"), text);
+}
+
+TEST(Catalogue, ReadsShiftJisWithoutTheCodePage) {
+    const std::pair<const char*, std::string> libraries[] = {{"one other name", "\u30A1\u30BD\\~\uFF71"}, {"none", "??\\~?"}};
+    for (const auto& [names, expected] : libraries) {
+        std::string text;
+        const bool has_none = std::string_view(names) == "none";
+        run_with_fault({1, EINVAL, has_none}, [&] { text = shift_jis_to_utf8("\x83\x40\x83\x5C\\~\xB1"); });
+        EXPECT_EQ(text, expected) << names;
+    }
 }
 
 TEST(Catalogue, ChoosesOneEncodingForTheWholeFile) {

@@ -8,6 +8,7 @@
 #include <cstdarg>
 
 #include <fcntl.h>
+#include <iconv.h>
 #include <sys/ptrace.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -164,5 +165,12 @@ FAILING_CALL(fchmod, NO_ROOM, (int descriptor, mode_t mode), (descriptor, mode))
 FAILING_CALL(stat, NO_ROOM, (const char* path, struct stat* out), (path, out))
 FAILING_CALL(lstat, NO_ROOM, (const char* path, struct stat* out), (path, out))
 FAILING_CALL(access, NO_ROOM, (const char* path, int mode), (path, mode))
+
+extern "C" iconv_t real_iconv_open(const char* to, const char* from) __asm__("__real_iconv_open");
+extern "C" iconv_t wrapped_iconv_open(const char* to, const char* from) __asm__("__wrap_iconv_open");
+
+iconv_t wrapped_iconv_open(const char* to, const char* from) {
+    return fails("iconv_open") ? reinterpret_cast<iconv_t>(-1) : real_iconv_open(to, from);
+}
 
 int wrapped_fstat(int descriptor, struct stat* out) { return fails("fstat") ? -1 : real_fstat(descriptor, out); }

@@ -3,6 +3,7 @@
 // files. What an INPUT refuses: in print_input_test. Listings and expressions: in core.)
 #include "core/charset.h"
 #include "shell/catalogue.h"
+#include "shell/encoding.h"
 #include "shell/settings.h"
 #include "tests/support/cases_file.h"
 #include "tests/support/evaluation.h"
@@ -110,6 +111,7 @@ TEST(Catalogues, HaveWhatIsAskedForAndNothingElse) {
     const auto english = read_catalogue(QUILLON_RESOURCES "/message.en.ini");
     const auto japanese = read_catalogue(QUILLON_RESOURCES "/message.ja.ini");
     ASSERT_TRUE(english && japanese);
+    EXPECT_TRUE(is_valid_utf8(bytes_of(QUILLON_RESOURCES "/message.ja.ini"))) << "not every C library has Shift-JIS";
     Numbers texts = numbers_of(*english);
     EXPECT_EQ(texts, numbers_of(*japanese));
     for (const char* section : {"MENU", "TOOLTIP", "DLG_CONFIG", "DLG_TRACE", "DLG_TRACE2"})
@@ -124,7 +126,7 @@ TEST(Catalogues, HaveWhatIsAskedForAndNothingElse) {
             EXPECT_TRUE(std::all_of(text.begin(), text.end(), is_ascii)) << section << number;
             EXPECT_TRUE(may_be_equal || !std::all_of(other.begin(), other.end(), is_ascii)) << section << number;
             EXPECT_EQ(other.find("\xEF\xBF\xBD"), std::string::npos) << section << number << ": a broken character";
-            EXPECT_LT(text.size(), 259U) << section << number;
+            EXPECT_LT(std::max(text.size(), other.size()), 259U) << section << number;
         }
     }
 }
