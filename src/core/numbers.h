@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace quillon {
@@ -21,6 +22,19 @@ struct Decimal {
     std::uint64_t digits;
     int exponent;
 };
+
+/// The 64 bits of a number, and the number of these bits. (std::bit_cast is missing from some libraries.)
+inline std::uint64_t bits_of(double x) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &x, sizeof bits);
+    return bits;
+}
+
+inline double number_of_bits(std::uint64_t bits) {
+    double x = 0;
+    std::memcpy(&x, &bits, sizeof x);
+    return x;
+}
 
 /// The decimal form of a finite number. A negative zero is plain 0.
 Decimal to_decimal(double x);

@@ -2,12 +2,12 @@
 #include "shell/saved_values.h"
 
 #include "core/machine.h"
+#include "core/numbers.h"
 #include "core/variables.h"
 #include "shell/files.h"
 #include "shell/safe_write.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <filesystem>
 #include <optional>
@@ -67,7 +67,7 @@ void put_cell(std::span<std::uint8_t> record, const Variable& cell) {
     put_text(record.subspan(FIELD_NAME, NAME_SIZE), cell.name);
     put_number(record.subspan(FIELD_TYPE, 4), static_cast<std::uint32_t>(cell.kind));
     put_number(record.subspan(FIELD_STRING_FLAG, 4), static_cast<std::uint32_t>(cell.string_flag));
-    put_number(record.subspan(FIELD_NUMBER, 8), std::bit_cast<std::uint64_t>(cell.number));
+    put_number(record.subspan(FIELD_NUMBER, 8), bits_of(cell.number));
     put_text(record.subspan(FIELD_TEXT, TEXT_SIZE), cell.text);
 }
 
@@ -79,7 +79,7 @@ bool get_cell(Bytes record, Variable& cell) {
     const int type = get_int(record, FIELD_TYPE);
     if (!name || !text || type < NEVER_ASSIGNED || type > HOLDS_STRING || !(name->empty() || *name == cell.name.view()))
         return false;
-    const auto number = std::bit_cast<double>(get_number(record.subspan(FIELD_NUMBER, 8)));
+    const auto number = number_of_bits(get_number(record.subspan(FIELD_NUMBER, 8)));
     if (!std::isfinite(number)) // what calculating beyond all numbers leaves
         return true;
     if (type == HOLDS_NUMBER)

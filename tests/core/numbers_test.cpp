@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <bit>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -107,7 +106,7 @@ TEST(Numbers, AreReadAsTheCLibraryDoes) {
         const double expected = std::strtod(text.c_str(), &end);
         std::size_t used = 999;
         const double value = parse_decimal(text, used);
-        ASSERT_EQ(std::bit_cast<std::uint64_t>(value), std::bit_cast<std::uint64_t>(expected)) << text;
+        ASSERT_EQ(bits_of(value), bits_of(expected)) << text;
         ASSERT_EQ(used, static_cast<std::size_t>(end - text.c_str())) << text;
     }
 }

@@ -42,7 +42,8 @@ TEST(Catalogue, ReadsBothEncodings) {
 }
 
 TEST(Catalogue, ReadsShiftJisWithoutTheCodePage) {
-    const std::pair<const char*, std::string> libraries[] = {{"one other name", "\u30A1\u30BD\\~\uFF71"}, {"none", "??\\~?"}};
+    const std::pair<const char*, std::string> libraries[] = {{"one other name", "\u30A1\u30BD\\~\uFF71"},
+                                                             {"none", "??\\~?"}};
     for (const auto& [names, expected] : libraries) {
         std::string text;
         const bool has_none = std::string_view(names) == "none";

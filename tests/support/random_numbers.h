@@ -1,7 +1,8 @@
 // Random numbers of all magnitudes, many of them near the places where rounding decides.
 #pragma once
 
-#include <bit>
+#include "core/numbers.h"
+
 #include <cmath>
 #include <random>
 
@@ -11,7 +12,7 @@ namespace quillon::testing {
 class RandomNumbers {
 public:
     double any() {
-        const double x = std::bit_cast<double>(engine_());
+        const double x = number_of_bits(engine_());
         return std::isfinite(x) ? x : 1.5;
     }
     /// Up to 10^`magnitude`, with that many decimals, and sometimes the neighbour.

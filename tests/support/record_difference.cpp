@@ -1,7 +1,8 @@
 // Comparing two records.
 #include "tests/support/record_difference.h"
 
-#include <bit>
+#include "core/numbers.h"
+
 #include <type_traits>
 
 namespace quillon::testing {
@@ -42,9 +43,7 @@ std::string place_of(const Machine& m, const char* position) {
 }
 
 /// Bit by bit, so that the zeros differ and not-a-numbers do not.
-std::string number_text(double x) {
-    return std::to_string(std::bit_cast<std::uint64_t>(x)) + " (" + std::to_string(x) + ")";
-}
+std::string number_text(double x) { return std::to_string(bits_of(x)) + " (" + std::to_string(x) + ")"; }
 
 std::string cell_name(const Machine& m, const Variable* cell) {
     return cell != nullptr ? std::to_string(cell - m.variables.data()) : "none";
@@ -106,7 +105,7 @@ constexpr TextField TEXT_FIELDS[] = {
 
 bool same_cell(const Variable& a, const Variable& b) {
     return a.kind == b.kind && a.string_flag == b.string_flag && a.text.view() == b.text.view() &&
-           std::bit_cast<std::uint64_t>(a.number) == std::bit_cast<std::uint64_t>(b.number);
+           bits_of(a.number) == bits_of(b.number);
 }
 
 } // namespace
