@@ -10,7 +10,7 @@ function(compress)
   execute_process(COMMAND ${GZIP} -9nf ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
-foreach(component cli desktop data)
+foreach(component ${CPACK_COMPONENTS_ALL})
   set(package ${CPACK_QUILLON_PACKAGE_${component}})
   set(usr ${CPACK_TEMPORARY_DIRECTORY}/${component}/usr)
   set(doc ${usr}/share/doc/${package})
