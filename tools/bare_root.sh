@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Shows that the project builds on a bare machine: makes a Debian 12 root with nothing but git in FOLDER, clones the
-# committed state of this project into it, and runs `./dev run` and `./dev test` there, each timed.
+# committed state of this project into it, and runs `./dev run` and `./dev test` there, each timed, in a folder whose name
+# has blanks and letters that are not ASCII, and without a locale.
 #
 # usage (as root): tools/bare_root.sh FOLDER
 #   FOLDER must not exist yet, or be empty. It stays, to look into; delete it with rm -rf (nothing is left mounted).
@@ -10,6 +11,7 @@
 set -euo pipefail
 
 suite=bookworm
+place='/källkod för quillon' # in the root: a name that unquoted words and a missing locale trip over
 project=$(readlink -f -- "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")/..")
 
 fail() {
@@ -54,11 +56,11 @@ make_root() {
     copy_host_files "$1"
 }
 
-# Clones the project's committed state to /project of the root, whoever the project belongs to.
+# Clones the project's committed state into the root, whoever the project belongs to.
 clone_project() {
     export GIT_CONFIG_GLOBAL=$1/tmp/gitconfig
     git config --global safe.directory '*'
-    git clone --quiet --no-local -- "$project" "$1/project"
+    git clone --quiet --no-local -- "$project" "$1$place"
     [[ -z $(git -C "$project" status --porcelain) ]] ||
         printf 'bare_root: changes that are not committed are not in the clone\n' >&2
 }
@@ -90,7 +92,7 @@ run_in_root() {
         ln -s pts/ptmx "$root/dev/ptmx"
         exec chroot "$root" "$@"
     ' bash "$folder" env -i PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin "${proxies[@]}" \
-        bash -c 'cd /project && exec "$@"' bash "$@" </dev/null
+        bash -c 'cd "$1" && exec "${@:2}"' bash "$place" "$@" </dev/null
 }
 
 # Runs a command in the root and adds its time and exit status to the report.

@@ -5,6 +5,7 @@ the pixels whose checksum the driving protocol tells."""
 import json
 import os
 import re
+import shlex
 import subprocess
 import tempfile
 import unittest
@@ -25,7 +26,7 @@ def help_of(*command: str) -> str:
 
 def completed(folder: str, *words: str) -> set:
     """What bash offers for the last of the words."""
-    script = (f"source {COMPLETION}; COMP_WORDS=(quillon-cli \"$@\"); COMP_CWORD=$#; _quillon_cli; "
+    script = (f"source {shlex.quote(str(COMPLETION))}; COMP_WORDS=(quillon-cli \"$@\"); COMP_CWORD=$#; _quillon_cli; "
               "printf '%s\\n' \"${COMPREPLY[@]}\"")
     run = subprocess.run(["bash", "-c", script, "bash", *words], capture_output=True, text=True, check=True, cwd=folder)
     return set(run.stdout.split())
