@@ -34,15 +34,24 @@ def run(*command, env=None, given=None) -> bytes:
 
 
 class Screen:
-    """An X server of its own with a window manager, a message bus and the accessibility service."""
+    """An X server of its own with a window manager, a message bus and the accessibility service. They end with `close`,
+    when they could not all be started, and when this program is killed."""
 
     def __init__(self, scratch: str, size="1600x1200x24"):
         self.processes = []
+        try:
+            self.set_up(scratch, size)
+        except BaseException:
+            self.close()
+            raise
+
+    def set_up(self, scratch: str, size: str):
         ready, write_end = os.pipe()
         self.start(["Xvfb", "-displayfd", str(write_end), "-screen", "0", size, "-nolisten", "tcp"], pass_fds=[write_end])
         os.close(write_end)
         with os.fdopen(ready) as display:
             number = display.readline().strip()
+        assert number, "the X server does not start"
         self.scratch = scratch
         runtime = os.path.join(scratch, "runtime")
         os.makedirs(runtime, mode=0o700)
@@ -57,17 +66,17 @@ class Screen:
                                                         check=False).stdout, "the window manager")
 
     def start(self, command, **options):
-        process = subprocess.Popen(command, env=getattr(self, "env", None), stdout=subprocess.DEVNULL,
-                                   stderr=subprocess.DEVNULL, **options)
+        options = {"env": getattr(self, "env", None), "stdout": subprocess.DEVNULL} | options
+        process = subprocess.Popen(["setpriv", "--pdeathsig", "TERM", "--", *command], stderr=subprocess.DEVNULL,
+                                   **options)
         self.processes.append(process)
         return process
 
     def start_bus(self) -> str:
-        bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"], env=self.env,
-                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
-        self.processes.append(bus)
+        bus = self.start(["dbus-daemon", "--session", "--nofork", "--print-address"], stdout=subprocess.PIPE, text=True)
         address = bus.stdout.readline().strip()
         bus.stdout.close()
+        assert address, "the message bus does not start"
         return address
 
     def close(self):

@@ -4,6 +4,7 @@ usage: sound_test.py QUILLON QUILLON_CLI DRAG_SOURCE [unittest's arguments]
 """
 
 import os
+import statistics
 import subprocess
 import sys
 import tempfile
@@ -89,12 +90,14 @@ class SoundTest(unittest.TestCase):
         samples = recorder.samples()
         places = sounding(samples)
         self.assertTrue(places, "nothing was heard")
-        # Half of each period is silent.
-        pauses = [b - a for a, b in zip(places, places[1:]) if b - a > HALF_PERIOD // 2]
-        self.assertLess(max(pauses), HALF_PERIOD * 3 // 2, "the tone is interrupted")
-        length = (places[-1] - places[0] + HALF_PERIOD) / RATE
-        self.assertAlmostEqual(length / TICK_SECONDS, 33, delta=3)
-        self.assertAlmostEqual((len(pauses) + 1) / length, 450, delta=4.5)
+        # Half of each period is silent. A busy machine may interrupt the tone; a loop that does not close does it 20 times.
+        starts = [b for a, b in zip(places, places[1:]) if b - a > HALF_PERIOD // 2]
+        periods = [b - a for a, b in zip(starts, starts[1:])]
+        self.assertEqual(statistics.median(periods), 2 * HALF_PERIOD)
+        self.assertLess(sum(period > 3 * HALF_PERIOD for period in periods), 4, "the tone is interrupted")
+        # Ticks come late on a busy machine, and never early.
+        ticks = (places[-1] - places[0] + HALF_PERIOD) / RATE / TICK_SECONDS
+        self.assertTrue(30 < ticks < 130, ticks)
 
     def test_silence_without_a_sound_server_and_when_it_goes_away(self):
         simulator = self.start_simulator()
