@@ -180,6 +180,8 @@ void order_findings(CheckReport& report) {
 
 std::string_view finding_word(FindingKind kind) { return FINDING_WORDS[static_cast<std::size_t>(kind)]; }
 
+bool is_load_fault(FindingKind kind) { return kind <= FindingKind::TOO_MUCH_DATA; }
+
 void add_finding(CheckedListing& listing, FindingKind kind, bool is_error, const CheckedLine& line, const char* at,
                  std::string text) {
     CheckReport& report = listing.report;

@@ -18,6 +18,9 @@ enum class FindingKind {
 /// The word that stands for a kind in reports for machines ("no-such-line"); it never changes.
 std::string_view finding_word(FindingKind kind);
 
+/// Whether the machine does not load a listing in which this is found.
+bool is_load_fault(FindingKind kind);
+
 /// Something found in a listing.
 struct Finding {
     FindingKind kind{};

@@ -7,6 +7,7 @@
 #include "core/numbers.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 
 namespace quillon {
@@ -89,7 +90,7 @@ void check_cell(StatementReader& r, const Token& token, const CheckedOperand& in
     constexpr int CELLS = CELL_COUNT - 1;
     if (!index.number)
         return;
-    const int cell = token.letter + truncate_to_int(round6(*index.number));
+    const std::int64_t cell = std::int64_t{token.letter} + truncate_to_int(round6(*index.number));
     if (cell < 0 || cell >= CELLS)
         refuse(r, FindingKind::OUT_OF_RANGE, token.begin,
                "no such cell: subscripts reach from A(0) to A(" + std::to_string(CELLS - 1) + ")");

@@ -1,7 +1,7 @@
 // The caches do not show: random programs, keys and command lines give the same record after every tick on a machine
 // that keeps nothing of its listing but the text.
+#include "fuzz/random_programs.h"
 #include "shell/commands.h"
-#include "tests/support/random_programs.h"
 #include "tests/support/record_difference.h"
 #include "tests/support/test_machine.h"
 
@@ -58,7 +58,7 @@ void enter_command_line(TestMachine& machine, const std::string& line) {
 }
 
 /// EXE, a key, the clear key, a command line, a new run: whatever a person may do between two ticks.
-void act(Pair& pair, RandomProgram& random) {
+void act(Pair& pair, fuzz::RandomProgram& random) {
     const int choice = random.below(40);
     const int exe = random.below(3) == 0 ? 1 : 0;
     const std::string text = choice == 2 ? random.statements() : random.key();
@@ -73,7 +73,7 @@ void act(Pair& pair, RandomProgram& random) {
     });
     const bool held = pair.plain.m.run_state != STATE_RUN && pair.plain.m.run_state != STATE_PRINT_WAIT;
     if (held && random.below(4) == 0) {
-        const auto line = static_cast<std::size_t>(random.below(RandomProgram::LINES));
+        const auto line = static_cast<std::size_t>(random.below(fuzz::RandomProgram::LINES));
         pair.both([line](TestMachine& machine) { run_from(machine, line); });
     }
 }
@@ -103,7 +103,7 @@ TEST(Caches, DoNotShowWhereTheyGiveUp) {
 TEST(Caches, DoNotShow) {
     constexpr int PROGRAMS = 150;
     constexpr int TICKS = 250;
-    RandomProgram random(740);
+    fuzz::RandomProgram random(740);
     Pair pair;
     int translated = 0;
     for (int i = 0; i < PROGRAMS; ++i) {
