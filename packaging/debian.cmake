@@ -30,7 +30,7 @@ set(CPACK_DEBIAN_DESKTOP_PACKAGE_NAME quillon)
 set(CPACK_DEBIAN_DESKTOP_PACKAGE_SECTION otherosfs)
 # The icons are read by a plug-in, which no library tells of.
 set(CPACK_DEBIAN_DESKTOP_PACKAGE_DEPENDS libqt6svg6)
-set(CPACK_DEBIAN_DESKTOP_PACKAGE_RECOMMENDS "xdg-utils, qt6-wayland")
+set(CPACK_DEBIAN_DESKTOP_PACKAGE_RECOMMENDS "xdg-utils, qt6-translations-l10n, qt6-wayland")
 set(CPACK_DEBIAN_DESKTOP_PACKAGE_SUGGESTS "quillon-cli")
 set(CPACK_COMPONENT_DESKTOP_DESCRIPTION "pocket computer simulator with a line-numbered BASIC
 Quillon simulates a pocket computer that runs a line-numbered BASIC on a

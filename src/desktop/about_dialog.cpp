@@ -1,6 +1,7 @@
 // Composing the About window.
 #include "desktop/about_dialog.h"
 
+#include "desktop/catalogue_text.h"
 #include "desktop/pictures.h"
 #include "desktop/plain_text.h"
 #include "display/resources.h"
@@ -27,16 +28,16 @@ void place_on_screen(QDialog& dialog) {
 
 } // namespace
 
-void show_about_dialog(QWidget* parent) {
+void show_about_dialog(const MessageCatalogue& catalogue, QWidget* parent) {
     constexpr int PICTURE_X = 44;
     constexpr int PICTURE_Y = 4;
     auto* dialog = new QDialog(parent);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowTitle(QStringLiteral("About."));
+    dialog->setWindowTitle(catalogue_text(catalogue, "DLG_ABOUT", 0, "About."));
 
     auto* picture = new QLabel;
     picture->setPixmap(QPixmap::fromImage(load_picture(ABOUT_IMAGE, true)));
-    picture->setAccessibleName(QStringLiteral("The pocket computer"));
+    picture->setAccessibleName(catalogue_text(catalogue, "DLG_ABOUT", 2, "The pocket computer"));
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, dialog);
     QObject::connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
 
@@ -45,7 +46,8 @@ void show_about_dialog(QWidget* parent) {
     column->setSizeConstraint(QLayout::SetFixedSize);
     column->addWidget(picture, 0, Qt::AlignHCenter);
     add_centred_text(*column, QStringLiteral("Quillon Simulator."));
-    add_centred_text(*column, QStringLiteral("Version " QUILLON_VERSION " (" QUILLON_BUILD_DATE ")"));
+    add_centred_text(*column, catalogue_text(catalogue, "DLG_ABOUT", 1, "Version") +
+                                  QStringLiteral(" " QUILLON_VERSION " (" QUILLON_BUILD_DATE ")"));
     add_centred_text(*column, QStringLiteral("The Quillon developers"));
     column->addWidget(buttons, 0, Qt::AlignHCenter);
 

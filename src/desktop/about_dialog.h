@@ -5,7 +5,9 @@ class QWidget;
 
 namespace quillon {
 
+struct MessageCatalogue;
+
 /// Shows what this program is, and which version, until it is closed.
-void show_about_dialog(QWidget* parent);
+void show_about_dialog(const MessageCatalogue& catalogue, QWidget* parent);
 
 } // namespace quillon

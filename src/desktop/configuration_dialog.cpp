@@ -40,6 +40,8 @@ enum Label : int {
     LABEL_DIGITS,
     LABEL_SOUND,
     LABEL_VOLUME,
+    LABEL_PCM,
+    LABEL_BEEP,
 };
 
 /// Its arrows stay in a range; what is typed may lie outside and is judged when the dialog is accepted.
@@ -109,8 +111,8 @@ ConfigurationDialog::ConfigurationDialog(Simulator& simulator_, std::function<vo
     editor->setFocus();
 }
 
-QString ConfigurationDialog::text(int number) const {
-    return catalogue_text(simulator.machine.catalogue, SECTION, number);
+QString ConfigurationDialog::text(int number, const char* otherwise) const {
+    return catalogue_text(simulator.machine.catalogue, SECTION, number, otherwise);
 }
 
 QWidget* ConfigurationDialog::editor_row() {
@@ -166,8 +168,8 @@ QWidget* ConfigurationDialog::sound_group() {
     auto* group = new QGroupBox(text(LABEL_SOUND));
     auto* layout = new QVBoxLayout(group);
     auto* kinds = new QHBoxLayout;
-    sound_pcm = new QRadioButton(QStringLiteral("use PCM"));
-    sound_beep = new QRadioButton(QStringLiteral("use BEEP"));
+    sound_pcm = new QRadioButton(text(LABEL_PCM, "use PCM"));
+    sound_beep = new QRadioButton(text(LABEL_BEEP, "use BEEP"));
     kinds->addWidget(sound_pcm);
     kinds->addWidget(sound_beep);
     beep_volume = new TypedSpinBox(0, 10);
@@ -224,9 +226,12 @@ Configuration ConfigurationDialog::fields() const {
 }
 
 void ConfigurationDialog::browse() {
-    QString every = QStringLiteral("All(*.*) (*)"); // programs need no suffix here
-    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Select TextEditor"), editor->text(),
-                                                      QStringLiteral("exec(*.exe) (*.exe);;") + every, &every);
+    const MessageCatalogue& catalogue = simulator.machine.catalogue;
+    const QString programs = catalogue_text(catalogue, "DLG_FILE", 3, "Programs") + QLatin1String("(*.exe) (*.exe)");
+    QString every = catalogue_text(catalogue, "DLG_FILE", 2, "All") + QLatin1String("(*.*) (*)"); // no suffix here
+    const QString path =
+        QFileDialog::getOpenFileName(this, catalogue_text(catalogue, "DLG_FILE", 1, "Select text editor"),
+                                     editor->text(), programs + QLatin1String(";;") + every, &every);
     if (!path.isEmpty())
         editor->setText(path);
 }

@@ -27,7 +27,7 @@ public:
     void done(int result) override;
 
 private:
-    [[nodiscard]] QString text(int number) const;
+    [[nodiscard]] QString text(int number, const char* otherwise = "") const;
     QWidget* editor_row();
     QWidget* start_group();
     QWidget* digits_rows();

@@ -1,6 +1,7 @@
 // System dialogs and programs.
 #include "desktop/dialogs.h"
 
+#include "desktop/catalogue_text.h"
 #include "shell/places.h"
 
 #include <QDesktopServices>
@@ -16,10 +17,9 @@ namespace quillon {
 namespace {
 
 /// The filters of the open dialog, in the order of their numbers. Letters of both cases are matched.
-const QStringList& listing_filters() {
-    static const QStringList filters{QStringLiteral("All(*.*) (*)"), QStringLiteral("BAS(*.BAS) (*.BAS *.bas)"),
-                                     QStringLiteral("TXT(*.TXT) (*.TXT *.txt)")};
-    return filters;
+QStringList listing_filters(const MessageCatalogue& catalogue) {
+    return {catalogue_text(catalogue, "DLG_FILE", 2, "All") + QLatin1String("(*.*) (*)"),
+            QStringLiteral("BAS(*.BAS) (*.BAS *.bas)"), QStringLiteral("TXT(*.TXT) (*.TXT *.txt)")};
 }
 
 constexpr const char* DESKTOP_OPENER = "xdg-open";
@@ -44,13 +44,15 @@ void open_with_desktop(const QString& path, const std::function<void()>& failed)
 
 } // namespace
 
-std::optional<ListingChoice> choose_listing(QWidget* parent, const Settings& settings) {
-    const QStringList& filters = listing_filters();
+std::optional<ListingChoice> choose_listing(QWidget* parent, const MessageCatalogue& catalogue,
+                                            const Settings& settings) {
+    const QStringList filters = listing_filters(catalogue);
     QString filter = filters[std::clamp(settings.file_type - 1, 0, static_cast<int>(filters.size()) - 1)];
     // Whoever has opened nothing yet finds the examples.
     const std::string start = settings.last_file.empty() ? find_examples(program_folder()) : settings.last_file;
-    const QString path = QFileDialog::getOpenFileName(
-        parent, QStringLiteral("Open file"), QString::fromLocal8Bit(start), filters.join(QLatin1String(";;")), &filter);
+    const QString path =
+        QFileDialog::getOpenFileName(parent, catalogue_text(catalogue, "DLG_FILE", 0, "Open file"),
+                                     QString::fromLocal8Bit(start), filters.join(QLatin1String(";;")), &filter);
     if (path.isEmpty())
         return std::nullopt;
     return ListingChoice{path, static_cast<int>(filters.indexOf(filter)) + 1};

@@ -1,6 +1,7 @@
 // Dialogs and programs of the system: choosing a listing, the text editor, the manual.
 #pragma once
 
+#include "core/messages.h"
 #include "shell/commands.h"
 #include "shell/settings.h"
 
@@ -19,7 +20,8 @@ struct ListingChoice {
 };
 
 /// Lets the user choose a listing; nothing when that is cancelled.
-std::optional<ListingChoice> choose_listing(QWidget* parent, const Settings& settings);
+std::optional<ListingChoice> choose_listing(QWidget* parent, const MessageCatalogue& catalogue,
+                                            const Settings& settings);
 
 /// Starts the editor, which goes on by itself. `failed` is called when it cannot be started.
 void launch_editor(const EditorCall& call, const std::function<void()>& failed);

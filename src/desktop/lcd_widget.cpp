@@ -1,6 +1,7 @@
 // Painting the LCD, and clicks on it.
 #include "desktop/lcd_widget.h"
 
+#include "desktop/catalogue_text.h"
 #include "desktop/lcd_accessibility.h"
 #include "keys/lcd_click.h"
 #include "shell/lcd_text.h"
@@ -19,7 +20,7 @@ LcdWidget::LcdWidget(Simulator& simulator_, QWidget* parent) : QWidget(parent), 
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     fit_into({LCD_WIDTH, LCD_HEIGHT});
     setAttribute(Qt::WA_OpaquePaintEvent);
-    setAccessibleName(QStringLiteral("LCD"));
+    setAccessibleName(catalogue_text(simulator.machine.catalogue, "WINDOW", 0, "LCD"));
 }
 
 /// Device pixels of one canvas pixel: from the zoom and the screen's scale factor, as far as there is room.

@@ -8,6 +8,8 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QLibraryInfo>
+#include <QTranslator>
 
 #include <cstdio>
 #include <cstdlib>
@@ -34,6 +36,15 @@ void describe_program() {
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
+/// The texts of the toolkit's own dialogs and buttons; without them they are English.
+void use_toolkit_language(const quillon::Environment& environment) {
+    const std::string_view language = quillon::user_language(environment);
+    auto* texts = new QTranslator(qApp);
+    const QString name = QLatin1String("qtbase_") + QLatin1String(language.data(), static_cast<int>(language.size()));
+    if (texts->load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(texts);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -48,6 +59,7 @@ int main(int argc, char** argv) {
     QApplication::setStyle(new MachineStyle);
 
     const Environment environment = read_environment();
+    use_toolkit_language(environment);
     const std::string program = program_folder();
     const auto simulator = std::make_unique<Simulator>();
     simulator->files = find_data_files(environment, program);

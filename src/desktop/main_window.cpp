@@ -36,8 +36,13 @@
 namespace quillon {
 namespace {
 
-/// A path as the file system has it, whatever its bytes.
+/// A path as the file system has it.
 std::string native_path(const QString& path) { return path.toLocal8Bit().toStdString(); }
+
+/// The same of a file's address, whose bytes need not be text in any encoding.
+std::string native_path(const QUrl& address) {
+    return QByteArray::fromPercentEncoding(address.path(QUrl::FullyEncoded).toLatin1()).toStdString();
+}
 
 } // namespace
 
@@ -159,7 +164,7 @@ void MainWindow::carry_out(HostCommand command) {
     case COMMAND_OPEN: return open_listing_dialog();
     case COMMAND_EXIT: close(); return;
     case COMMAND_EDITOR: return start_editor();
-    case COMMAND_ABOUT: return show_about_dialog(this);
+    case COMMAND_ABOUT: return show_about_dialog(simulator.machine.catalogue, this);
     case COMMAND_CONFIGURE: return configure();
     case COMMAND_ERROR_DETAIL: return show_error_detail(simulator.machine, this);
     case COMMAND_HELP: return show_manual();
@@ -184,7 +189,7 @@ void MainWindow::show_note(const QString& text) {
 void MainWindow::show_warning(const QString& text) { messages.show(text, MessageIcon::WARNING); }
 
 void MainWindow::open_listing_dialog() {
-    const auto choice = choose_listing(this, simulator.settings);
+    const auto choice = choose_listing(this, simulator.machine.catalogue, simulator.settings);
     if (!choice)
         return;
     simulator.settings.file_type = choice->file_type;
@@ -340,7 +345,7 @@ void MainWindow::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
     activateWindow();
     if (!urls.isEmpty())
-        open_listing(simulator, native_path(urls.first().toLocalFile()));
+        open_listing(simulator, native_path(urls.first()));
 }
 
 } // namespace quillon

@@ -74,6 +74,16 @@ QMenu* drop_down_menu(QToolButton& button, int command, const CommandHandler& ha
 
 } // namespace
 
+/// The tooltip up to its colon.
+QString command_name(const MessageCatalogue& catalogue, int command) {
+    for (const ToolbarEntry& entry : toolbar_table()) {
+        const QString name = tooltip(catalogue, entry).section(QLatin1Char(':'), 0, 0);
+        if (entry.command.command == command)
+            return name.isEmpty() ? QString::fromUtf8(entry.command.text) : name;
+    }
+    return {};
+}
+
 void build_menu_bar(QMainWindow& window, const MessageCatalogue& catalogue, const CommandHandler& handler) {
     int number = 0;
     for (const MenuText& text : menu_table()) {
@@ -98,7 +108,8 @@ CommandActions build_toolbar(QMainWindow& window, const MessageCatalogue& catalo
             toolbar->addSeparator();
             continue;
         }
-        QAction* action = add_command(*toolbar, entry.command, QString::fromUtf8(entry.command.text), handler);
+        const QString name = command_name(catalogue, entry.command.command);
+        QAction* action = add_command(*toolbar, entry.command, name, handler);
         action->setToolTip(plain_tooltip(tooltip(catalogue, entry)));
         action->setCheckable(entry.command.checkable);
         if (entry.command.checkable)

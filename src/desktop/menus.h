@@ -17,6 +17,9 @@ using CommandHandler = std::function<void(int command)>;
 /// Actions by command number: the checkable ones, and those whose state follows the machine.
 using CommandActions = std::map<int, QAction*>;
 
+/// What a button for a command is called, in one or two words.
+QString command_name(const MessageCatalogue& catalogue, int command);
+
 /// Builds the menu bar of `window`; every entry hands its command to `handler`.
 void build_menu_bar(QMainWindow& window, const MessageCatalogue& catalogue, const CommandHandler& handler);
 

@@ -1,6 +1,7 @@
 // Drawing the soft keyboard, and the mouse on it.
 #include "desktop/soft_keyboard_window.h"
 
+#include "desktop/menus.h"
 #include "desktop/pictures.h"
 #include "desktop/window_places.h"
 #include "display/resources.h"
@@ -41,7 +42,7 @@ SoftKeyboardWindow::SoftKeyboardWindow(Simulator& simulator_, QWidget* main_wind
       simulator(simulator_), main_window(main_window_), as_panel(as_panel_),
       picture(load_picture(SOFT_KEYBOARD_IMAGE)) {
     setWindowTitle("QZ-SIM SoftwareKeyboard.");
-    setAccessibleName(windowTitle());
+    setAccessibleName(command_name(simulator.machine.catalogue, COMMAND_SOFT_KEYBOARD));
     setAttribute(Qt::WA_ShowWithoutActivating);
     setFocusPolicy(Qt::NoFocus);
     setFixedSize(SCALE * LAYER_WIDTH + 2 * BORDER, SCALE * LAYER_HEIGHT + 2 * BORDER);

@@ -33,6 +33,7 @@ enum Label : int {
     LABEL_LAST,
     LABEL_NEXT,
     LABEL_VARIABLES,
+    LABEL_STATEMENT_KIND, ///< only said
 };
 
 QFont fixed_font() {
@@ -106,7 +107,7 @@ ExtendedVariablesWindow::ExtendedVariablesWindow(const Machine& machine_, Machin
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(catalogue_text(machine.catalogue, "DLG_TRACE2", 0));
     field->setLineWrapMode(QPlainTextEdit::NoWrap);
-    field->setAccessibleName(windowTitle().isEmpty() ? QStringLiteral("Extended variables") : windowTitle());
+    field->setAccessibleName(catalogue_text(machine.catalogue, "DLG_TRACE2", 0, "Extended variables"));
     (new QVBoxLayout(this))->addWidget(field);
     resize(SIZE);
     const QRect frame = main_window->frameGeometry();
@@ -149,7 +150,9 @@ void TraceWindow::take_place(QScrollArea& scroll) {
     move(place_on_screen(*this, {frame.right() + 3, frame.top()}, size() + extent));
 }
 
-QString TraceWindow::text(int number) const { return catalogue_text(machine.catalogue, "DLG_TRACE", number); }
+QString TraceWindow::text(int number, const char* otherwise) const {
+    return catalogue_text(machine.catalogue, "DLG_TRACE", number, otherwise);
+}
 
 QWidget* TraceWindow::position_group() {
     constexpr int LAST_LINES = 2;
@@ -158,8 +161,8 @@ QWidget* TraceWindow::position_group() {
     auto* grid = new QGridLayout(group);
     last = text_field(LAST_LINES);
     next = text_field(NEXT_LINES);
-    last->setAccessibleName(QStringLiteral("LAST"));
-    next->setAccessibleName(QStringLiteral("NEXT"));
+    last->setAccessibleName(spoken(text(LABEL_LAST, "Last")));
+    next->setAccessibleName(spoken(text(LABEL_NEXT, "Next")));
     grid->addWidget(plain_label(text(LABEL_LAST)), 0, 0);
     grid->addWidget(last, 0, 1);
     grid->addWidget(plain_label(text(LABEL_NEXT)), 1, 0);
@@ -202,9 +205,9 @@ QWidget* TraceWindow::bottom_row() {
     auto* grid = new QGridLayout(row);
     grid->setContentsMargins(0, 0, 0, 0);
     statement_kind = add_field(*grid, 0, 0, QStringLiteral("[ ]"));
-    statement_kind->setAccessibleName(QStringLiteral("Statement kind"));
+    statement_kind->setAccessibleName(text(LABEL_STATEMENT_KIND, "Statement kind"));
     auto* button = new QPushButton(text(LABEL_EXTENDED));
-    button->setAccessibleName(button->text().isEmpty() ? QStringLiteral("Extended variables") : button->text());
+    button->setAccessibleName(text(LABEL_EXTENDED, "Extended variables"));
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, &TraceWindow::toggle_extended);
     grid->setColumnStretch(2, 1);

@@ -53,7 +53,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    [[nodiscard]] QString text(int number) const;
+    [[nodiscard]] QString text(int number, const char* otherwise = "") const;
     QWidget* position_group();
     QWidget* variables_group();
     QWidget* bottom_row();

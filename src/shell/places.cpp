@@ -63,15 +63,6 @@ DataFiles data_files_in(const fs::path& folder) {
             (folder / RECENT_NAME).string()};
 }
 
-/// "ja" for Japanese, "en" for any other language. The first variable that says something decides.
-std::string_view language(const Environment& environment) {
-    const std::array<std::string_view, 3> names = {environment.lc_all, environment.lc_messages, environment.lang};
-    const auto* name =
-        std::find_if(names.begin(), names.end(), [](std::string_view candidate) { return !candidate.empty(); });
-    const bool is_japanese = name != names.end() && name->substr(0, name->find_first_of("_.@")) == "ja";
-    return is_japanese ? "ja" : "en";
-}
-
 /// The text within double quotes at the start of `value`, where a backslash stands before a character that is meant as
 /// it stands; nothing when it is not closed.
 std::optional<std::string> quoted_text(std::string_view value) {
@@ -181,6 +172,15 @@ std::string find_examples(const std::string& program) {
     return find_above(program, {"share/quillon/examples/primes.bas", "examples/primes.bas"}).parent_path().string();
 }
 
+/// The first variable that says something decides.
+std::string_view user_language(const Environment& environment) {
+    const std::array<std::string_view, 3> names = {environment.lc_all, environment.lc_messages, environment.lang};
+    const auto* name =
+        std::find_if(names.begin(), names.end(), [](std::string_view candidate) { return !candidate.empty(); });
+    const bool is_japanese = name != names.end() && name->substr(0, name->find_first_of("_.@")) == "ja";
+    return is_japanese ? "ja" : "en";
+}
+
 std::string installed_catalogue(const std::string& resources, std::string_view language) {
     return (fs::path(resources) / ("message." + std::string(language) + ".ini")).string();
 }
@@ -189,7 +189,7 @@ std::string find_catalogue(const Environment& environment, const std::string& in
     const fs::path own = fs::path(working) / "message.ini";
     if (is_file(own))
         return own.string();
-    return installed_catalogue(installed, language(environment));
+    return installed_catalogue(installed, user_language(environment));
 }
 
 std::string desktop_folder(const Environment& environment) {

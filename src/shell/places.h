@@ -48,6 +48,9 @@ std::string find_manual(const std::string& program);
 /// The folder of the listings that come with the program, installed or of the tree; empty when there is none.
 std::string find_examples(const std::string& program);
 
+/// The user's language: "ja" for Japanese, "en" for any other.
+std::string_view user_language(const Environment& environment);
+
 /// The installed catalogue of a language, "en" or "ja"; whether it is there is not looked at.
 std::string installed_catalogue(const std::string& resources, std::string_view language);
 

@@ -48,6 +48,11 @@ def is_showing(element) -> bool:
     return has_state(element, pyatspi.STATE_SHOWING)
 
 
+def is_active(window) -> bool:
+    """Whether it has the keyboard."""
+    return has_state(window, pyatspi.STATE_ACTIVE)
+
+
 def nameless(window) -> list:
     """The roles of those controls of a window that have no name."""
     return [element.getRoleName() for element in tree(window)

@@ -4,18 +4,20 @@ usage: dialogs_test.py QUILLON QUILLON_CLI DRAG_SOURCE [unittest's arguments]
 """
 
 import os
+import re
 
 from desktop_case import DesktopTest, run_tests
 from screen import wait_until
 from simulator import Simulator
 
 STEPS = '[P0]\n10 A=1:B=2\n20 $="X\\pi":A(30)=5:A(120)=7\n30 PRINT "A";A\n40 VAC\n50 A=9\n60 PRINT "DONE"\n'
-DIALOGS = {  # title: keys behind F10, name of the toolbar's button
-    "Configuration": (["c"], "Config"),
-    "Trace": (["Right", "t"], "TRACE"),
-    "Error details": (["Left", "e"], "ErrInfo"),
-    "About.": (["Left", "a"], "About"),
+DIALOGS = {  # title: keys after F10, name of the toolbar's button
+    "Configuration": (["c"], "Configuration"),
+    "Trace": (["Right", "t"], "Trace"),
+    "Error details": (["Left", "e"], "Error details"),
+    "About.": (["Left", "a"], "About this program"),
 }
+TRACE = ("Trace", "トレース")
 NUMBER_FIELDS = {  # field: (accepted, refused, setting, its text then, text when refused, message)
     "Program area at start [0-9]": (4, 77, "RUNPAGE", "4", "9", None),
     "Speed (timer interval)": (50, 2000, "TIMER", "50", "30", "5 to 1000 ms"),
@@ -69,18 +71,17 @@ class DialogsTest(DesktopTest):
         for title, (keys, name) in DIALOGS.items():
             self.choose(simulator, *keys)
             self.close_dialog(simulator, program, title)
-            button = next(element for element in buttons if name in element.name)
+            button = next(element for element in buttons if element.name == name)
             self.screen.xdotool("mousemove", *accessible.middle_of(button), "click", 1)
             self.close_dialog(simulator, program, title)
         simulator.close()
 
     def close_dialog(self, simulator: Simulator, program, title: str):
-        program.window(title)
-        window = self.screen.wait_for_window(f"^{title}$")
-        self.screen.xdotool("windowactivate", "--sync", window)
-        if title == "Trace":  # Escape is the machine's there
-            simulator.ask_to_close(window)
+        window = program.window(title)
+        if title in TRACE:  # Escape is the machine's there
+            self.choose(simulator, *DIALOGS["Trace"][0])
         else:
+            wait_until(lambda: accessible.is_active(window), f"'{title}' to get the keyboard")
             simulator.key("Escape")
         wait_until(lambda: not program.has_window(title), f"'{title}' to close")
 
@@ -257,6 +258,26 @@ class DialogsTest(DesktopTest):
         wait_until(lambda: any(text in (element.name or "") and element.getRoleName() == "tool tip"
                                for element in accessible.tree(program.root)), f"the note '{text}'")
 
+    def test_nothing_stays_english_in_japanese(self):
+        simulator, program = self.start(STEPS, env={"LC_ALL": "ja_JP.UTF-8"})
+        titles = {"設定": ["c"], "トレース": ["Right", "t"], "エラー詳細情報": ["Left", "e"], "バージョン情報": ["Left", "a"],
+                  "リストを開く": ["o"]}
+        english = {}
+        for title, keys in titles.items():
+            self.choose(simulator, *keys)
+            english[title] = self.english_names(program.window(title))
+            self.close_dialog(simulator, program, title)
+        english["main"] = self.english_names(self.main_window(program))
+        self.assertEqual({title: names for title, names in english.items() if names}, {})
+        simulator.close()
+
+    def english_names(self, window) -> list:
+        """Names of controls that are nothing but English; those of files and of the machine's keys and words are none."""
+        own = r"Quillon.*|The Quillon developers|OK|SET [EFG]|BASIC \(mode 1\)|RUN|STOP|(BAS|TXT)\(.*|.*[/.].*|\[ms\]|\W*\w?\W*|\d*"
+        names = {element.name for element in accessible.tree(window)
+                 if accessible.is_showing(element) and element.getRoleName() not in ("list item", "table cell")}
+        return sorted(name for name in names if name.isascii() and not re.fullmatch(own, name))
+
     def test_error_detail_and_about(self):
         simulator, program = self.start("[P0]\n10 A=1\n20 GOTO 99\n")
         self.choose(simulator, "Left", "e")
@@ -281,7 +302,7 @@ class DialogsTest(DesktopTest):
         simulator.close()
 
 
-LABELS = {"next": "NEXT", "last": "LAST", "dollar": "$", "kind": "Statement kind"}
+LABELS = {"next": "Next", "last": "Last", "dollar": "$", "kind": "Statement kind"}
 
 if __name__ == "__main__":
     run_tests()

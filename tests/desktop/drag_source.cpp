@@ -1,5 +1,5 @@
 // A window from which a file can be dragged: what file managers do, for the test of dropping one. Its argument is the
-// file.
+// file's address, where any byte of a name can be written.
 #include <QApplication>
 #include <QDrag>
 #include <QMimeData>
@@ -11,26 +11,26 @@ namespace {
 
 class DragSource : public QWidget {
 public:
-    explicit DragSource(QString path_) : path(std::move(path_)) {}
+    explicit DragSource(QUrl address_) : address(std::move(address_)) {}
 
 protected:
     void mousePressEvent(QMouseEvent*) override {
         auto* data = new QMimeData;
-        data->setUrls({QUrl::fromLocalFile(path)});
+        data->setUrls({address});
         auto* drag = new QDrag(this);
         drag->setMimeData(data);
         drag->exec(Qt::CopyAction);
     }
 
 private:
-    QString path;
+    QUrl address;
 };
 
 } // namespace
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
-    DragSource source(QApplication::arguments().value(1));
+    DragSource source(QUrl::fromEncoded(argv[argc - 1]));
     source.setWindowTitle(QStringLiteral("Drag source"));
     source.setFixedSize(100, 100);
     source.move(1200, 800);

@@ -166,8 +166,9 @@ class WindowTest(DesktopTest):
 
     def test_dropped_file(self):
         simulator = self.start()
-        hello = self.listing("dropped.bas", HELLO)
-        source = self.screen.start([PROGRAMS["drag_source"], hello])
+        name = b"dropped \xff%.bas"  # not UTF-8
+        os.rename(self.listing("dropped.bas", HELLO), os.fsencode(self.home) + b"/" + name)
+        source = self.screen.start([PROGRAMS["drag_source"], f"file://{self.home}/dropped%20%FF%25.bas"])
         window = self.screen.wait_for_window("Drag source")
 
         def drag() -> bool:  # once more when the button came up before the two programs had agreed
@@ -176,11 +177,12 @@ class WindowTest(DesktopTest):
             for x in (30, 40, 50):
                 self.screen.xdotool("mousemove", "--window", simulator.window, left + x, top + 40)
             self.screen.xdotool("mouseup", 1)
-            return simulator.title() == "Quillon Simulator. [dropped.bas]"
+            return simulator.title() == "Quillon Simulator. [dropped \N{REPLACEMENT CHARACTER}%.bas]"
 
         wait_until(drag, "the dropped listing")
         source.terminate()
         simulator.close()
+        self.assertIn(name, simulator.file("QZ740.ini"))
 
     def test_soft_keyboard(self):
         simulator = self.start(self.listing("hello.bas", HELLO))

@@ -52,6 +52,12 @@ TEST(Places, AreFoundByTheEnvironmentAndByWhatIsThere) {
     EXPECT_EQ(find_catalogue({.lang = "ja"}, "/share/q", working.path), working / "message.ini");
 }
 
+TEST(Places, ABuildFolderIsLaidOutAsWhenInstalled) {
+    EXPECT_TRUE(find_resources(program_folder()).ends_with("/share/quillon"));
+    const std::string catalogue = find_catalogue({.lang = "ja"}, find_resources(program_folder()));
+    EXPECT_TRUE(std::filesystem::is_regular_file(catalogue)) << catalogue;
+}
+
 TEST(Places, DataFilesBesideTheProgramWhenTheyAreThere) {
     const TempFolder program;
     const Environment environment{.home = "/users/me"};
