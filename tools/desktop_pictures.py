@@ -77,7 +77,7 @@ class Session:
         return wait_until(lambda: self.windows() - before, f"a window after {keys}").pop()
 
     def close(self, window: str):
-        self.screen.xdotool("windowactivate", "--sync", window, "key", "Escape")
+        self.simulator.ask_to_close(window)  # in the trace window Escape is the machine's
         wait_until(lambda: window not in self.windows(), "the window to close")
 
     def press(self, *keys):
