@@ -76,7 +76,9 @@ bool write_output(std::string_view text) {
     errno = 0;
     if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0)
         return true;
-    if (errno != EPIPE)
+    if (errno == EPIPE)
+        std::clearerr(stdout); // the reader has had enough: no failure
+    else
         print_error(std::string("cannot write the output: ") + std::strerror(errno));
     return false;
 }

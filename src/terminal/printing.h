@@ -23,11 +23,11 @@ void print_error(std::string_view text);
 /// Says why a listing does not load, in the words of the catalogue.
 void print_load_fault(const std::string& path, std::string_view text);
 
-/// Writes to standard output, at once. False from the first failure on, which is reported on standard error unless it
-/// is only that nobody reads any more.
+/// Writes to standard output, at once. False when that cannot be done: because nobody reads any more, or after a
+/// failure, which is reported on standard error once.
 bool write_output(std::string_view text);
 
-/// The exit status of a program that would end with `status`: 2 when output has failed.
+/// The exit status of a program that would end with `status`: 2 when writing has failed.
 int status_with_output(int status);
 
 } // namespace quillon
