@@ -35,7 +35,7 @@ FLOORS = {
     "display": Floor(below=("core",), outside=()),
     "driver": Floor(below=("core", *NEIGHBOURS), outside=()),
     "shell": Floor(below=BELOW_SHELL, outside=("posix",)),
-    "desktop": Floor(below=(*BELOW_SHELL, "shell"), outside=("posix", "qt")),
+    "desktop": Floor(below=(*BELOW_SHELL, "shell"), outside=("posix", "qt", "cli11")),
     "terminal": Floor(below=(*BELOW_SHELL, "shell"), outside=("posix", "curses", "cli11", "json")),
 }
 
@@ -70,7 +70,7 @@ FAMILIES = {
     "qt": Family("Qt, which only desktop knows", re.compile(r"Q[A-Z]\w*|Qt\w*/.+|q[a-z]+\.h|Qt\w*")),
     "curses": Family("curses, which only terminal knows",
                      re.compile(r"(ncursesw?/)?(n?curses|panel|menu|form|term|eti|unctrl)(w|_dll)?\.h|cursesw?\.h")),
-    "cli11": Family("CLI11, which only terminal knows", re.compile(r"CLI/.+")),
+    "cli11": Family("CLI11, which only the programs know", re.compile(r"CLI/.+")),
     "json": Family("nlohmann-json, which only terminal knows", re.compile(r"nlohmann/.+")),
     "posix": Family("a POSIX or C header, which only shell and the programs may use",
                     re.compile("|".join(re.escape(name) for name in sorted(POSIX_HEADERS)))),

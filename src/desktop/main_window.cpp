@@ -269,6 +269,7 @@ void MainWindow::change_zoom(int zoom) {
 void MainWindow::focus_controls(bool toolbar) {
     auto* bar = findChild<QToolBar*>();
     activateWindow(); // the key may have been typed into another window
+    setAttribute(Qt::WA_KeyboardFocusChange); // the style shows where the focus is
     if (toolbar)
         bar->widgetForAction(bar->actions().first())->setFocus(Qt::TabFocusReason);
     else
