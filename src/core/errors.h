@@ -30,6 +30,8 @@ constexpr MessageId MESSAGE_NO_SUCH_AREA{"SYSTEM", 24};
 constexpr MessageId MESSAGE_NO_BLANK_AFTER_NUMBER{"SYSTEM", 25};
 constexpr MessageId MESSAGE_LINE_NUMBER_LENGTH{"SYSTEM", 26};
 constexpr MessageId MESSAGE_LINE_NUMBER_ORDER{"SYSTEM", 27};
+constexpr MessageId MESSAGE_UTF16{"SYSTEM", 28};
+constexpr MessageId MESSAGE_CUT_BY_NUL{"SYSTEM", 29};
 constexpr MessageId MESSAGE_NO_OPERAND{"SYSTEM", 30};
 constexpr MessageId MESSAGE_NO_TARGET{"SYSTEM", 31};
 constexpr MessageId MESSAGE_TYPES_DIFFER{"SYSTEM", 32};

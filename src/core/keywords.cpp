@@ -32,7 +32,6 @@ constexpr std::int32_t slot_of(std::string_view word) {
 constexpr KeywordTable build_keyword_table() {
     KeywordTable table{};
     table.last_row.fill(NO_ROW);
-    table.displaced_row.fill(NO_ROW);
     for (std::size_t row = 0; row < std::size(VOCABULARY); ++row) {
         auto& last = table.last_row[static_cast<std::size_t>(slot_of(VOCABULARY[row].spelling))];
         table.displaced_row[row] = last;

@@ -1,4 +1,4 @@
-// Loading listings: reading the file and splitting it into areas and lines. Nothing is tokenised; lines point into the
+// Loading listings: splitting the text into areas and lines. Nothing is tokenised; lines point into the
 // text, whose line feeds become NULs.
 #include "core/listing.h"
 
@@ -7,31 +7,9 @@
 #include "core/listing_elements.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <memory>
 
 namespace quillon {
 namespace {
-
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
-enum class ReadResult { READ, CANNOT_READ, TOO_LARGE };
-
-/// Reads to the end of the file, which may be a pipe.
-ReadResult read_file(const std::string& path, std::string& text) {
-    const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
-    if (file == nullptr)
-        return ReadResult::CANNOT_READ;
-    char chunk[65536];
-    while (const std::size_t count = std::fread(chunk, 1, sizeof chunk, file.get())) {
-        if (text.size() + count > LISTING_SIZE_MAX)
-            return ReadResult::TOO_LARGE;
-        text.append(chunk, count);
-    }
-    return std::ferror(file.get()) != 0 ? ReadResult::CANNOT_READ : ReadResult::READ;
-}
 
 /// The text of a fault, save for those that say more than their line.
 MessageId message_of(ListingPart fault) {
@@ -88,20 +66,12 @@ bool analyze_listing(Machine& m) {
 
 } // namespace
 
-LoadResult load_listing(Machine& m, const std::string& path) {
-    std::string text;
-    switch (read_file(path, text)) {
-    case ReadResult::CANNOT_READ:
-        compose_system_message(m, MESSAGE_CANNOT_OPEN, ":[%s]", path.c_str());
-        return LoadResult::UNREADABLE;
-    case ReadResult::TOO_LARGE: compose_system_message(m, MESSAGE_OUT_OF_MEMORY); return LoadResult::UNREADABLE;
-    case ReadResult::READ: break;
-    }
-    return load_listing_text(m, std::move(text));
-}
-
 LoadResult load_listing_text(Machine& m, std::string text) {
     unload_listing(m);
+    if (is_utf16(text)) {
+        compose_system_message(m, MESSAGE_UTF16);
+        return LoadResult::FAULTY;
+    }
     trim_listing(text);
     m.listing_text = std::move(text);
     if (!analyze_listing(m) || !build_data_index(m)) {

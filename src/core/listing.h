@@ -1,4 +1,4 @@
-// Listings: loading a text file into the program areas, and moving about in them.
+// Listings: loading a text into the program areas, and moving about in them. Files are the shell's business.
 #pragma once
 
 #include "core/machine.h"
@@ -15,15 +15,12 @@ enum class LoadResult {
 };
 
 /// A listing of more bytes than this is refused.
-constexpr std::size_t LISTING_SIZE_MAX = std::size_t{16} << 20;
+constexpr std::size_t LISTING_SIZE_MAX = std::size_t{1} << 20;
 
-/// Reads a listing file and makes it the machine's program: areas, lines and the DATA index. On success the machine
-/// waits for the selection of an area; variables stay. On a fault nothing of the file remains, nor of the listing
-/// before it, and the machine waits for a selection with a blank line. `system_message` tells what is wrong.
-/// Seeds the random generator unless the file cannot be read.
-LoadResult load_listing(Machine& m, const std::string& path);
-
-/// The same for a text at hand.
+/// Makes a text of up to LISTING_SIZE_MAX bytes the machine's program: areas, lines and the DATA index. On success the
+/// machine waits for the selection of an area; variables stay. On a fault nothing of the text remains, nor of the
+/// listing before it, and the machine waits for a selection with a blank line. `system_message` tells what is wrong.
+/// Seeds the random generator.
 LoadResult load_listing_text(Machine& m, std::string text);
 
 /// Takes the listing out of the machine: no areas, no DATA, selection state.

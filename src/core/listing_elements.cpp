@@ -3,6 +3,7 @@
 
 #include "core/charset.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace quillon {
@@ -140,5 +141,16 @@ void trim_listing(std::string& text) {
     if (end != std::string::npos)
         text.erase(end);
 }
+
+int line_cut_by_nul(std::string_view file) {
+    constexpr std::string_view ENDING("\0\x1A \t\r\n", 6);
+    const std::string_view text = file.substr(0, file.find_first_of(std::string_view("\0\x1A", 2)));
+    const bool ends_at_nul = text.size() < file.size() && file[text.size()] == '\0';
+    if (!ends_at_nul || file.find_first_not_of(ENDING, text.size()) == std::string_view::npos)
+        return 0;
+    return static_cast<int>(std::count(text.begin(), text.end(), '\n')) + 1;
+}
+
+bool is_utf16(std::string_view file) { return file.starts_with("\xFF\xFE") || file.starts_with("\xFE\xFF"); }
 
 } // namespace quillon

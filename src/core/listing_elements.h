@@ -52,4 +52,10 @@ ListingPart next_listing_part(ListingSplitter& s);
 /// The text of a file that counts: without a byte order mark, up to the first NUL or Ctrl-Z.
 void trim_listing(std::string& text);
 
+/// The line of a file with the NUL at which its text ends although more follows than an end may have; 0 for none.
+int line_cut_by_nul(std::string_view file);
+
+/// Whether a file says that it is UTF-16, in which no listing can be written.
+bool is_utf16(std::string_view file);
+
 } // namespace quillon

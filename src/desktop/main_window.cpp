@@ -121,6 +121,7 @@ void MainWindow::place_on_screen() {
 }
 
 void MainWindow::after_tick(bool picture_changed) {
+    save_when_due(simulator, steady_milliseconds());
     if (picture_changed)
         lcd->refresh();
     windows.refresh_soft_keyboard();
@@ -268,7 +269,7 @@ void MainWindow::change_zoom(int zoom) {
 /// The way from the LCD to menu bar or toolbar without a mouse; Escape leads back.
 void MainWindow::focus_controls(bool toolbar) {
     auto* bar = findChild<QToolBar*>();
-    activateWindow(); // the key may have been typed into another window
+    activateWindow();                         // the key may have been typed into another window
     setAttribute(Qt::WA_KeyboardFocusChange); // the style shows where the focus is
     if (toolbar)
         bar->widgetForAction(bar->actions().first())->setFocus(Qt::TabFocusReason);

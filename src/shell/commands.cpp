@@ -5,6 +5,7 @@
 #include "core/errors.h"
 #include "core/listing.h"
 #include "keys/soft_keyboard.h"
+#include "shell/listing_file.h"
 #include "shell/paths.h"
 #include "shell/simulator.h"
 #include "shell/skins.h"
@@ -127,14 +128,6 @@ void toggle_trace(Simulator& s, int) {
     m.trace_step_flag = 1;
     m.trace_step_request = 0;
     s.window.toggle_trace();
-}
-
-/// Nobody at a window can wait until something has come through a pipe.
-LoadResult read_listing(Simulator& s, const std::string& path) {
-    if (s.reads_pipes || is_regular_file(path))
-        return load_listing(s.machine, path);
-    compose_system_message(s.machine, MESSAGE_CANNOT_OPEN, ":[%s]", path.c_str());
-    return LoadResult::UNREADABLE;
 }
 
 void reload(Simulator& s, int) {
@@ -266,11 +259,14 @@ void run_host_command(Simulator& s, int number) {
 }
 
 LoadResult load_listing_file(Simulator& s, const std::string& path) {
-    const LoadResult result = read_listing(s, path);
+    const FileKind kind = s.reads_pipes ? FileKind::ANY : FileKind::ORDINARY; // nobody at a window can wait for a pipe
+    const auto [result, is_cut] = load_listing(s.machine, path, kind);
     if (result == LoadResult::FAULTY && s.machine.trace_mode != 0)
         toggle_trace(s, COMMAND_TRACE); // there is nothing left to trace
     if (result != LoadResult::LOADED)
         s.machine.host.show_message(s.machine.system_message.c_str(), MessageIcon::STOP);
+    else if (is_cut)
+        s.machine.host.show_message(s.machine.system_message.c_str(), MessageIcon::WARNING);
     if (result == LoadResult::UNREADABLE)
         return result;
     s.settings.last_file = absolute_path(path);

@@ -9,6 +9,9 @@
 #include "shell/simulator.h"
 #include "shell/snapshot.h"
 
+#include <cstdio>
+#include <vector>
+
 namespace quillon {
 namespace {
 
@@ -34,10 +37,23 @@ void snapshot(const Simulator& s) {
     }
 }
 
+/// The first name, and those that a number makes of it.
+std::vector<std::string> dump_names(const std::string& first) {
+    constexpr int NUMBERS = 256;
+    std::vector<std::string> names{first};
+    for (int n = 1; n < NUMBERS; ++n) {
+        char end[32];
+        std::snprintf(end, sizeof end, "_%03d.bin", n);
+        names.push_back(first.substr(0, first.size() - 4) + end);
+    }
+    return names;
+}
+
 void dump(const Simulator& s) {
     const ValuesImage image = values_image(s.machine);
-    const std::string path = absolute_path("debug.bin");
-    if (safe_write(path, {reinterpret_cast<const char*>(image.data()), image.size()}))
+    std::string path = absolute_path("debug.bin");
+    if (write_new_file(dump_names(path), {reinterpret_cast<const char*>(image.data()), image.size()}, &path) ==
+        NewFile::WRITTEN)
         s.window.note(text_of(s, NOTE_DUMP) + " " + path);
     else
         warn(s, text_of(s, MESSAGE_DUMP_FAILED) + "\r\n" + path);

@@ -5,8 +5,9 @@ namespace quillon {
 
 struct Simulator;
 
-/// Lets snapshots go to the user's desktop folder, and the dump of the variable table to `debug.bin` in the working
-/// folder. A note says where each went, a message box that it could not be written.
+/// Lets snapshots go to the user's desktop folder, and the dump of the variable table to the first free of the names
+/// `debug.bin`, `debug_001.bin` to `debug_255.bin` in the working folder: never to a file that is there. A note says
+/// where each went, a message box that it could not be written.
 void use_file_services(Simulator& s);
 
 } // namespace quillon

@@ -19,18 +19,19 @@ std::string_view unquoted(std::string_view text) {
     return quoted ? text.substr(1, text.size() - 2) : text;
 }
 
-/// The name in the line that begins a section; nothing in any other line.
-std::optional<std::string_view> section_name(std::string_view line) {
+/// Begins a section where a line does so. Returns what follows its name on the line; all of any other line.
+std::string_view take_section_name(Profile& profile, std::string_view line) {
     const std::string_view content = without_blanks(line);
     if (content.empty() || content.front() != '[')
-        return std::nullopt;
-    return without_blanks(content.substr(1, content.find(']') - 1));
+        return line;
+    const std::size_t end = content.find(']');
+    profile.sections.push_back({std::string(without_blanks(content.substr(1, end - 1))), {}, {}});
+    return end == std::string_view::npos ? std::string_view() : content.substr(end + 1);
 }
 
 void parse_line(Profile& profile, std::string_view line) {
-    if (const auto name = section_name(line))
-        profile.sections.push_back({std::string(*name), {}, {}});
-    else if (auto entry = profile.sections.empty() ? std::nullopt : parse_profile_entry(line))
+    const std::string_view rest = take_section_name(profile, line);
+    if (auto entry = profile.sections.empty() ? std::nullopt : parse_profile_entry(rest))
         profile.sections.back().entries.push_back(std::move(*entry));
     (profile.sections.empty() ? profile.head : profile.sections.back().text) += line;
 }
@@ -43,13 +44,15 @@ int digit_value(char c, int base) {
 
 } // namespace
 
+char profile_line_end(std::string_view text) { return text.find('\n') == std::string_view::npos ? '\r' : '\n'; }
+
 Profile parse_profile(std::string_view text) {
     Profile profile;
     if (text.starts_with(BYTE_ORDER_MARK))
         text.remove_prefix(BYTE_ORDER_MARK.size());
+    const char line_end = profile_line_end(text);
     while (!text.empty()) {
-        const std::size_t feed = text.find('\n');
-        const std::size_t size = feed == std::string_view::npos ? text.size() : feed + 1;
+        const std::size_t size = std::min(text.find(line_end), text.size() - 1) + 1;
         parse_line(profile, text.substr(0, size));
         text.remove_prefix(size);
     }

@@ -30,6 +30,9 @@ struct Profile {
 /// Reads a profile. Any bytes will do: what is no profile yields no sections.
 Profile parse_profile(std::string_view text);
 
+/// What ends the lines of a profile: LF, or CR in one that has no LF.
+char profile_line_end(std::string_view text);
+
 /// Reads one line of a section; nothing when it gives no key a value: a section's name, a remark (";"), no "=".
 std::optional<ProfileEntry> parse_profile_entry(std::string_view line);
 

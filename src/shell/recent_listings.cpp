@@ -1,15 +1,12 @@
 // The list of recent listings and its file.
 #include "shell/recent_listings.h"
 
-#include "shell/files.h"
 #include "shell/safe_write.h"
 
 #include <algorithm>
 
 namespace quillon {
 namespace {
-
-constexpr std::size_t FILE_MAX = std::size_t{1} << 20;
 
 bool has_a_line(std::string_view path) {
     return !path.empty() && path.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos;
@@ -45,10 +42,6 @@ std::string recent_listings_text(const RecentListings& recent) {
     for (const std::string& path : recent)
         text += path + '\n';
     return text;
-}
-
-RecentListings read_recent_listings(const std::string& path) {
-    return parse_recent_listings(read_whole_file(path, FILE_MAX).value_or(""));
 }
 
 bool write_recent_listings(const std::string& path, const RecentListings& recent) {

@@ -23,9 +23,6 @@ RecentListings parse_recent_listings(std::string_view text);
 /// The text of the list's file.
 std::string recent_listings_text(const RecentListings& recent);
 
-/// The list in a file; empty when that cannot be read, or has more than 1 MiB.
-RecentListings read_recent_listings(const std::string& path);
-
 /// Writes the list's file whole; false when it fails, and the old file is there still.
 bool write_recent_listings(const std::string& path, const RecentListings& recent);
 

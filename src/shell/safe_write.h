@@ -1,6 +1,7 @@
-// Writing whole files so that no half file is ever seen: the bytes go into a neighbour in the same folder and reach the
-// disk before the neighbour takes the file's place. Killed at any moment, the program leaves the old file or the new
-// one; a neighbour that a kill left behind is called ".quillon-" with a number and may be deleted.
+// Writing whole files so that no half file is ever seen: the bytes go into a temporary file in the same folder and
+// reach the disk before it takes the file's place. Killed at any moment, the program leaves the old file or the new
+// one. What a kill leaves besides, a temporary file called ".quillon-PID-NUMBER", is removed by the next write in that
+// folder.
 #pragma once
 
 #include <string>
@@ -15,8 +16,9 @@ namespace quillon {
 [[nodiscard]] bool safe_write(const std::string& path, std::string_view bytes);
 
 /// The same, and the old file stays beside the new one, under the first free of the names that end in ".bad", ".bad1",
-/// and so on; it may be there already after a failure. A failure too when there is none of a hundred.
-[[nodiscard]] bool safe_write_keeping_old(const std::string& path, std::string_view bytes);
+/// and so on, which `kept` is told; it may be there already after a failure. A failure too when none of a hundred is
+/// free.
+[[nodiscard]] bool safe_write_keeping_old(const std::string& path, std::string_view bytes, std::string* kept = nullptr);
 
 enum class NewFile {
     WRITTEN,
@@ -28,5 +30,8 @@ enum class NewFile {
 /// ever replaced, not even by two programs that write at once: each takes a name of its own.
 [[nodiscard]] NewFile write_new_file(const std::vector<std::string>& names, std::string_view bytes,
                                      std::string* written = nullptr);
+
+/// Removes the temporary files that programs of this user left in a folder when they were killed.
+void remove_leftovers(const std::string& folder);
 
 } // namespace quillon

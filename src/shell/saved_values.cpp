@@ -4,12 +4,11 @@
 #include "core/machine.h"
 #include "core/numbers.h"
 #include "core/variables.h"
-#include "shell/files.h"
 #include "shell/safe_write.h"
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
+#include <memory>
 #include <optional>
 #include <string_view>
 
@@ -89,21 +88,6 @@ bool get_cell(Bytes record, Variable& cell) {
     return true;
 }
 
-/// The saved-values file, and one byte more where it is too long.
-std::optional<std::string> read_file(const std::string& path) { return read_file_start(path, VALUES_IMAGE_SIZE + 1); }
-
-Bytes bytes_of(const std::string& text) { return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()}; }
-
-/// Whether a file is there that has more in it than reading it as values would tell.
-bool is_foreign(const std::string& path) {
-    std::error_code fault;
-    if (!std::filesystem::exists(path, fault))
-        return false;
-    const auto scratch = std::make_unique<Machine>();
-    const std::optional<std::string> text = read_file(path);
-    return !text || !read_values_image(*scratch, bytes_of(*text));
-}
-
 } // namespace
 
 ValuesImage values_image(const Machine& m) {
@@ -123,14 +107,22 @@ bool read_values_image(Machine& m, Bytes bytes) {
     return understood && std::all_of(reserve.begin(), reserve.end(), [](std::uint8_t byte) { return byte == 0; });
 }
 
-void read_saved_values(const std::string& path, Machine& m) {
-    read_values_image(m, bytes_of(read_file(path).value_or("")));
+FileContents read_values_file(const std::string& path) { return read_file(path, VALUES_IMAGE_SIZE); }
+
+bool read_values_image(Machine& m, const FileContents& file) {
+    const bool understood =
+        read_values_image(m, Bytes(reinterpret_cast<const std::uint8_t*>(file.bytes.data()), file.bytes.size()));
+    return understood && file.status != ReadStatus::TOO_LARGE;
 }
 
 bool write_saved_values(const std::string& path, const Machine& m) {
+    const FileContents old = read_values_file(path);
+    if (old.status == ReadStatus::UNREADABLE)
+        return false;
     const ValuesImage image = values_image(m);
     const std::string_view bytes(reinterpret_cast<const char*>(image.data()), image.size());
-    return is_foreign(path) ? safe_write_keeping_old(path, bytes) : safe_write(path, bytes);
+    const auto scratch = std::make_unique<Machine>();
+    return read_values_image(*scratch, old) ? safe_write(path, bytes) : safe_write_keeping_old(path, bytes);
 }
 
 } // namespace quillon

@@ -2,6 +2,8 @@
 // reserve of 104 zero bytes, least significant byte first on every machine.
 #pragma once
 
+#include "shell/files.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -26,11 +28,14 @@ ValuesImage values_image(const Machine& m);
 /// not finite is none of that, nor is it that records are missing at the end.
 bool read_values_image(Machine& m, std::span<const std::uint8_t> bytes);
 
-/// Fills the variable memory from the saved-values file; all cells are never assigned when it cannot be read.
-void read_saved_values(const std::string& path, Machine& m);
+/// The saved-values file.
+FileContents read_values_file(const std::string& path);
 
-/// Writes the saved-values file whole; false when it fails, and the old file is there still. An old file that could not
-/// be understood stays beside the new one under a name that ends in ".bad".
+/// The same for a file; one that is too long, or cannot be read, is never understood whole.
+bool read_values_image(Machine& m, const FileContents& file);
+
+/// Writes the saved-values file whole; false when it fails, and when the old file cannot be read: then that is there
+/// still. One that is not understood stays beside the new one under a name that ends in ".bad".
 bool write_saved_values(const std::string& path, const Machine& m);
 
 } // namespace quillon

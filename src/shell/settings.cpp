@@ -9,9 +9,9 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <filesystem>
 #include <limits>
 #include <optional>
+#include <type_traits>
 #include <variant>
 
 namespace quillon {
@@ -112,8 +112,9 @@ bool is_remark(std::string_view line) { return without_blanks(line).starts_with(
 
 /// Keeps the lines of a part of the file that are neither ours nor of no meaning.
 void keep_other_lines(std::string_view text, bool keys_too, std::vector<std::string>& kept) {
+    const char line_end = profile_line_end(text);
     while (!text.empty()) {
-        const std::string_view line = text.substr(0, text.find('\n'));
+        const std::string_view line = text.substr(0, text.find(line_end));
         const auto entry = parse_profile_entry(line);
         if (is_remark(line) || (keys_too && entry && find_row(entry->key) == nullptr))
             kept.emplace_back(without_blanks(line));
@@ -140,15 +141,6 @@ void append_value(std::string& out, const Row& row, const Settings& settings) {
     }
 }
 
-/// Whether a file is there that has more in it than reading it as settings would tell.
-bool is_foreign(const std::string& path) {
-    std::error_code fault;
-    if (!std::filesystem::exists(path, fault))
-        return false;
-    const std::optional<std::string> text = read_whole_file(path, FILE_MAX);
-    return !text || (!text->empty() && find_section(parse_profile(*text), SECTION) == nullptr);
-}
-
 } // namespace
 
 LoadedSettings parse_settings(std::string_view text) {
@@ -171,10 +163,6 @@ LoadedSettings parse_settings(std::string_view text) {
     // The messages are numbered in the order in which they are shown, which is not that of the lines.
     std::sort(loaded.messages.begin(), loaded.messages.end());
     return loaded;
-}
-
-LoadedSettings read_settings(const std::string& path) {
-    return parse_settings(read_whole_file(path, FILE_MAX).value_or(""));
 }
 
 bool set_setting(Settings& settings, std::string_view key, std::string_view value, std::vector<int>& messages) {
@@ -206,9 +194,32 @@ std::string settings_text(const Settings& settings) {
     return text + '\n' + settings.other_sections;
 }
 
+bool holds_settings(std::string_view text) {
+    return text.empty() || find_section(parse_profile(text), SECTION) != nullptr;
+}
+
 bool write_settings(const std::string& path, const Settings& settings) {
     const std::string text = settings_text(settings);
-    return is_foreign(path) ? safe_write_keeping_old(path, text) : safe_write(path, text);
+    const FileContents old = read_file(path, FILE_MAX);
+    if (old.status == ReadStatus::UNREADABLE || text.size() > FILE_MAX)
+        return false;
+    const bool is_understood = old.status != ReadStatus::TOO_LARGE && holds_settings(old.bytes);
+    return is_understood ? safe_write(path, text) : safe_write_keeping_old(path, text);
+}
+
+Settings merge_settings(const Settings& in_file, const Settings& ours, const Settings& before) {
+    Settings merged = in_file;
+    const auto merge_field = [&](const auto& field) {
+        if constexpr (!std::is_same_v<std::decay_t<decltype(field)>, NoField>) {
+            if (ours.*field != before.*field)
+                merged.*field = ours.*field;
+        }
+    };
+    for (const Row& row : rows)
+        std::visit(merge_field, row.field);
+    merged.pcm_beep = ours.pcm_beep; // these two are written and never read
+    merged.cursor_interval = ours.cursor_interval;
+    return merged;
 }
 
 int cursor_interval_for(int timer_interval) {

@@ -53,9 +53,6 @@ struct LoadedSettings {
 /// Reads settings from the text of their file. Any bytes will do: what is not there, or not accepted, has its default.
 LoadedSettings parse_settings(std::string_view text);
 
-/// Reads the settings file; all defaults when it cannot be read, or has more than 1 MiB.
-LoadedSettings read_settings(const std::string& path);
-
 /// Gives one key, in letters of either case, the value with this text. False for a key that is not one of those that
 /// are read. In place of a value that is not accepted stands its default (0 for a negative wait); its message, if it
 /// has one, is appended.
@@ -64,9 +61,17 @@ bool set_setting(Settings& settings, std::string_view key, std::string_view valu
 /// The text of the settings file. A path with a line feed or a NUL has no place in it and is written as empty.
 std::string settings_text(const Settings& settings);
 
-/// Writes the settings file whole; false when it fails, and the old file is there still. An old file that could not be
-/// read, or holds no settings, stays beside the new one under a name that ends in ".bad".
+/// Whether the text of a settings file is understood: it has settings in it, or nothing at all.
+bool holds_settings(std::string_view text);
+
+/// Writes the settings file whole; false when it fails, when the old file cannot be read, and when the new one would be
+/// too large to be read again: then the old file is there still. One that holds no settings stays beside the new one
+/// under a name that ends in ".bad".
 bool write_settings(const std::string& path, const Settings& settings);
+
+/// The settings of two instances in one: those of `ours` that differ from `before`; all others, and the lines that are
+/// no settings, as they are in the file.
+Settings merge_settings(const Settings& in_file, const Settings& ours, const Settings& before);
 
 /// Ticks of a blink phase of the cursor for an interval between ticks in milliseconds.
 int cursor_interval_for(int timer_interval);

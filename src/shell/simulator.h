@@ -7,6 +7,7 @@
 #include "shell/places.h"
 #include "shell/recent_listings.h"
 #include "shell/settings.h"
+#include "shell/state_files.h"
 #include "shell/window.h"
 
 #include <optional>
@@ -24,6 +25,7 @@ struct Simulator {
     LcdPicture lcd;
     Settings settings;             ///< those that the record does not have are current here
     DataFiles files;               ///< where state is kept between runs; empty paths for nowhere
+    StateFiles state;              ///< what is saved in them, and when
     RecentListings recent;         ///< the listings that were loaded last
     bool listing_was_read = false; ///< that of `settings.last_file` was read, faulty or not: the title names it
     std::optional<std::string>

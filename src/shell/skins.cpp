@@ -49,8 +49,7 @@ void refuse_fault(Machine& m, SkinFault fault, std::string_view name) {
 bool install_skin_file(Simulator& s, std::string_view name) {
     Machine& m = s.machine;
     const std::string path = folder_of(s.settings.last_file) + std::string(name);
-    const auto bytes =
-        leaves_folder(name) || !is_regular_file(path) ? std::nullopt : read_whole_file(path, SKIN_FILE_MAX);
+    const auto bytes = leaves_folder(name) ? std::nullopt : read_whole_file(path, SKIN_FILE_MAX);
     if (!bytes) {
         refuse_skin(m, MESSAGE_CANNOT_OPEN, "", name);
         return false;

@@ -9,17 +9,11 @@ namespace quillon {
 
 struct Simulator;
 
-/// Reads the state of the last run from the files in `s.files` (none where their paths are empty), loads the listing
+/// Reads the state of the last run from the files in `s.files`, loads the listing
 /// that is named, or without one that of the last run, puts the default skin in place, and enters command mode or opens
 /// the soft keyboard where the settings say so. What was wrong is told in message boxes, so the host and the catalogue
 /// must be in place. False when there is no skin at all: then nothing is to be ticked.
 bool start_simulator(Simulator& s, const std::string& listing = "");
-
-/// Writes settings, variables and the listings loaded last. Returns the paths that could not be written.
-std::vector<std::string> save_state(Simulator& s);
-
-/// What to tell of paths that could not be written.
-std::string unsaved_text(const Simulator& s, const std::vector<std::string>& paths);
 
 /// Closes the soft keyboard, ends the tone, and saves the state. Returns the paths that could not be written.
 std::vector<std::string> shut_down_simulator(Simulator& s);

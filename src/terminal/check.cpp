@@ -201,10 +201,26 @@ const CheckedArea* find_area(const CheckedListing& listing, int number) {
     return found == listing.areas.end() ? nullptr : &*found;
 }
 
+/// Finds what is wrong with the file as such, and takes its text from it. False when there is none.
+bool take_text(CheckedListing& listing, std::string file) {
+    const int cut_line = line_cut_by_nul(file);
+    const bool can_be_read = !is_utf16(file);
+    trim_listing(file);
+    listing.text = std::move(file);
+    const char* end = listing.text.data() + listing.text.size();
+    if (can_be_read && cut_line != 0)
+        add_finding(listing, FindingKind::CUT_BY_NUL, false, line_at(listing, end, cut_line), end,
+                    "a NUL character ends the listing here: what follows is left out");
+    if (!can_be_read)
+        add_finding(listing, FindingKind::UTF16, true, line_at(listing, listing.text.data(), 1), listing.text.data(),
+                    "the listing is UTF-16 text: save it as UTF-8 or ASCII");
+    return can_be_read;
+}
+
 CheckReport check_listing(std::string text) {
     CheckedListing listing;
-    trim_listing(text);
-    listing.text = std::move(text);
+    if (!take_text(listing, std::move(text)))
+        return std::move(listing.report);
     take_apart(listing);
     check_all_data(listing);
     for (std::size_t area = 0; area < listing.areas.size(); ++area) {

@@ -8,8 +8,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include <optional>
 #include <sstream>
+#include <utility>
 
 namespace quillon {
 namespace {
@@ -40,8 +40,8 @@ nlohmann::json to_json(const std::string& file, const CheckReport& report) {
     return {{"file", file}, {"errors", report.errors}, {"warnings", report.warnings}, {"findings", findings}};
 }
 
-std::optional<std::string> read_listing(const std::string& path) {
-    return read_whole_input(path == "-" ? "/dev/stdin" : path, LISTING_SIZE_MAX);
+FileContents read_listing(const std::string& path) {
+    return read_file(path == "-" ? "/dev/stdin" : path, LISTING_SIZE_MAX, FileKind::ANY);
 }
 
 } // namespace
@@ -50,13 +50,13 @@ CheckStatus check_listings(const CheckOptions& options) {
     CheckStatus status = CHECK_NO_ERROR;
     nlohmann::json reports = nlohmann::json::array();
     for (const std::string& path : options.listings) {
-        const std::optional<std::string> text = read_listing(path);
-        if (!text) {
-            print_error("cannot read " + path);
+        FileContents listing = read_listing(path);
+        if (listing.status != ReadStatus::READ) {
+            print_error("cannot read " + path + ": " + read_fault_text(listing));
             status = CHECK_UNREADABLE;
             continue;
         }
-        const CheckReport report = check_listing(*text);
+        const CheckReport report = check_listing(std::move(listing.bytes));
         if (report.errors != 0 && status == CHECK_NO_ERROR)
             status = CHECK_ERRORS;
         if (options.json)

@@ -206,6 +206,14 @@ void check_nesting(CheckedListing& listing, const std::vector<Step>& loops) {
     }
 }
 
+void warn_of_unchecked(CheckedListing& listing, const std::vector<Step>& loops) {
+    if (loops.empty())
+        return;
+    const Step& last = loops.back();
+    add_finding(listing, FindingKind::LOOPS_NOT_CHECKED, false, line_of(listing, last.area, last.line), last.at,
+                "too many loops or jumps up to here: FOR and NEXT are not held against each other");
+}
+
 } // namespace
 
 void check_loops(CheckedListing& listing) {
@@ -215,7 +223,7 @@ void check_loops(CheckedListing& listing) {
         lines += area.lines.size();
     const std::vector<Step> loops = loop_steps(listing);
     if (!listing.steps_known || lines > LINES_MAX || loops.size() > LOOPS_MAX)
-        return;
+        return warn_of_unchecked(listing, loops);
     check_each_next(listing, loops);
     check_nesting(listing, loops);
 }

@@ -6,6 +6,7 @@
 #include "core/listing.h"
 #include "driver/tick.h"
 #include "shell/commands.h"
+#include "shell/listing_file.h"
 #include "shell/saved_values.h"
 #include "shell/settings.h"
 #include "shell/simulator.h"
@@ -82,24 +83,38 @@ bool choose_page(Simulator& s, const std::optional<int>& page) {
 }
 
 /// Reads the rest of standard input as the listing.
-LoadResult load_standard_input(Machine& m) {
+ListingLoad load_standard_input(Machine& m) {
     std::string text;
     if (!read_rest(stdin, text, LISTING_SIZE_MAX)) {
         compose_system_message(m, std::ferror(stdin) != 0 ? MESSAGE_CANNOT_OPEN : MESSAGE_OUT_OF_MEMORY);
-        return LoadResult::UNREADABLE;
+        return {};
     }
-    return load_listing_text(m, std::move(text));
+    return load_listing_bytes(m, std::move(text));
 }
 
 bool load_program(Simulator& s, const std::string& listing) {
     Machine& m = s.machine;
     const bool is_file = listing != "-";
-    const LoadResult result = is_file ? load_listing(m, listing) : load_standard_input(m);
+    const auto [result, is_cut] = is_file ? load_listing(m, listing) : load_standard_input(m);
     if (result != LoadResult::LOADED)
         print_load_fault(listing, m.system_message);
+    else if (is_cut)
+        print_error(listing + ": " + std::string(m.system_message));
     if (is_file)
         s.settings.last_file = listing;
     return result == LoadResult::LOADED;
+}
+
+/// False, with a message, when there are values that cannot be read.
+bool read_values(Machine& m, const std::string& path) {
+    const FileContents file = read_values_file(path);
+    if (file.status == ReadStatus::UNREADABLE) {
+        print_error("cannot read the values in " + path + ": " + read_fault_text(file));
+        return false;
+    }
+    if (!read_values_image(m, file))
+        print_error(path + " holds no values of this program, or not only: it is kept as " + path + ".bad");
+    return true;
 }
 
 /// Puts everything in place and starts the program; false, with a message, when that cannot be.
@@ -107,8 +122,8 @@ bool start_program(Simulator& s, const RunOptions& options) {
     Machine& m = s.machine;
     if (!use_catalogue(m, options.catalogue) || !use_settings(m, options.settings))
         return false;
-    if (!options.values.empty())
-        read_saved_values(options.values, m);
+    if (!options.values.empty() && !read_values(m, options.values))
+        return false;
     if (!load_program(s, options.listing))
         return false;
     if (options.seed)

@@ -1,5 +1,4 @@
-// Loading listings: the format, every fault with its line, every kind of file, what a failed load leaves, and the DATA
-// index.
+// Loading listings: the format, every fault with its line, what a failed load leaves, and the DATA index.
 #include "core/listing.h"
 
 #include "core/data_index.h"
@@ -8,17 +7,12 @@
 #include "tests/support/cases_file.h"
 #include "tests/support/evaluation.h"
 #include "tests/support/record_difference.h"
-#include "tests/support/temporary_file.h"
 #include "tests/support/test_machine.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <string>
-#include <sys/stat.h>
-#include <thread>
 
 namespace quillon::testing {
 namespace {
@@ -67,7 +61,6 @@ class Listing : public ::testing::Test {
 protected:
     TestMachine machine;
     Machine& m = machine.m;
-    TempFolder folder;
 
     std::string outcome(std::string_view text) { return machine.load(text) ? outline(m) : system_message_of(m); }
 
@@ -97,11 +90,6 @@ protected:
         const std::string index = data_of("[P0]\n10 " + line + "\n");
         EXPECT_EQ(data_of("[P0]\n10 " + line), index) << line;
         return index;
-    }
-
-    std::string file(const char* name, std::string_view text) {
-        put_file(folder / name, text);
-        return folder / name;
     }
 };
 
@@ -175,53 +163,6 @@ TEST_F(Listing, ALoadKeepsVariablesAndSettings) {
     EXPECT_EQ(m.print_mode, 0);
     EXPECT_EQ(m.run_state, STATE_SELECT);
     EXPECT_EQ(m.random_seed, 4711U);
-}
-
-TEST_F(Listing, AFileIsReadWhole) {
-    EXPECT_EQ(load_listing(m, file("\xE3\x81\x82 a.txt", "[P1]\n")), LoadResult::LOADED);
-    EXPECT_EQ(load_listing(m, file("b.txt", "[P0]\nA\n")), LoadResult::FAULTY);
-    EXPECT_EQ(system_message_of(m) + outline(m), "SYSTEM 20:2 LINE");
-    EXPECT_EQ(load_listing(m, file("empty.txt", "")), LoadResult::FAULTY);
-    EXPECT_EQ(system_message_of(m), "SYSTEM 3");
-}
-
-TEST_F(Listing, AFileThatCannotBeReadChangesNothing) {
-    const std::string plain = file("plain.txt", "[P1]\n10 A\n");
-    const std::string huge = file("huge.txt", "[P0]\n");
-    std::filesystem::resize_file(huge, LISTING_SIZE_MAX + 1);
-    TestMachine other;
-    for (TestMachine* same : {&machine, &other}) {
-        ASSERT_TRUE(same->load("[P0]\n10 DATA 1\n"));
-        same->m.run_state = STATE_RUN;
-        same->m.random_seed = 99;
-        same->m.data_pos = 1;
-    }
-    for (const std::string& path :
-         {folder.path, folder / "missing", plain + "/below", std::string(), std::string("/proc/self/mem"),
-          std::string(5000, 'x'), huge, std::string("/dev/zero")}) {
-        EXPECT_EQ(load_listing(m, path), LoadResult::UNREADABLE) << path;
-        const bool too_large = path == huge || path == "/dev/zero";
-        const std::string expected = too_large ? "SYSTEM 1" : "SYSTEM 2:[" + path.substr(0, 1000);
-        EXPECT_EQ(system_message_of(m).substr(0, expected.size()), expected);
-        other.m.system_message = m.system_message;
-        EXPECT_EQ(record_difference(m, other.m), "") << path;
-        EXPECT_EQ(outline(m), "P0 10") << path;
-    }
-    std::filesystem::resize_file(huge, LISTING_SIZE_MAX);
-    EXPECT_EQ(load_listing(m, huge), LoadResult::LOADED);
-}
-
-TEST_F(Listing, AFileMayBeAPipe) {
-    const std::string path = folder / "pipe";
-    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
-    std::thread writer([&path] {
-        std::ofstream pipe(path, std::ios::binary);
-        pipe << "[P0]\n10 A\n#" << std::flush;
-        pipe << std::string(300000, '.') << "\n20 B";
-    });
-    EXPECT_EQ(load_listing(m, path), LoadResult::LOADED);
-    writer.join();
-    EXPECT_EQ(outline(m), "P0 10,20");
 }
 
 TEST_F(Listing, HasItsDataItems) {

@@ -5,6 +5,7 @@ usage: dialogs_test.py QUILLON QUILLON_CLI DRAG_SOURCE [unittest's arguments]
 
 import os
 import re
+import shutil
 
 from desktop_case import DesktopTest, run_tests
 from screen import wait_until
@@ -153,6 +154,7 @@ class DialogsTest(DesktopTest):
         for answer, status in (("Cancel", None), ("Retry", 0), ("Discard", 1), (None, 1)):
             self.setUp()  # another home
             simulator, program = self.start(STEPS)
+            shutil.rmtree(simulator.config, ignore_errors=True)
             os.makedirs(simulator.config)
             folder = os.path.join(simulator.config, "quillon")
             open(folder, "wb").close()  # a file where the folder should be
@@ -241,8 +243,8 @@ class DialogsTest(DesktopTest):
         self.wait_for_note(program, "Desktop/qzsnap_000.bmp")
         simulator.key("F9")
         self.wait_for_note(program, "debug.bin")
-        os.remove(os.path.join(self.home, "debug.bin"))
-        os.mkdir(os.path.join(self.home, "debug.bin"))
+        for number in range(1, 256):
+            os.mkdir(os.path.join(self.home, f"debug_{number:03}.bin"))
         simulator.key("F9")
         self.dismiss_message(program, "debug.bin")
         self.choose(simulator, "Left", "h")

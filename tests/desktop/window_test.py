@@ -253,8 +253,10 @@ class WindowTest(DesktopTest):
             self.assertTrue(simulator.file("recent.txt").startswith(path.encode() + b"\n"))
 
     def test_ends_with_every_window_open_and_loses_nothing(self):
-        """Closed by its frame's button, or ended by a signal while a dialog and a message wait for an answer."""
-        for round, (end, dialog) in enumerate(((Simulator.close, None), (Simulator.terminate, "c")), 1):
+        """Closed by its frame's button, or ended by a signal while a message or a dialog waits for an answer."""
+        ends = ((Simulator.close, ()), (Simulator.terminate, ("^Error", "F4")),  # there is no listing
+                (Simulator.terminate, ("^Configuration", "F10", "c")))
+        for round, (end, question) in enumerate(ends, 1):
             simulator = self.start()
             simulator.key("F6")
             simulator.type("a=a+1.5")
@@ -268,9 +270,9 @@ class WindowTest(DesktopTest):
             simulator.key("F10", "Right", "t")
             self.screen.wait_for_window("^Trace$")
             simulator.focus()
-            if dialog:
-                simulator.key("F4", "F10", dialog)  # without a listing F4 brings a message
-                self.screen.wait_for_window("^Error")
+            if question:
+                simulator.key(*question[1:])
+                self.screen.wait_for_window(question[0])
             end(simulator)
             self.assertIn(b"SOFTKEY= 1", simulator.file("QZ740.ini"))
 

@@ -9,7 +9,7 @@ import unittest
 from machine import ROOT, Drive, hold_conversation, run_listing
 
 LANGUAGE = ROOT / "docs" / "language.md"
-LISTING_MAX = 16 << 20
+LISTING_MAX = 1 << 20
 
 
 def lines_of(statement: str, count: int) -> list:
@@ -45,7 +45,7 @@ def numbered(number: int) -> list:
 
 ONE = [" 1"]
 FULL = "Too many lines in a program area, or too many entries (areas, DATA statements and items together) for the DATA index"
-TOO_LARGE = "Cannot be taken into memory: free some memory or use a smaller file (a listing: at most 16 MiB)"
+TOO_LARGE = "Cannot be taken into memory: free some memory or use a smaller file (a listing: at most 1 MiB)"
 LONG = '1 A$="1234567890":A$=A$+A$+A$+A$:'  # of 28 characters: a literal leaves 7
 PROGRAMS = {
     "program areas": [(["[P0]", "1 PRINT 1", "[P9]"], ONE), (["[P0]", "1 PRINT 1", "[P10]"], ["An area header must be closed by ], as in [P0]:3 LINE"])],

@@ -2,6 +2,7 @@
 // listings. What each command changes, by its number, is tested through the driving protocol.
 #include "shell/clipboard.h"
 #include "shell/commands.h"
+#include "shell/configuration.h"
 #include "shell/recent_listings.h"
 #include "tests/support/cases_file.h"
 #include "tests/support/test_machine.h"
@@ -24,6 +25,32 @@ TEST(HostRun, NeedsAListing) {
         t.m.run_state = STATE_RUN;
         run_host_command(*t.simulator, COMMAND_STOP);
         EXPECT_EQ(t.m.run_state, STATE_RUN);
+    }
+}
+
+TEST(HostRun, OfAnUnusedAreaShowsNoOldFault) {
+    TestMachine t;
+    t.start("A=1/0");
+    t.wait();
+    EXPECT_FALSE(t.m.error_detail.empty());
+    run_host_command(*t.simulator, COMMAND_PAGE_0 + 5);
+    run_host_command(*t.simulator, COMMAND_RUN);
+    EXPECT_EQ(t.m.run_state, STATE_COMMAND);
+    EXPECT_EQ(t.m.error_code, ERROR_NONE);
+    EXPECT_TRUE(t.m.error_detail.empty());
+}
+
+TEST(ConfigurationDialog, TakesOverWhatItBeganWith) {
+    for (const int start_mode : {0, 1}) {
+        TestMachine t;
+        Configuration fields = begin_configuration(*t.simulator);
+        fields.start_mode = start_mode;
+        fields.editor = "vi";
+        EXPECT_EQ(accept_configuration(*t.simulator, fields), std::vector<int>());
+        const Configuration again = begin_configuration(*t.simulator);
+        EXPECT_EQ(again.start_mode, start_mode);
+        EXPECT_EQ(t.simulator->settings.start_mode, start_mode);
+        EXPECT_EQ(again.editor + t.simulator->settings.editor, "vivi");
     }
 }
 

@@ -22,6 +22,7 @@
 extern "C" {
 CALL(int, open, const char* path, int flags, ...);
 CALL(ssize_t, write, int descriptor, const void* bytes, size_t size);
+CALL(ssize_t, read, int descriptor, void* bytes, size_t size);
 CALL(int, fsync, int descriptor);
 CALL(int, close, int descriptor);
 CALL(int, fstat, int descriptor, struct stat* out);
@@ -128,16 +129,22 @@ int wrapped_open(const char* path, int flags, ...) {
         mode = va_arg(arguments, mode_t);
         va_end(arguments);
     }
-    const bool failed = (flags & O_CREAT) != 0 ? fails("open", Needs::ROOM) : fails("open folder");
+    const bool failed = (flags & O_CREAT) != 0 ? fails("open", Needs::ROOM)
+                                               : fails((flags & O_DIRECTORY) != 0 ? "open folder" : "open to read");
     return failed ? -1 : real_open(path, flags, mode);
 }
 
 ssize_t wrapped_write(int descriptor, const void* bytes, size_t size) {
     if (!is_due("write", Needs::ROOM))
         return real_write(descriptor, bytes, size);
-    const ssize_t half = real_write(descriptor, bytes, (size + 1) / 2);
-    errno = plan().fault.error;
+    const int error = plan().fault.error;
+    const ssize_t half = error == EINTR ? -1 : real_write(descriptor, bytes, (size + 1) / 2);
+    errno = error;
     return errno == 0 ? half : -1;
+}
+
+ssize_t wrapped_read(int descriptor, void* bytes, size_t size) {
+    return fails("read") ? -1 : real_read(descriptor, bytes, size);
 }
 
 int wrapped_fsync(int descriptor) {

@@ -14,9 +14,9 @@ struct Fault {
     bool lasts = false; ///< all later calls that may have this error fail too; else the one alone
 };
 
-/// Runs `action`, of whose calls one or more fail; a write that fails has written half of its bytes before. Returns the
-/// call that failed first, empty when there were not so many. What is done to a folder has names of its own: "open
-/// folder", "fsync folder", "close folder".
+/// Runs `action`, of whose calls one or more fail; a write that fails, save for a signal, has written half of its bytes
+/// before. Returns the call that failed first, empty when there were not so many. What is done to a folder has names of
+/// its own: "open folder", "fsync folder", "close folder".
 std::string run_with_fault(const Fault& fault, const std::function<void()>& action);
 
 /// Runs `action` in a child process and kills that at its n-th stop: before its first system call, after it, before its

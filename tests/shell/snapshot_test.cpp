@@ -89,13 +89,17 @@ TEST(FileServices, PutSnapshotsOnTheDesktopAndTheDumpWhereOneWorks) {
     t.tick();
     on_key_down(t.m, F12, false);
     EXPECT_EQ(get_file(home / "Desktop/qzsnap_000.bmp"), snapshot_bitmap(t.simulator->lcd.canvas));
-    put_file(dump_path, std::string(20000, 'x'));
+    put_file(home / "precious", "old");
+    std::filesystem::create_symlink("precious", dump_path);
+    put_file(home / "debug_001.bin", "old");
     on_key_down(t.m, F9, false);
-    const std::string dump = get_file(dump_path);
+    const std::string dump = get_file(home / "debug_002.bin");
     EXPECT_EQ(dump.size(), 11700U);
     EXPECT_EQ(dump.substr(0, 20), std::string("A\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\x40", 20));
-    std::filesystem::remove_all(dump_path);
-    std::filesystem::create_directory(dump_path);
+    EXPECT_EQ(get_file(home / "precious") + get_file(home / "debug_001.bin"), "oldold") << "never over an old one";
+    std::filesystem::create_directory(home / "gone");
+    std::filesystem::current_path(home / "gone");
+    std::filesystem::remove(home / "gone");
     on_key_down(t.m, F9, false);
     for (int i = 1; i < 255; ++i)
         put_file(home / ("Desktop/qzsnap_" + std::to_string(1000 + i).substr(1) + ".bmp"), "");
@@ -104,9 +108,10 @@ TEST(FileServices, PutSnapshotsOnTheDesktopAndTheDumpWhereOneWorks) {
     on_key_down(t.m, F12, false);
     ::setenv("HOME", (home / "gone").c_str(), 1);
     on_key_down(t.m, F12, false);
-    EXPECT_EQ(t.messages, (std::vector<std::string>{"dump lost:\r\n" + dump_path, "no free name",
+    EXPECT_EQ(t.messages, (std::vector<std::string>{"dump lost:\r\ndebug.bin", "no free name",
                                                     "picture lost:\r\n" + home / "gone"}));
-    EXPECT_EQ(notes, (std::vector<std::string>{"picture: " + home / "Desktop/qzsnap_000.bmp", "dump: " + dump_path,
+    EXPECT_EQ(notes, (std::vector<std::string>{"picture: " + home / "Desktop/qzsnap_000.bmp",
+                                               "dump: " + home / "debug_002.bin",
                                                "picture: " + home / "Desktop/qzsnap_255.bmp"}));
     EXPECT_TRUE(t.m.key_string.empty());
     std::filesystem::current_path(was);

@@ -110,7 +110,7 @@ TEST_F(Startup, GoesByItsOrderAndSoDoesTheEnd) {
     std::filesystem::create_directories(files.folder);
     ASSERT_EQ(::mkfifo(files.settings.c_str(), 0600), 0);
     start();
-    EXPECT_EQ(order, "") << "nothing waits for what may come through a pipe";
+    EXPECT_EQ(order, "FILES 0|") << "nothing waits for what may come through a pipe";
     std::filesystem::remove(files.settings);
     put_settings("TIMER=0\nRUNPAGE=10\nSTARTMODE=1\nSOFTKEY=1\nLASTFILE=\"" + listing + "\"\n");
     TestMachine& t = start();

@@ -1,5 +1,6 @@
 // PRINT and INPUT beyond the rows of print.txt and dialogues.txt: the pace of PRINT, the longest texts, prompts and
 // entries, and every refusal. (The visible columns: in display/lcd_test.)
+#include "shell/commands.h"
 #include "tests/statements/changes.h"
 #include "tests/support/keyboard.h"
 #include "tests/support/scripts.h"
@@ -61,6 +62,18 @@ TEST(Input, ShowsTheEndOfWhatIsLong) {
     EXPECT_EQ(t.visible(), "PROMPT TEXT?") << "its last columns";
     type(t, "ABCDEFGHIJKLMNOPQRST");
     EXPECT_EQ(t.visible().substr(0, 11), "JKLMNOPQRST") << "eleven columns, and room for the cursor";
+}
+
+TEST(Input, GoesOnWithItsListAfterAStop) {
+    Asking t("INPUT \"X\",A,\"Y\",B\nPRINT A;B");
+    enter(t, "5");
+    t.wait();
+    const int token = t.m.token;
+    run_host_command(*t.simulator, COMMAND_STOP);
+    t.tick();
+    t.m.token = 'X'; // as some line that was typed meanwhile leaves it
+    t.exe();
+    EXPECT_EQ(t.m.token, token);
 }
 
 TEST(Input, RefusesWhatIsNoNumberAndAsksAgain) {

@@ -66,6 +66,17 @@ TEST(Check, FindsEachKindAndNothingElse) {
     for (int i = 1; i <= 513; ++i)
         many_lines += std::to_string(i) + " PRINT\n";
     EXPECT_EQ(report_of(many_lines), "514:1 error too-many-lines");
+    std::string many_loops = "[P0]\n";
+    for (int i = 1; i <= 500; ++i)
+        many_loops +=
+            std::to_string(i) + " FOR A=1 TO 2:NEXT A:FOR A=1 TO 2:NEXT A:FOR A=1 TO 2:NEXT A:FOR A=1 TO 2:NEXT A\n";
+    EXPECT_EQ(report_of(many_loops), "");
+    many_loops += many_loops;
+    many_loops.replace(many_loops.rfind("[P0]"), 4, "[P1]");
+    EXPECT_EQ(report_of(many_loops), "1002:78 warning loops-not-checked");
+    EXPECT_EQ(report_of(std::string("\xFF\xFE[\0P\0000\0]\0", 11)), "1:1 error utf-16");
+    EXPECT_EQ(report_of(std::string("[P0]\n10 PRINT\n20 \0PRINT\n", 25)), "3:4 warning cut-by-nul");
+    EXPECT_EQ(report_of(std::string("[P0]\n10 PRINT\n\0\0\x1A", 17)), "");
     EXPECT_EQ(report_of("[P0]\r\n10 PRINT \"A\":REM anything (\r\n20 SAVE \"A:B\":PASS 1/:A=SIN 30*2\r\n"), "");
     for (const std::string_view word : ALL_WORDS)
         EXPECT_NE(reports.find(word), std::string::npos) << word;

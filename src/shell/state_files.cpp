@@ -1,0 +1,213 @@
+// Reading, merging and saving the state.
+#include "shell/state_files.h"
+
+#include "core/errors.h"
+#include "shell/files.h"
+#include "shell/paths.h"
+#include "shell/safe_write.h"
+#include "shell/saved_values.h"
+#include "shell/simulator.h"
+#include "shell/startup.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace quillon {
+namespace {
+
+constexpr std::size_t TEXT_FILE_MAX = std::size_t{1} << 20;
+
+constexpr MessageId FILE_NOT_READ{"FILES", 0};
+constexpr MessageId FILE_NOT_UNDERSTOOD{"FILES", 1};
+constexpr MessageId FILE_OF_ANOTHER{"FILES", 2};
+
+std::string file_message(const Simulator& s, MessageId message, const std::string& about) {
+    return std::string(lookup_message(s.machine.catalogue, message.section, message.number)) + "\r\n" + about;
+}
+
+void warn(const Simulator& s, MessageId message, const std::string& about) {
+    s.machine.host.show_message(file_message(s, message, about), MessageIcon::WARNING);
+}
+
+/// Says what is wrong with a file that was read. Returns whether it is there and could not be read.
+bool warn_of_file(const Simulator& s, const std::string& path, const FileContents& file, bool is_understood) {
+    const bool is_unread = file.status == ReadStatus::UNREADABLE;
+    if (is_unread)
+        warn(s, FILE_NOT_READ, path + ": " + read_fault_text(file));
+    else if (file.status == ReadStatus::TOO_LARGE || !is_understood)
+        warn(s, FILE_NOT_UNDERSTOOD, path);
+    return is_unread;
+}
+
+void read_settings_file(Simulator& s) {
+    const FileContents file = read_file(s.files.settings, TEXT_FILE_MAX);
+    const bool is_whole = file.status == ReadStatus::READ;
+    s.state.settings_unread = warn_of_file(s, s.files.settings, file, holds_settings(file.bytes));
+    use_settings(s, parse_settings(is_whole ? file.bytes : ""));
+}
+
+std::string values_bytes(const Machine& m) {
+    const ValuesImage image = values_image(m);
+    return {reinterpret_cast<const char*>(image.data()), image.size()};
+}
+
+void read_variables(Simulator& s) {
+    FileContents file = read_values_file(s.files.saved_values);
+    const bool is_understood = read_values_image(s.machine, file);
+    s.state.values_unread = warn_of_file(s, s.files.saved_values, file, is_understood);
+    s.state.values = std::move(file.bytes);
+    s.state.our_values = values_bytes(s.machine);
+}
+
+void read_recent(Simulator& s) {
+    const FileContents file = read_file(s.files.recent_listings, TEXT_FILE_MAX);
+    s.state.recent_unread = warn_of_file(s, s.files.recent_listings, file, true);
+    s.recent = parse_recent_listings(file.bytes);
+}
+
+Settings settings_to_save(const Simulator& s) {
+    Settings settings = s.settings;
+    settings.last_file = s.kept_last_file.value_or(settings.last_file);
+    return settings;
+}
+
+bool save_settings(Simulator& s) {
+    StateFiles& state = s.state;
+    const std::string& path = s.files.settings;
+    if (state.settings_unread)
+        return true;
+    const Settings ours = settings_to_save(s);
+    const FileContents file = read_file(path, TEXT_FILE_MAX);
+    const bool has_settings = file.status == ReadStatus::READ && !file.bytes.empty() && holds_settings(file.bytes);
+    const Settings merged =
+        has_settings ? merge_settings(parse_settings(file.bytes).settings, ours, state.settings) : ours;
+    if (settings_text(merged) != file.bytes && !write_settings(path, merged))
+        return false;
+    state.settings = ours;
+    return true;
+}
+
+/// False when that cannot be.
+bool keep_values_of_another(const Simulator& s, const std::string& theirs) {
+    const std::string beside = s.files.saved_values + ".other";
+    if (!safe_write(beside, theirs))
+        return false;
+    s.window.note(file_message(s, FILE_OF_ANOTHER, beside));
+    return true;
+}
+
+/// Where another instance has saved its variables meanwhile, those that were changed last replace the others, which are
+/// kept.
+bool save_values(Simulator& s) {
+    StateFiles& state = s.state;
+    const std::string& path = s.files.saved_values;
+    const FileContents file = read_values_file(path);
+    const std::string ours = values_bytes(s.machine);
+    const bool another_has_saved = file.status == ReadStatus::READ && file.bytes != state.values;
+    if (state.values_unread || (another_has_saved && ours == state.our_values))
+        return true;
+    if (another_has_saved && !keep_values_of_another(s, file.bytes))
+        return false;
+    if (ours != file.bytes && !write_saved_values(path, s.machine))
+        return false;
+    state.values = ours;
+    state.our_values = ours;
+    return true;
+}
+
+bool contains(const RecentListings& listings, const std::string& listing) {
+    return std::find(listings.begin(), listings.end(), listing) != listings.end();
+}
+
+/// Ours stand before those that another instance has put there meanwhile.
+bool save_recent(Simulator& s) {
+    StateFiles& state = s.state;
+    const std::string& path = s.files.recent_listings;
+    if (state.recent_unread)
+        return true;
+    const FileContents file = read_file(path, TEXT_FILE_MAX);
+    for (const std::string& listing : parse_recent_listings(file.bytes)) {
+        const bool is_anothers = !contains(s.recent, listing) && !contains(state.recent, listing);
+        if (is_anothers && s.recent.size() < RECENT_LISTINGS_MAX)
+            s.recent.push_back(listing);
+    }
+    const bool is_same = file.status == ReadStatus::READ && recent_listings_text(s.recent) == file.bytes;
+    if (!is_same && (file.status == ReadStatus::UNREADABLE || !write_recent_listings(path, s.recent)))
+        return false;
+    state.recent = s.recent;
+    return true;
+}
+
+bool has_changed(Simulator& s) {
+    collect_settings(s.machine, s.settings);
+    return values_bytes(s.machine) != s.state.our_values || s.recent != s.state.recent ||
+           settings_text(settings_to_save(s)) != settings_text(s.state.settings);
+}
+
+bool is_save_due(Simulator& s, std::int64_t now) {
+    constexpr std::int64_t STANDING = 5'000;
+    constexpr std::int64_t RUNNING = 60'000;
+    StateFiles& state = s.state;
+    const bool is_another_listing = state.listing != s.settings.last_file;
+    const std::int64_t interval = s.machine.run_state == STATE_RUN ? RUNNING : STANDING;
+    if (!is_another_listing && now - state.looked_at < interval)
+        return false;
+    state.looked_at = now;
+    return is_another_listing || has_changed(s);
+}
+
+} // namespace
+
+void read_state(Simulator& s) {
+    if (!s.files.folder.empty())
+        remove_leftovers(s.files.folder);
+    if (!s.files.settings.empty())
+        read_settings_file(s);
+    if (!s.files.saved_values.empty())
+        read_variables(s);
+    if (!s.files.recent_listings.empty())
+        read_recent(s);
+    s.state.settings = s.settings;
+    collect_settings(s.machine, s.state.settings);
+    s.state.recent = s.recent;
+    s.state.listing = s.settings.last_file;
+}
+
+std::vector<std::string> save_state(Simulator& s) {
+    if (s.files.settings.empty())
+        return {};
+    create_folder(s.files.folder);
+    collect_settings(s.machine, s.settings);
+    std::vector<std::string> unsaved;
+    if (!save_settings(s))
+        unsaved.push_back(s.files.settings);
+    if (!save_values(s))
+        unsaved.push_back(s.files.saved_values);
+    if (!save_recent(s))
+        unsaved.push_back(s.files.recent_listings);
+    s.state.listing = s.settings.last_file;
+    return unsaved;
+}
+
+void save_when_due(Simulator& s, std::int64_t now) {
+    if (!is_save_due(s, now))
+        return;
+    const std::vector<std::string> unsaved = save_state(s);
+    if (!unsaved.empty() && !s.state.trouble_noted)
+        s.window.note(unsaved_text(s, unsaved));
+    s.state.trouble_noted = !unsaved.empty();
+}
+
+std::int64_t steady_milliseconds() {
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
+}
+
+std::string unsaved_text(const Simulator& s, const std::vector<std::string>& paths) {
+    std::string text = lookup_message(s.machine.catalogue, "SAVE", 0);
+    for (const std::string& path : paths)
+        text += path + "\r\n";
+    return text;
+}
+
+} // namespace quillon
