@@ -122,6 +122,18 @@ TEST(Settings, GoIntoTheRecordAndBack) {
     EXPECT_EQ((Numbers{m.timer_interval, m.saved_timer_interval}), (Numbers{5, 5}));
 }
 
+TEST(Settings, MayHaveTheLineEndsOfAnySystem) {
+    for (const char* ends : {"\n", "\r\n", "\r"}) {
+        std::string text = "[QZS] ZOOM=3\n; mine\nRUNPAGE=4\nNEW=1\n[OTHER]\nX=1\n";
+        for (std::size_t at = 0; (at = text.find('\n', at)) != std::string::npos; at += std::string_view(ends).size())
+            text.replace(at, 1, ends);
+        const Settings settings = parse_settings(text).settings;
+        EXPECT_EQ((std::vector{settings.zoom, settings.run_page}), (std::vector{3, 4}));
+        EXPECT_EQ(settings.other_lines, (std::vector<std::string>{"; mine", "NEW=1"}));
+        EXPECT_TRUE(settings.other_sections.starts_with("[OTHER]"));
+    }
+}
+
 TEST(Settings, LiveInAFile) {
     const TempFolder folder;
     const std::string path = folder / "QZ740.ini";
