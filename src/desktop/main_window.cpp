@@ -338,7 +338,8 @@ void MainWindow::leave(int status) {
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-    if (event->mimeData()->hasUrls() && event->mimeData()->urls().first().isLocalFile())
+    const QList<QUrl> urls = event->mimeData()->urls(); // empty when the program that drags has gone meanwhile
+    if (!urls.isEmpty() && urls.first().isLocalFile())
         event->acceptProposedAction();
 }
 

@@ -252,7 +252,7 @@ class DialogsTest(DesktopTest):
         self.choose(simulator, "e")
         self.dismiss_message(program, "editor could not be started")
         self.close_dialog(simulator, program, "Configuration")  # to choose another one
-        with open(os.path.join(self.home, "opened"), encoding="ascii") as opened:
+        with open(os.path.join(self.home, "opened"), encoding="utf-8") as opened:
             self.assertRegex(opened.read(), r"index\.(md|html)\n.*/steps\.bas\n$")
         simulator.close()
 
