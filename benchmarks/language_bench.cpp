@@ -1,5 +1,6 @@
+// SPDX-License-Identifier: MIT
 // How many statements a second programs run: a tick runs one.
-#include "core/listing.h"
+#include "core/program.h"
 #include "driver/tick.h"
 #include "shell/commands.h"
 #include "shell/simulator.h"
@@ -20,7 +21,7 @@ void run_program(benchmark::State& state, const char* lines) {
     run_host_command(*simulator, COMMAND_RUN);
     for (auto _ : state) {
         machine_tick(m);
-        if (m.run_state != STATE_RUN) {
+        if (m.run.run_state != STATE_RUN) {
             state.SkipWithError("the program has stopped");
             break;
         }

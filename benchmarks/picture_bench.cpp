@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How long the picture takes: an unchanged line, a whole one, and unpacking the skin.
 #include "display/glz.h"
 #include "display/resources.h"
@@ -27,8 +28,8 @@ void render_everything(benchmark::State& state) {
     Machine& m = simulator->machine;
     load_skin(*simulator, {});
     for (auto _ : state) {
-        std::memset(m.display_line, m.display_line[0] == 'A' ? 'B' : 'A', DISPLAY_WIDTH);
-        m.shift_flag = 1 - m.shift_flag;
+        std::memset(m.screen.display_line.data(), m.screen.display_line[0] == 'A' ? 'B' : 'A', DISPLAY_WIDTH);
+        m.keys.shift_flag = !m.keys.shift_flag;
         benchmark::DoNotOptimize(render_lcd(simulator->lcd, m));
     }
 }

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 // The message catalogue: any bytes give texts with which the machine can tell of its errors.
 #include "fuzz/user.h"
 
-#include "core/listing.h"
+#include "core/program.h"
 #include "shell/catalogue.h"
 #include "shell/commands.h"
 
@@ -9,7 +10,7 @@ using namespace quillon;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto s = std::make_unique<Simulator>();
-    s->machine.catalogue = parse_catalogue(fuzz::as_text(data, size));
+    s->around.catalogue = parse_catalogue(fuzz::as_text(data, size));
     for (const char* listing :
          {"", "[P0]\n10 GOTO 5\n", "[P0]\n10 A=1/0\n", "[P0]\n10 PRINT @,\"\\pi\"\n", "[P0]\n10 \"A\"=FORX\n"}) {
         load_listing_text(s->machine, listing);

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 // Checking a listing: whatever the bytes, it ends, and a listing without an error is one that the machine loads.
 #include "fuzz/user.h"
 
-#include "core/listing.h"
+#include "core/program.h"
 #include "terminal/check.h"
 
 using namespace quillon;

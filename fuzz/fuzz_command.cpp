@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 // Command lines, typed beside a loaded listing. Each line of the input is typed in pieces of up to 15 bytes, control
 // bytes being editing keys, and carried out; between lines the machine gets some ticks, with EXE held in the last.
 #include "fuzz/user.h"
 
-#include "core/listing.h"
+#include "core/program.h"
 #include "shell/commands.h"
 
 using namespace quillon;
@@ -16,12 +17,12 @@ constexpr const char* LISTING =
 void type_line(Simulator& s, std::string_view line) {
     constexpr std::size_t PIECE = 15;
     for (; !line.empty(); line.remove_prefix(std::min(PIECE, line.size()))) {
-        s.machine.key_string = line.substr(0, PIECE);
+        s.machine.keys.key_string = line.substr(0, PIECE);
         fuzz::tick(s);
         clear_key(s.machine);
         fuzz::tick(s);
     }
-    s.machine.enter_request = 1;
+    s.machine.keys.enter_request = true;
     fuzz::tick(s);
 }
 
@@ -33,13 +34,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto s = fuzz::make_simulator();
     load_listing_text(s->machine, LISTING);
     run_host_command(*s, COMMAND_LINE);
-    s->machine.held_key = 'A'; // any key leads from READY to the line
+    s->machine.keys.held_key = 'A'; // any key leads from READY to the line
     fuzz::tick(*s);
     std::string_view text = fuzz::as_text(data, size);
     for (int line = 0; line < LINES_MAX && !text.empty(); ++line) {
         type_line(*s, fuzz::take_until(text, '\n').substr(0, 200));
         for (int i = 0; i < TICKS_BETWEEN; ++i) {
-            s->machine.enter_request = i + 2 >= TICKS_BETWEEN ? 1 : 0;
+            s->machine.keys.enter_request = i + 2 >= TICKS_BETWEEN ? 1 : 0;
             fuzz::tick(*s);
         }
     }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The driving protocol. Files are read and written in a folder of the target's own only, which has a listing `a` and a
 // catalogue `b`; an input makes a bounded number of ticks.
 #include "fuzz/user.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // GLZ0: streams and resources of any bytes are decoded within their bounds or refused, and what was encoded is decoded
 // to the same bytes. The first byte of the input tells how long the decoded data is said to be.
 #include "fuzz/user.h"

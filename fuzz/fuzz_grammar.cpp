@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 // Listings composed from a grammar by the input's bytes: they end what is checked, which is found alike each time, and
 // the checker refuses a listing exactly when the machine does not load it.
 #include "fuzz/random_programs.h"
 #include "fuzz/user.h"
 
-#include "core/listing.h"
+#include "core/program.h"
 #include "terminal/check.h"
 
 using namespace quillon;
@@ -33,8 +34,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto s = fuzz::make_simulator();
     const bool loaded = load_listing_text(s->machine, listing) == LoadResult::LOADED;
     fuzz::require(loaded != cannot_load(report), "the checker and the machine disagree about a listing");
-    const std::string message(s->machine.system_message);
+    const std::string message(s->machine.error.system_message);
     const bool again = load_listing_text(s->machine, listing) == LoadResult::LOADED;
-    fuzz::require(loaded == again && message == std::string_view(s->machine.system_message), "the same listing loads in two ways");
+    fuzz::require(loaded == again && message == std::string_view(s->machine.error.system_message),
+                  "the same listing loads in two ways");
     return 0;
 }

@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 // A listing is loaded and run for its first 20,000 ticks while somebody plays with the machine. The input is the
 // listing; behind a NUL, which ends a listing, stands what is done.
 #include "fuzz/user.h"
 
-#include "core/listing.h"
+#include "core/program.h"
 #include "shell/commands.h"
 
 using namespace quillon;
@@ -20,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (ticks % 8 == 7)
             act(*s, choices);
         fuzz::tick(*s);
-        idle = choices.exhausted() && s->machine.run_state >= STATE_ENDED ? idle + 1 : 0;
+        idle = choices.exhausted() && s->machine.run.run_state >= STATE_ENDED ? idle + 1 : 0;
     }
     return 0;
 }

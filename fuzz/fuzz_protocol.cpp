@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
 // A session of the driving protocol whose commands are chosen by the input's bytes, held against a second machine: the
 // same commands give the same answers, N ticks are N times a tick, and neither a question nor a refused command changes
 // anything.
 #include "fuzz/random_programs.h"
 #include "fuzz/user.h"
 
-#include "core/listing.h"
+#include "core/program.h"
 #include "terminal/drive.h"
 
 #include <iterator>
@@ -16,12 +17,51 @@ namespace {
 
 /// Carried out on both.
 constexpr const char* COMMANDS[] = {
-    "run", "stop", "command", "page 0", "page 1", "exe", "exe", "wait 5", "enter 5", "enter A=1", "enter RUN",
-    "enter GOTO 50", "enter PRINT A;B$", "type 7", "type PRINT", "key 41", "key 00", "press 36", "release 36",
-    "press 55", "release 55", "press 13", "release 13", "press 27", "release 27", "repeat 65", "release 65",
-    "altpress 120", "hold shift", "unhold shift", "hold ctrl", "unhold ctrl", "soft down 1 3", "soft down 3 13",
-    "soft up", "click left 20 40", "click double 60 40", "click right 9 9", "clipboard 12", "set wait_print_sc 1",
-    "set wait_print_sc 30", "set angle_unit 1", "set run_page 1", "set random_seed 9", "set set_f_digits 2",
+    "run",
+    "stop",
+    "command",
+    "page 0",
+    "page 1",
+    "exe",
+    "exe",
+    "wait 5",
+    "enter 5",
+    "enter A=1",
+    "enter RUN",
+    "enter GOTO 50",
+    "enter PRINT A;B$",
+    "type 7",
+    "type PRINT",
+    "key 41",
+    "key 00",
+    "press 36",
+    "release 36",
+    "press 55",
+    "release 55",
+    "press 13",
+    "release 13",
+    "press 27",
+    "release 27",
+    "repeat 65",
+    "release 65",
+    "altpress 120",
+    "hold shift",
+    "unhold shift",
+    "hold ctrl",
+    "unhold ctrl",
+    "soft down 1 3",
+    "soft down 3 13",
+    "soft up",
+    "click left 20 40",
+    "click double 60 40",
+    "click right 9 9",
+    "clipboard 12",
+    "set wait_print_sc 1",
+    "set wait_print_sc 30",
+    "set angle_unit 1",
+    "set run_page 1",
+    "set random_seed 9",
+    "set set_f_digits 2",
 };
 
 struct NumberedCommand {
@@ -37,9 +77,15 @@ constexpr NumberedCommand NUMBERED_COMMANDS[] = {
 
 /// Carried out on the first machine only.
 constexpr const char* WITHOUT_EFFECT[] = {
-    "lcd", "vars", "sound", "clipboard", "# remark", "", "tock", "tick -1", "tick x", "press 256", "set pie 1",
-    "set angle_unit 99", "page 10", "soft down 4 0", "click middle 1 1", "hold hyper", "key 4", "key XX", "state 1",
-    "run now", "exe 3", "quit later", "wait", "catalogue", "load", "host 39999",
+    "lcd",        "vars",          "sound",
+    "clipboard",  "# remark",      "",
+    "tock",       "tick -1",       "tick x",
+    "press 256",  "set pie 1",     "set angle_unit 99",
+    "page 10",    "soft down 4 0", "click middle 1 1",
+    "hold hyper", "key 4",         "key XX",
+    "state 1",    "run now",       "exe 3",
+    "quit later", "wait",          "catalogue",
+    "load",       "host 39999",
 };
 
 std::string answer_of(DriveSession& session, const std::string& line) {
@@ -60,7 +106,8 @@ void tick_both(DriveSession& whole, DriveSession& single, int count) {
         answer_of(single, "tick");
 }
 
-template <std::size_t Size> const char* any_of(const char* const (&lines)[Size], fuzz::Choices& choices) {
+template <std::size_t Size>
+const char* any_of(const char* const (&lines)[Size], fuzz::Choices& choices) {
     return lines[choices.below(static_cast<int>(Size))];
 }
 

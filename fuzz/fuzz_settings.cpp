@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The settings file: any bytes give settings that the machine can live with, and that are read back as written.
 #include "fuzz/user.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bitmap skins: any bytes are refused, or make a skin that the LCD can be drawn with. Tried as they are and continued
 // to the length of a whole skin, so that an input of a few bytes can be one.
 #include "fuzz/user.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The saved values: any bytes give a variable memory that the machine can live with, and that is read back as written.
 #include "fuzz/user.h"
 

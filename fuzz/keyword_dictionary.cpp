@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes the vocabulary as a dictionary for the fuzzers: every word in quotes, a line each.
 #include "core/keywords.h"
 

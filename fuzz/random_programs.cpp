@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Composing programs from the grammar in random_programs.txt.
 #include "fuzz/random_programs.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Random programs: mostly sound, now and then with a token too many, too few or in the wrong place.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Stands in for the fuzzer where the compiler has none: gives a target the files that are named, and all files of the
 // folders that are named. So the seeds and every finding of the past are tests. The number in front is how many damaged
 // copies of each file follow it, always the same ones.

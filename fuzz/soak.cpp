@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The soak: the machine runs for a very long time over all examples, while a seeded generator types, clicks, gives
 // commands and loads. After every tick the machine must be whole, and the memory in use must not grow. At the end a
 // digest of all that was seen on the way is printed: two runs with the same seed give the same.
@@ -5,7 +6,7 @@
 //   quillon-soak [TICKS [SEED]]
 #include "fuzz/user.h"
 
-#include "core/listing.h"
+#include "core/program.h"
 #include "shell/commands.h"
 #include "shell/saved_values.h"
 #include "terminal/drive_state.h"
@@ -54,11 +55,11 @@ void add_state(Digest& digest, const Simulator& s) {
     digest.add(state.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
     digest.add(bytes_of(values_image(s.machine)));
     digest.add(bytes_of(s.lcd.canvas.pixels));
-    digest.add(bytes_of(s.machine.tone.image));
-    for (int i = 0; i < s.machine.for_depth; ++i)
-        digest.add(std::to_string(s.machine.for_frames[i].line));
-    for (int i = 0; i < s.machine.gosub_depth; ++i)
-        digest.add(std::to_string(s.machine.gosub_frames[i].line));
+    digest.add(bytes_of(s.machine.sound.tone.image));
+    for (int i = 0; i < s.machine.program.for_depth; ++i)
+        digest.add(std::to_string(s.machine.program.for_frames[i].line));
+    for (int i = 0; i < s.machine.program.gosub_depth; ++i)
+        digest.add(std::to_string(s.machine.program.gosub_frames[i].line));
 }
 
 /// Memory of this process that is in real pages.
@@ -82,7 +83,7 @@ std::vector<std::string> example_listings() {
 void load(Simulator& s, const std::string& path, Choices& choices) {
     require(open_listing(s, path), "an example cannot be loaded");
     if (choices.below(4) == 0) {
-        std::string text = s.machine.listing_text;
+        std::string text = s.machine.listing->text;
         std::replace(text.begin(), text.end(), '\0', '\n');
         text.erase(text.size() * static_cast<std::size_t>(choices.below(256)) / 256,
                    static_cast<std::size_t>(choices.below(40)));

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The things that a person can do, and how they are chosen.
 #include "fuzz/user.h"
 
@@ -7,6 +8,7 @@
 #include "keys/lcd_click.h"
 #include "keys/soft_keyboard.h"
 #include "keys/soft_keys.h"
+#include "keys/virtual_keys.h"
 #include "shell/clipboard.h"
 #include "shell/commands.h"
 #include "shell/skins.h"
@@ -38,7 +40,7 @@ void press_key(Simulator& s, Choices& choices) {
 
 void press_digit(Simulator& s, Choices& choices) { strike(s, {.key = '0' + choices.below(10)}); }
 
-void press_clear(Simulator& s, Choices&) { strike(s, {.key = VIRTUAL_KEY_HOME}); }
+void press_clear(Simulator& s, Choices&) { strike(s, {.key = VK_HOME}); }
 
 void press_editing_key(Simulator& s, Choices& choices) {
     constexpr int KEYS[] = {8, 35, 36, 37, 38, 39, 40, 45, 46};
@@ -52,8 +54,8 @@ void type_character(Simulator& s, Choices& choices) {
 
 void type_word(Simulator& s, Choices& choices) {
     const auto words = vocabulary();
-    s.machine.key_string = words[static_cast<std::size_t>(choices.below(static_cast<int>(words.size())))].spelling;
-    s.machine.held_key = 0;
+    s.machine.keys.key_string = words[static_cast<std::size_t>(choices.below(static_cast<int>(words.size())))].spelling;
+    s.machine.keys.held_key = 0;
 }
 
 void let_go(Simulator& s, Choices&) {
@@ -72,7 +74,7 @@ void release_soft_key(Simulator& s, Choices&) { soft_mouse_up(s.machine); }
 void click(Simulator& s, Choices& choices) {
     const auto kind = static_cast<LcdClick>(choices.below(3));
     const int x = choices.below(256) * 2 - 60;
-    on_lcd_click(s.machine, kind, x, choices.below(128) - 20, 0);
+    on_lcd_click(s.machine, kind, x, choices.below(128) - 20);
 }
 
 void run_program(Simulator& s, Choices&) { run_host_command(s, COMMAND_RUN); }
@@ -103,9 +105,9 @@ int Choices::below(int count) {
 std::unique_ptr<Simulator> make_simulator() {
     auto s = std::make_unique<Simulator>();
     auto clipboard = std::make_shared<std::string>();
-    s->machine.host.copy_text = [clipboard](std::string_view text) { *clipboard = clipboard_part(text); };
-    s->machine.host.paste_text = [clipboard] { return pasted_part(*clipboard); };
-    s->machine.host.milliseconds = [] { return 1U; };
+    s->around.host.copy_text = [clipboard](std::string_view text) { *clipboard = clipboard_part(text); };
+    s->around.host.paste_text = [clipboard] { return pasted_part(*clipboard); };
+    s->around.host.milliseconds = [] { return 1U; };
     static const LcdPicture PICTURE = [] { // its skin takes longer to unpack than most inputs to run
         const auto first = std::make_unique<Simulator>();
         load_skin(*first, {});

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A person at the machine who does anything at all: keys, words, the mouse, the host's commands. What to do comes from
 // an input's bytes or from a seeded generator. The fuzz targets and the soak share this.
 #pragma once

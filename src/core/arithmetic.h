@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The arithmetic of the operators, and the range of numbers: what evaluating from text and running expression code
 // share.
 #pragma once
@@ -9,30 +10,30 @@
 namespace quillon {
 
 /// The result of "*", "/" (the divisor is not 0), EX, EM or "^".
-inline double arithmetic(int operation, double left, double right) {
+inline double arithmetic(TokenCode operation, double left, double right) {
     switch (operation) {
-    case '*': return left * right;
-    case '/': return left / right;
+    case TOKEN_TIMES: return left * right;
+    case TOKEN_DIVIDE: return left / right;
     case TOKEN_EX: return left * std::pow(10.0, right);
     case TOKEN_EM: return left / std::pow(10.0, right);
     default: return std::pow(left, right);
     }
 }
 
-/// How tightly an operator binds. Each level takes its operands from the one behind it.
-enum Level : int { LEVEL_SUM, LEVEL_TERM, LEVEL_POWER, LEVEL_FACTOR };
+/// How tightly an operator binds. Each level takes its operands from the next one.
+enum class Level : std::int8_t { SUM, TERM, POWER, FACTOR };
 
-/// The level of the operator that a token is; LEVEL_FACTOR for those that are none.
-constexpr Level level_of(int token) {
+/// The level of a token that is an operator; FACTOR for all others.
+constexpr Level level_of(TokenCode token) {
     switch (token) {
-    case '+':
-    case '-': return LEVEL_SUM;
-    case '*':
-    case '/': return LEVEL_TERM;
-    case '^':
+    case TOKEN_PLUS:
+    case TOKEN_MINUS: return Level::SUM;
+    case TOKEN_TIMES:
+    case TOKEN_DIVIDE: return Level::TERM;
+    case TOKEN_POWER:
     case TOKEN_EX:
-    case TOKEN_EM: return LEVEL_POWER;
-    default: return LEVEL_FACTOR;
+    case TOKEN_EM: return Level::POWER;
+    default: return Level::FACTOR;
     }
 }
 
@@ -43,5 +44,8 @@ inline bool in_number_range(double x) {
     const double magnitude = std::fabs(x);
     return (magnitude >= NUMBER_MIN && magnitude <= NUMBER_MAX) || x == 0;
 }
+
+/// The level from which an operator of `level` takes its right operand.
+constexpr Level next_level(Level level) { return static_cast<Level>(static_cast<int>(level) + 1); }
 
 } // namespace quillon

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Escapes and Unicode of the machine's character set.
 #include "core/charset.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The machine's character set: 8-bit codes, printable from 0x20 to 0x9F. Listings write the special characters as
 // backslash escapes; everything outside the machine sees them as Unicode.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The collation table and comparison by it.
 #include "core/collation.h"
 

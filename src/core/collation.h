@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The order of strings: the machine compares characters by a collation of its own.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The display line: 511 characters, of which the LCD shows twelve, and the one operation that writes into it.
 #pragma once
 
@@ -20,7 +21,7 @@ void clear_display(Machine& m);
 /// Clears the display line and takes the write column back to its start.
 void clear_display_line(Machine& m);
 
-/// Puts a text on a cleared display line at once, whatever PRINT is doing; the write column is behind it.
+/// Puts a text on a cleared display line at once, whatever PRINT is doing; the write column is after it.
 void show_text(Machine& m, std::string_view text);
 
 /// Writes `text` from `column` (a negative one counts as 0) on and moves the write column on by each character.

@@ -1,9 +1,11 @@
+// SPDX-License-Identifier: MIT
 // Error texts: the detail with its location block, and the short text on the display line.
 #include "core/errors.h"
 
 #include "core/charset.h"
 #include "core/display_line.h"
-#include "core/machine.h"
+#include "core/program_text.h"
+#include "core/run_control.h"
 
 #include <algorithm>
 #include <cstdarg>
@@ -44,25 +46,25 @@ template <std::size_t N>
 }
 
 const char* text_of(const Machine& m, MessageId message) {
-    return lookup_message(m.catalogue, message.section, message.number);
+    return lookup_message(m.around->catalogue, message.section, message.number);
 }
 
-const char* heading(const Machine& m, int number) { return lookup_message(m.catalogue, "DLG_ERRINFO", number); }
+const char* heading(const Machine& m, int number) { return lookup_message(m.around->catalogue, "DLG_ERRINFO", number); }
 
 /// The program text that the location block quotes: at most 32 characters from the current token on.
 std::string_view quoted_source(const Machine& m) {
     constexpr std::size_t QUOTED_MAX = 32;
-    std::string_view source(m.token_start);
+    const std::string_view source(source_at(m, m.eval.token_start));
     return source.substr(0, QUOTED_MAX);
 }
 
 void append_error_context(Machine& m) {
     constexpr const char* RULE = "------------------------";
     char source[128];
-    auto& text = m.error_detail;
+    auto& text = m.error.error_detail;
     append_formatted(text, "\r\n\r\n%s\r\n", heading(m, 1));
-    append_formatted(text, "%s:%d\r\n", heading(m, 2), m.cur_area);
-    append_formatted(text, "%s:%d\r\n", heading(m, 3), m.cur_line);
+    append_formatted(text, "%s:%d\r\n", heading(m, 2), m.program.cur_area);
+    append_formatted(text, "%s:%d\r\n", heading(m, 3), m.program.cur_line);
     append_formatted(text, "%s:\"%d\"\r\n\r\n", heading(m, 4), current_line_number(m));
     append_formatted(text, "%s\r\n%s\r\n::::", heading(m, 5), RULE);
     text.append(escape_text(quoted_source(m), source, sizeof source));
@@ -70,7 +72,7 @@ void append_error_context(Machine& m) {
 }
 
 void finish_detail(Machine& m) {
-    if (m.run_state != STATE_COMMAND)
+    if (m.run.run_state != STATE_COMMAND)
         append_error_context(m);
 }
 
@@ -78,10 +80,11 @@ void finish_detail(Machine& m) {
 BoundedText<31> error_text(const Machine& m, ErrorCode code) {
     char text[32] = "ERR2";
     if (code != ERROR_INPUT)
-        std::snprintf(text, sizeof text, "ERR%d P%d-%d", -code - 9, m.cur_area, current_line_number(m));
+        std::snprintf(text, sizeof text, "ERR%d P%d-%d", -number_of(code) - 9, m.program.cur_area,
+                      current_line_number(m));
     BoundedText<31> shown(text);
     constexpr std::size_t WITHOUT_POSITION = 4;
-    if (m.run_state == STATE_COMMAND)
+    if (m.run.run_state == STATE_COMMAND)
         shown.shorten(WITHOUT_POSITION);
     return shown;
 }
@@ -89,65 +92,59 @@ BoundedText<31> error_text(const Machine& m, ErrorCode code) {
 } // namespace
 
 void compose_detail(Machine& m, MessageId message) {
-    m.error_detail.assign(text_of(m, message));
+    m.error.error_detail.assign(text_of(m, message));
     finish_detail(m);
 }
 
 void compose_detail(Machine& m, MessageId message, const char* detail, ...) {
-    m.error_detail.assign(text_of(m, message));
+    m.error.error_detail.assign(text_of(m, message));
     std::va_list arguments;
     va_start(arguments, detail);
-    append_arguments(m.error_detail, detail, arguments);
+    append_arguments(m.error.error_detail, detail, arguments);
     va_end(arguments);
     finish_detail(m);
 }
 
-void compose_system_message(Machine& m, MessageId message) { m.system_message.assign(text_of(m, message)); }
+void compose_system_message(Machine& m, MessageId message) { m.error.system_message.assign(text_of(m, message)); }
 
 void compose_system_message(Machine& m, MessageId message, const char* detail, ...) {
-    m.system_message.assign(text_of(m, message));
+    m.error.system_message.assign(text_of(m, message));
     std::va_list arguments;
     va_start(arguments, detail);
-    append_arguments(m.system_message, detail, arguments);
+    append_arguments(m.error.system_message, detail, arguments);
     va_end(arguments);
 }
 
 void enter_error(Machine& m, ErrorCode code) {
-    const BoundedText<31> text = error_text(m, code);
-    m.error_code = code;
-    m.stmt_kind = code == ERROR_INPUT ? KIND_INPUT_ERROR : m.stmt_kind;
-    show_text(m, text);
-    if (code == ERROR_INPUT)
-        enter_state(m, STATE_RUN);
-    else
-        enter_state(m, m.run_state == STATE_COMMAND ? STATE_COMMAND_ERROR : STATE_ENDED);
+    show_text(m, error_text(m, code));
+    enter_error_state(m, code);
 }
 
 void raise_error(Machine& m, ErrorCode code, MessageId message) {
-    if (m.error_code != ERROR_NONE)
+    if (failed(m))
         return;
     compose_detail(m, message);
     enter_error(m, code);
 }
 
 void raise_error(Machine& m, ErrorCode code, MessageId message, const char* detail, ...) {
-    if (m.error_code != ERROR_NONE)
+    if (failed(m))
         return;
-    m.error_detail.assign(text_of(m, message));
+    m.error.error_detail.assign(text_of(m, message));
     std::va_list arguments;
     va_start(arguments, detail);
-    append_arguments(m.error_detail, detail, arguments);
+    append_arguments(m.error.error_detail, detail, arguments);
     va_end(arguments);
     finish_detail(m);
     enter_error(m, code);
 }
 
 void raise_unknown_token(Machine& m) {
-    raise_error(m, ERROR_SYNTAX, MESSAGE_UNKNOWN_TOKEN, ":0x%04x (TOKEN_ID)", static_cast<unsigned>(m.token));
+    raise_error(m, ERROR_SYNTAX, MESSAGE_UNKNOWN_TOKEN, ":0x%04x (TOKEN_ID)", token_id(m.eval.token));
 }
 
-void raise_token_error(Machine& m, MessageId message, int token) {
-    raise_error(m, ERROR_SYNTAX, message, " : 0x%04x (TOKEN_ID)", static_cast<unsigned>(token));
+void raise_token_error(Machine& m, MessageId message, TokenCode token) {
+    raise_error(m, ERROR_SYNTAX, message, " : 0x%04x (TOKEN_ID)", token_id(token));
 }
 
 } // namespace quillon

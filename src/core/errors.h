@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: MIT
 // Reporting errors: one call writes the detail text for the person, the error text on the display line, and moves the
 // machine to its error state. Texts come from the catalogue by section and number.
 #pragma once
 
 #include "core/states.h"
+#include "core/token.h"
 
 namespace quillon {
 
@@ -72,6 +74,12 @@ void compose_system_message(Machine& m, MessageId message);
 void raise_unknown_token(Machine& m);
 
 /// Reports a token that does not belong where it stands (ERR2); `message` is the statement's own.
-void raise_token_error(Machine& m, MessageId message, int token);
+void raise_token_error(Machine& m, MessageId message, TokenCode token);
+
+/// The error that a faulty token stands for.
+constexpr ErrorCode error_of(TokenCode fault) { return static_cast<ErrorCode>(fault); }
+
+/// A token's code as details print it ("0x%04x").
+constexpr unsigned token_id(TokenCode token) { return static_cast<unsigned>(static_cast<int>(token)); }
 
 } // namespace quillon

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the machine asks of its host: the only way out of it. The desktop fills these in from its toolkit, the terminal
 // from the terminal, tests and the driving protocol from a recorder.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What holds of the machine's record between any two ticks, whatever was loaded, typed or clicked. The builds that
 // check it after every tick define QUILLON_CHECK_INVARIANTS; fuzzers and the soak ask for themselves.
 #pragma once

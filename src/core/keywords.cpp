@@ -1,7 +1,6 @@
+// SPDX-License-Identifier: MIT
 // Builds the keyword table from the vocabulary at compile time and looks words up in it.
 #include "core/keywords.h"
-
-#include "core/token.h"
 
 #include <array>
 #include <cstddef>
@@ -10,7 +9,7 @@ namespace quillon {
 namespace {
 
 constexpr Keyword VOCABULARY[] = {
-#define WORD(spelling, code, name) {spelling, code},
+#define WORD(spelling, code, name) {spelling, TOKEN_##name},
 #define ALSO(spelling, name) {spelling, TOKEN_##name},
 #include "core/vocabulary.def"
 };
@@ -57,7 +56,7 @@ constexpr bool same_word(std::string_view a, std::string_view b) {
 
 std::span<const Keyword> vocabulary() { return VOCABULARY; }
 
-int lookup_keyword(std::string_view word) {
+TokenCode lookup_keyword(std::string_view word) {
     const std::int32_t slot = slot_of(word);
     if (slot < 0)
         return TOKEN_UNKNOWN;

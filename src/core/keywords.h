@@ -1,5 +1,8 @@
+// SPDX-License-Identifier: MIT
 // The keyword table: from the letters of a word to its token code, by a hash of 4500 slots.
 #pragma once
+
+#include "core/token.h"
 
 #include <cstdint>
 #include <span>
@@ -10,7 +13,7 @@ namespace quillon {
 /// One word of the vocabulary, in registration order.
 struct Keyword {
     std::string_view spelling;
-    int code;
+    TokenCode code;
 };
 
 /// The whole vocabulary in registration order (core/vocabulary.def).
@@ -29,6 +32,6 @@ constexpr std::uint32_t word_hash(std::string_view word) {
 /// The token code of a word, 0 when there is none. A word of the vocabulary yields its own code. Any other word
 /// yields what its slot holds, the word registered last in it: the machine compares hashes, not letters, so a few
 /// misspelt words act as real ones.
-int lookup_keyword(std::string_view word);
+TokenCode lookup_keyword(std::string_view word);
 
 } // namespace quillon

@@ -1,49 +1,85 @@
-// Listings: loading a text into the program areas, and moving about in them. Files are the shell's business.
+// SPDX-License-Identifier: MIT
+// A loaded listing: its text, areas and lines, DATA and tokens. A load makes it in one piece; then it never changes,
+// and every copy of a machine shares it. Nothing here knows the machine.
 #pragma once
 
-#include "core/machine.h"
+#include "core/fast_code.h"
+#include "core/listing_elements.h"
+#include "core/program_token.h"
+#include "core/text.h"
 
+#include <array>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace quillon {
 
-/// What became of a load.
-enum class LoadResult {
-    LOADED,
-    UNREADABLE, ///< the file could not be read: nothing has changed
-    FAULTY,     ///< the text has a fault: no listing is loaded now
-};
+constexpr int AREA_COUNT = 10;
+constexpr int LINES_PER_AREA = 512;
+constexpr int DATA_INDEX_SIZE = 512;
 
 /// A listing of more bytes than this is refused.
 constexpr std::size_t LISTING_SIZE_MAX = std::size_t{1} << 20;
 
-/// Makes a text of up to LISTING_SIZE_MAX bytes the machine's program: areas, lines and the DATA index. On success the
-/// machine waits for the selection of an area; variables stay. On a fault nothing of the text remains, nor of the
-/// listing before it, and the machine waits for a selection with a blank line. `system_message` tells what is wrong.
-/// Seeds the random generator.
-LoadResult load_listing_text(Machine& m, std::string text);
+/// A line of a program area.
+struct ProgramLine {
+    int number = 0;
+    SourceOffset text = 0; ///< right after the line number; the line ends at a NUL
+    TokenIndex tokens = 0; ///< its first token
+};
 
-/// Takes the listing out of the machine: no areas, no DATA, selection state.
-void unload_listing(Machine& m);
+/// A program area. One without lines counts as empty.
+struct ProgramArea {
+    bool used = false;              ///< the listing has a header for it
+    std::vector<ProgramLine> lines; ///< in listing order, numbers strictly ascending; at most LINES_PER_AREA
+};
 
-/// Makes area `n` (0-9) current at its first line and returns the text of that; null when the area has no lines
-/// (the machine's error for an area that the listing does not define, or no error for an empty one).
-const char* select_area(Machine& m, int n);
+/// An entry of the DATA index.
+struct DataItem {
+    enum Kind : int { END = -1, ITEM = 0, LINE = 1, AREA = 2 };
+    Kind kind = END;
+    int arg = 0;          ///< line number of a LINE, area number of an AREA
+    BoundedText<63> text; ///< of an ITEM
+};
 
-/// Whether area `n` (0-9) holds no program.
-bool area_is_empty(const Machine& m, int n);
+struct Listing {
+    std::string text;     ///< without what follows its end; line feeds of program lines are NULs
+    std::string literals; ///< the decoded texts of the string literals, one after the other
+    std::array<ProgramArea, AREA_COUNT> areas;
+    std::vector<ProgramToken> tokens; ///< of all lines, in their order; never empty
+    std::vector<DataItem> data;       ///< ends with an END; at most DATA_INDEX_SIZE entries
+    mutable FastCode fast;            ///< made from the tokens when they first run; nothing of it shows
+};
 
-/// How the selection of an area shows area `n` (0-9): its digit, or a mark when the listing uses it.
-char area_mark(const Machine& m, int n);
+/// Why a text is no listing.
+struct ListingFault {
+    enum class Kind {
+        PART,           ///< `part` at `line`
+        AREA_FULL,      ///< more than LINES_PER_AREA lines
+        DATA_FULL,      ///< more than DATA_INDEX_SIZE entries
+        DATA_SEPARATOR, ///< a DATA item not followed by ","
+        TOO_LARGE,      ///< more than LISTING_SIZE_MAX bytes
+        UTF16,          ///< not written in single bytes
+    };
+    Kind kind = Kind::PART;
+    ListingPart part = ListingPart::END;
+    int line = 0; ///< in the text, from 1
+};
 
-/// Sets the READ position to the first DATA of the current area. An area that the index does not know is told in
-/// `system_message` and reads from the start.
-void restore_area_data(Machine& m);
+/// The listing of a machine without one: no areas, and a single end of a line for positions that mean nothing.
+std::shared_ptr<const Listing> empty_listing();
 
-/// Goes on to the next line of the area, or marks the end of the program.
-void advance_line(Machine& m);
+/// Makes a listing of a text; null, with the first fault, where that is not possible.
+std::shared_ptr<const Listing> make_listing(std::string text, ListingFault& fault);
 
-/// The index of the line with this number in the current area, -1 when there is none.
-int find_line(Machine& m, int number);
+/// The index of the line with this number in an area (0-9), -1 when there is none.
+int find_line(const Listing& listing, int area, int number);
+
+/// Whether the DATA index begins an area at `index`, ends there, or has no such entry: where READ must stop.
+bool ends_area_data(const Listing& listing, int index);
+
+/// The index of an area's own entry in the DATA index, -1 when it has none.
+int find_area_data(const Listing& listing, int area);
 
 } // namespace quillon

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Splitting a listing's text.
 #include "core/listing_elements.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parts of a listing's text: headers of program areas, and numbered lines. Like the scanner it is pure: it changes
 // no machine. After a fault it goes on, so that a checker finds all of them; the loader stops at the first.
 #pragma once

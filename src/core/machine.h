@@ -1,260 +1,360 @@
-// The machine: one plain record of everything that the simulated pocket computer knows, and its resets. Every
-// operation takes the record as its first argument; there are no globals, so several machines can run side by side.
-// A record is large (about 200 KiB): keep it on the heap. It points into itself, so it is neither copied nor moved.
+// SPDX-License-Identifier: MIT
+// The machine: one plain record of everything that the simulated pocket computer knows, and its resets. Every operation
+// takes the record as its first argument; there are no globals, so several machines can run side by side.
+//
+// The record is a value: copying it is a snapshot, and == compares two (numbers by their bits, texts by content).
+// Positions and cells are indices, so it holds no pointer into itself. What it stands on (host, language, catalogue) is
+// beside it, and the loaded listing is shared by all copies. About 30 KiB: keep it on the heap.
 #pragma once
 
-#include "core/expression_code.h"
-#include "core/host.h"
-#include "core/language.h"
-#include "core/messages.h"
-#include "core/scan_cache.h"
+#include "core/listing.h"
+#include "core/program_token.h"
 #include "core/states.h"
+#include "core/surroundings.h"
 #include "core/text.h"
 
 #include <array>
 #include <cstdint>
-#include <string>
+#include <cstring>
+#include <memory>
 
 namespace quillon {
 
-constexpr int AREA_COUNT = 10;
-constexpr int LINES_PER_AREA = 512;
 constexpr int CELL_COUNT = 223;
 constexpr int DOLLAR_CELL = CELL_COUNT - 1; ///< the string variable $
 constexpr int DISPLAY_WIDTH = 12;           ///< character cells of the LCD
 constexpr int DISPLAY_LINE_SIZE = 511;      ///< characters of the display line
 constexpr int FOR_DEPTH_MAX = 4;
 constexpr int GOSUB_DEPTH_MAX = 7;
-constexpr int DATA_INDEX_SIZE = 512;
 constexpr int HISTORY_SIZE = 8;
 
-/// What positions in a text point to where there is none: the one empty text, so that it can be told from others.
-inline constexpr char NO_TEXT[] = "";
+/// A variable cell by its index, 0-222.
+using CellIndex = std::int16_t;
+constexpr CellIndex NO_CELL = -1;
 
-/// A line of a program area. Its text begins right behind the line number and ends at a NUL.
-struct ProgramLine {
-    int number = 0;
-    const char* text = nullptr;
-};
+/// Whether two numbers have the same bits: zeros of different signs differ, equal not-a-numbers do not.
+inline bool same_bits(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
 
-/// A program area of the loaded listing. One without lines is as good as empty.
-struct ProgramArea {
-    bool used = false; ///< the listing has a header for it
-    int line_count = 0;
-    std::array<ProgramLine, LINES_PER_AREA> lines{}; ///< in listing order, numbers strictly ascending
-    std::array<std::uint16_t, 64> found_lines{}; ///< hints: indices of lines that were found, by the number's low bits
-};
-
-/// A variable cell: it holds a number or a string, never both.
+/// A variable cell: it holds a number or a string.
 struct Variable {
-    BoundedText<3> name;  ///< "A".."Z", then "1".."197"
-    int kind = -1;        ///< -1 never assigned (reads as 0), 0 number, 1 string
-    int string_flag = 0;  ///< 1 after a string assignment, 0 after a numeric one
     double number = 0;    ///< 0 while a string is held
-    BoundedText<31> text; ///< empty while a number is held
+    BoundedText<31> text; ///< empty while a number is held (save for what REC and POL leave)
+    CellKind kind = CELL_UNASSIGNED;
+    bool string_flag = false; ///< the last assignment was one of a string
+
+    bool operator==(const Variable& other) const {
+        return kind == other.kind && string_flag == other.string_flag && same_bits(number, other.number) &&
+               text == other.text;
+    }
 };
 
-/// The operand that lexer, evaluator and handlers pass on.
+/// The operand that evaluator and handlers pass on.
 struct Value {
-    BoundedText<127> text;        ///< of strings only
-    double number = 0;            ///< of numbers; a cell's number as it was read, or what was computed from it
-    Variable* variable = nullptr; ///< the cell of VALUE_NUMVAR and VALUE_STRVAR
-    int kind = VALUE_NONE;        ///< ValueKind; of a computed result, the kind of its first operand
-    int complete = 0;             ///< 1 for a computed result, which cannot be assigned to
+    BoundedText<127> text;       ///< of strings only
+    double number = 0;           ///< of numbers; a cell's number as it was read, or what was computed from it
+    CellIndex cell = NO_CELL;    ///< the cell of VALUE_NUMVAR and VALUE_STRVAR
+    ValueKind kind = VALUE_NONE; ///< of a computed result, the kind of its first operand
+    bool complete = false;       ///< a computed result, which cannot be assigned to
+
+    bool operator==(const Value& other) const {
+        return kind == other.kind && cell == other.cell && complete == other.complete &&
+               same_bits(number, other.number) && text == other.text;
+    }
 };
 
 /// An open FOR loop, identified by its control variable.
 struct ForFrame {
-    Variable* variable = nullptr;
     double step = 0;
     double limit = 0;
-    int line = 0;
+    CellIndex cell = NO_CELL;
     int area = 0;
-    const char* text = nullptr; ///< behind the FOR statement
+    int line = 0;
+    TokenIndex next = NOWHERE; ///< after the FOR statement
+
+    bool operator==(const ForFrame& other) const {
+        return cell == other.cell && area == other.area && line == other.line && next == other.next &&
+               same_bits(step, other.step) && same_bits(limit, other.limit);
+    }
 };
 
-/// Where a GOSUB goes back to.
+/// Where a GOSUB returns to.
 struct GosubFrame {
-    int line = 0;
     int area = 0;
-    const char* text = nullptr;
+    int line = 0;
+    TokenIndex next = NOWHERE;
+
+    bool operator==(const GosubFrame&) const = default;
 };
 
-/// An entry of the DATA index.
-struct DataItem {
-    enum Kind : int { END = -1, ITEM = 0, LINE = 1, AREA = 2 };
-    int kind = END;
-    int arg = 0;          ///< line number of a LINE, area number of an AREA
-    BoundedText<63> text; ///< of an ITEM
+/// Where the program is. A run sets it; a reset takes it back to the selection of an area.
+struct ProgramPosition {
+    int cur_area = 0;
+    int cur_line = 0;                ///< index of the line in its area
+    TokenIndex stmt_start = NOWHERE; ///< where the next tick goes on; NOWHERE when there is nothing to run
+    int for_depth = 0;
+    int gosub_depth = 0;
+    std::array<ForFrame, FOR_DEPTH_MAX> for_frames;
+    std::array<GosubFrame, GOSUB_DEPTH_MAX> gosub_frames;
+    int data_pos = 0; ///< where READ looks for the next item
+
+    bool operator==(const ProgramPosition&) const = default;
+};
+
+/// Where a statement goes on after a wait or a stop.
+struct Resume {
+    TokenCode saved_token = TOKEN_UNKNOWN; ///< `token` and `stmt_kind` as they were
+    StmtKind saved_stmt_kind = KIND_NONE;
+    Value value; ///< the operand as a stop left it
+
+    bool operator==(const Resume&) const = default;
+};
+
+/// A text of PRINT that is scrolling in.
+struct Scroll {
+    BoundedText<127> pending_print_text;     ///< what has yet to come
+    RunState state_after_scroll = STATE_RUN; ///< run state to enter at the end
+    StmtKind kind_after_scroll = KIND_NONE;  ///< statement context to restore then
+    int wait_counter = 0;                    ///< ticks until the next step
+
+    bool operator==(const Scroll&) const = default;
+};
+
+/// A program that is stopped while lines are typed in command mode. Without a kind it goes on with its next statement.
+struct Stopped {
+    Resume resume;
+    Value entry; ///< the target of its INPUT
+
+    bool operator==(const Stopped&) const = default;
+};
+
+/// Whether the machine runs, what it waits for, and how it goes on. Only core/run_control changes it.
+struct RunControl {
+    RunState run_state = STATE_SELECT;
+    RunState prev_state = STATE_RUN;      ///< the state before the last change
+    RunState base_state = STATE_RUN;      ///< where EXE leads after a wait: the program, or command mode
+    RunState saved_run_state = STATE_RUN; ///< what the host's Run returns to after its Stop
+    bool program_ended = false;           ///< the last line has been passed
+    bool typed_wait = false;              ///< a PRINT or INPUT of a command line waits: back to command mode
+    bool item_printed = false;            ///< a PRINT of the command line has written an item, or ended
+    Resume resume;
+    Scroll scroll;
+    Stopped stopped;
+
+    bool operator==(const RunControl&) const = default;
+};
+
+/// The evaluator, within a statement.
+struct Evaluation {
+    TokenIndex next = 0;                ///< the next token to read
+    SourceOffset token_start = NOWHERE; ///< first character of the current token
+    TokenCode token = TOKEN_END;
+    TokenCode prev_token = TOKEN_END; ///< the one before; the end of a PRINT list looks for its separator there
+    StmtKind stmt_kind = KIND_NONE;
+    bool operand_done = false; ///< the last thing evaluated gave a value, and was no statement
+    int nesting_depth = 0;     ///< how deep the expression being evaluated is nested
+    Value value;               ///< the current operand
+
+    bool operator==(const Evaluation&) const = default;
+};
+
+/// The pending error. `error_code` holds the machine until it is cleared; the texts stay for the host to show.
+struct ErrorReport {
+    ErrorCode error_code = ERROR_NONE;
+    BoundedText<8191> error_detail;   ///< UTF-8
+    BoundedText<4095> system_message; ///< UTF-8: faults of a listing
+
+    bool operator==(const ErrorReport&) const = default;
+};
+
+/// The display line and its cursor.
+struct Screen {
+    std::array<char, DISPLAY_LINE_SIZE> display_line{};
+    int display_cursor = 0;           ///< write column
+    int display_offset = 0;           ///< first visible column, as the last tick left it
+    bool print_clear_pending = false; ///< after an empty PRINT: the next one clears the line first
+    bool cursor_visible = false;      ///< blink phase
+    int blink_counter = 0;
+    bool print_mode = false; ///< lights PRT
+
+    bool operator==(const Screen&) const = default;
+};
+
+/// Keys as a host hands them in and the tick consumes them.
+struct Keys {
+    BoundedText<15> key_string; ///< the pending key: a character, a key code, or a whole word; empty for none
+    int held_key = 0;           ///< virtual key that typed it, 0 for none
+    bool enter_request = false; ///< EXE was pressed
+    bool ctrl_flag = false;     ///< modifiers as sampled before the tick
+    bool shift_flag = false;
+    bool alt_flag = false;
+
+    bool operator==(const Keys&) const = default;
+};
+
+/// The line being typed, for INPUT or in command mode, and what became of earlier ones.
+struct EntryLine {
+    Value entry_line;                                     ///< its text; for INPUT the target cell with its kind
+    TypedLine typed;                                      ///< the line committed last
+    TokenIndex saved_next = 0;                            ///< where the program was meanwhile
+    std::array<BoundedText<127>, HISTORY_SIZE> history{}; ///< command lines, the newest first
+    int history_index = -1;                               ///< the one that is recalled, -1 for none
+    double last_result = 0;                               ///< of the last command line
+    BoundedText<15> prev_key_string;                      ///< the key at the last edit: a held key acts once
+
+    bool operator==(const EntryLine& other) const {
+        return entry_line == other.entry_line && typed.text == other.typed.text && saved_next == other.saved_next &&
+               history == other.history && history_index == other.history_index &&
+               same_bits(last_result, other.last_result) && prev_key_string == other.prev_key_string;
+    }
+};
+
+/// The soft keyboard's latches and its pressed key.
+struct SoftKeyboard {
+    int soft_key_code = 0;         ///< key code held on it, 0 for none
+    bool soft_shift_latch = false; ///< S
+    bool soft_alt_latch = false;   ///< F
+    bool soft_ctrl_latch = false;  ///< EXT
+    bool soft_open = false;        ///< the keyboard is shown
+    int soft_pressed_key = -1;     ///< index of the key the mouse is on, -1 for none
+    int soft_held_kind = 0;        ///< kind of the key that is held (keys/soft_keys), 0 for none
+    bool soft_mouse_down = false;  ///< a press has yet to be carried out
+    bool soft_mouse_up = false;    ///< a release has yet to be carried out
+    int soft_repeat_count = 0;     ///< ticks the held key has been down, towards its next repeat
+    int soft_highlight = -1;       ///< index of the key drawn pressed, -1 for none
+
+    bool operator==(const SoftKeyboard&) const = default;
+};
+
+/// Single steps while the trace window is open.
+struct Trace {
+    bool trace_mode = false;         ///< the trace window is open
+    bool trace_step_flag = true;     ///< the trace window has yet to be refreshed for the statement that waits
+    bool trace_step_request = false; ///< run one statement
+
+    bool operator==(const Trace&) const = default;
 };
 
 constexpr int SAMPLE_RATE = 44100;
 constexpr int WAVE_HEADER_SIZE = 44;
 constexpr int TONE_SAMPLES_MAX = 3168; ///< of the lowest tone
 
-/// A tone: the RIFF/WAVE image that the host loops, 8-bit mono samples behind 44 bytes of header.
+/// A tone: the RIFF/WAVE image that the host loops, 8-bit mono samples after 44 bytes of header.
 struct Tone {
     std::array<std::uint8_t, WAVE_HEADER_SIZE + TONE_SAMPLES_MAX> image{};
     int samples = 0;     ///< in the image; 0 before the first tone
     int half_period = 0; ///< samples of half a period
+
+    bool operator==(const Tone&) const = default;
+};
+
+/// The tone that plays.
+struct Sound {
+    Tone tone;
+    int sound_ticks_left = 0;     ///< ticks until it is stopped
+    bool sound_holds_run = false; ///< the program waits for its end
+
+    bool operator==(const Sound&) const = default;
+};
+
+/// Modes and settings. They outlive runs and loads; the host keeps them in a file.
+struct Settings {
+    AngleUnit angle_unit = ANGLE_DEG;
+    int run_page = 0;           ///< the area that RUN starts, 0-9
+    int set_e_digits = -1;      ///< significant digits of the exponent form, 0 for 8, -1 not in force
+    int set_f_digits = -1;      ///< decimals of the fixed form, -1 not in force
+    int set_g_digits = 9;       ///< kept, but nothing depends on it
+    int wait_print_sc = 24;     ///< ticks between two scroll steps
+    int wait_print_sc_ini = 64; ///< ticks before the first scroll step
+    int timer_interval = 30;    ///< milliseconds between ticks
+    int cursor_interval = 13;   ///< ticks of a blink phase, less 2
+    bool ascii_mode = true;     ///< keys type what is printed on them; else they are the machine's own keyboard
+    bool pcm_beep = true;       ///< tones are played
+    int beep_volume = 10;       ///< 0-10
+    int zoom = 1;               ///< 1-12
+
+    bool operator==(const Settings&) const = default;
+};
+
+/// Overdrive: shorter ticks for a while.
+struct Speed {
+    bool overdrive = false;        ///< `timer_interval` is shortened
+    int saved_timer_interval = 30; ///< the configured one meanwhile
+
+    bool operator==(const Speed&) const = default;
+};
+
+/// The loaded listing, never null. Equal to another with the same text.
+struct ListingReference {
+    std::shared_ptr<const Listing> pointer = empty_listing();
+
+    const Listing& operator*() const { return *pointer; }
+    const Listing* operator->() const { return pointer.get(); }
+    bool operator==(const ListingReference& other) const {
+        return pointer == other.pointer || pointer->text == other.pointer->text;
+    }
 };
 
 struct Machine {
     Machine();
-    Machine(const Machine&) = delete;
-    Machine& operator=(const Machine&) = delete;
 
-    // What the machine stands on: set once by whoever makes it.
-    const Language* language = nullptr;
-    Host host;
-    MessageCatalogue catalogue;
+    SurroundingsReference around; ///< host, language and catalogue: no part of the value
+    ListingReference listing;     ///< replaced by a load
 
-    // The listing. Written by a load only; positions in its text are dropped with it.
-    std::string listing_text; ///< empty when no listing is loaded; line feeds of program lines are NULs
-    ScanCache scan_cache; ///< its tokens, and its expressions as code: made from it alone, and nothing of them shows
-    ExpressionCache expression_cache;
-    std::array<ProgramArea, AREA_COUNT> areas{};
-    std::array<DataItem, DATA_INDEX_SIZE> data_index{};
-    int data_pos = 0; ///< where READ looks for the next item
-
-    // The variable memory. It outlives loads and runs; VAC and the program itself change it.
-    std::array<Variable, CELL_COUNT> variables{};
-
-    // Where the program is. A run sets it, a reset takes it back to the selection of an area.
-    int run_state = STATE_SELECT;
-    int prev_state = STATE_RUN;      ///< the state before the last change
-    int base_state = STATE_RUN;      ///< where EXE leads after a wait: the program (0) or command mode (6)
-    int saved_run_state = STATE_RUN; ///< what the host's Run goes back to after its Stop
-    int cur_area = 0;
-    int cur_line = 0;                 ///< index of the line in its area
-    int run_page = 0;                 ///< the area that RUN starts, 0-9; outlives runs and loads
-    int program_ended = 0;            ///< 1 once the last line has been passed
-    const char* stmt_start = nullptr; ///< where the next tick goes on; null when there is nothing to run
-    ForFrame for_frames[FOR_DEPTH_MAX];
-    int for_depth = 0;
-    GosubFrame gosub_frames[GOSUB_DEPTH_MAX];
-    int gosub_depth = 0;
-
-    // The scanner and the evaluator, within a statement.
-    const char* scan_ptr = NO_TEXT;    ///< the next character to read; never null
-    const char* token_start = NO_TEXT; ///< first character of the current token; never null
-    int token = TOKEN_END;
-    int prev_token = TOKEN_END;
-    Value value; ///< the current operand
-    int stmt_kind = KIND_NONE;
-    int saved_token = 0; ///< `token` and `stmt_kind` as a wait left them
-    int saved_stmt_kind = KIND_NONE;
-    Value saved_value;     ///< `value` as STOP left it
-    int operand_done = 0;  ///< 1 when the last thing evaluated gave a value, 0 after a statement
-    int nesting_depth = 0; ///< how deep the expression being evaluated is nested
-
-    // Errors. `error_code` holds the machine until it is cleared; the texts stay for the host to show.
-    int error_code = ERROR_NONE;
-    BoundedText<8191> error_detail;   ///< UTF-8
-    BoundedText<4095> system_message; ///< UTF-8: faults of a listing
-
-    // The display line and what PRINT has yet to show of it.
-    char display_line[DISPLAY_LINE_SIZE + 1];
-    int display_cursor = 0;              ///< write column
-    int display_offset = 0;              ///< first visible column as last drawn
-    BoundedText<127> pending_print_text; ///< what has yet to scroll in
-    int print_clear_pending = 0;         ///< 1 after an empty PRINT: the next one clears the line first
-    int item_printed = 0;                ///< 1 once a PRINT of the command line has written an item, or ended the line
-    int wait_counter = 0;                ///< ticks until the next scroll step
-    int state_after_scroll = STATE_RUN;  ///< run state to enter when a scroll has ended
-    int kind_after_scroll = KIND_NONE;   ///< statement context to restore then
-    int cursor_visible = 0;              ///< blink phase
-    int blink_counter = 0;
-
-    // Keys. Written by whoever has a keyboard, read and cleared by the tick.
-    BoundedText<15> key_string; ///< the pending key: a character, a key code, or a whole word; empty for none
-    int held_key = 0;           ///< virtual key that typed it, 0 for none
-    int soft_key_code = 0;      ///< key code held on the soft keyboard, 0 for none
-    int enter_request = 0;      ///< 1: EXE was pressed
-    int ctrl_flag = 0;          ///< modifiers as sampled before the tick
-    int shift_flag = 0;
-    int alt_flag = 0;
-
-    // The line that is typed, for INPUT or in command mode.
-    Value entry_line;                                     ///< its text; for INPUT the target cell with its kind
-    BoundedText<127> command_buffer;                      ///< a committed entry, where the scanner reads it
-    const char* saved_scan_ptr = NO_TEXT;                 ///< where the program was meanwhile; never null
-    std::array<BoundedText<127>, HISTORY_SIZE> history{}; ///< command lines, the newest first
-    int history_index = -1;                               ///< the one that is recalled, -1 for none
-    double last_result = 0;                               ///< of the last command line
-    BoundedText<15> prev_key_string;                      ///< the key as it was at the last edit: a held key acts once
-    int typed_wait = 0;    ///< 1 while a PRINT or INPUT of a command line waits: back to command mode
-    int stopped_token = 0; ///< `token`, statement context and `value` of the program that is stopped meanwhile
-    int stopped_kind = KIND_NONE;
-    Value stopped_value;
-    Value stopped_entry; ///< `entry_line` of that program: the target of its INPUT
-
-    // The soft keyboard.
-    int soft_shift_latch = 0;  ///< S
-    int soft_alt_latch = 0;    ///< F
-    int soft_ctrl_latch = 0;   ///< EXT
-    int soft_open = 0;         ///< 1 while the keyboard is shown
-    int soft_pressed_key = -1; ///< index of the key the mouse is on, -1 for none
-    int soft_held_kind = 0;    ///< kind of the key that is held, 0 for none
-    int soft_mouse_down = 0;   ///< 1: a press has yet to be carried out
-    int soft_mouse_up = 0;     ///< 1: a release has yet to be carried out
-    int soft_repeat_count = 0; ///< ticks the held key has been down, towards its next repeat
-    int soft_highlight = -1;   ///< index of the key that is drawn pressed, -1 for none
-    int soft_changed = 0;      ///< 1: the picture is to be drawn anew; whoever draws it clears this
-
-    // Tracing: single steps while the trace window is open.
-    int trace_mode = 0;         ///< 1 while the trace window is open
-    int trace_step_flag = 1;    ///< 1 when the trace window has yet to be refreshed for the statement that waits
-    int trace_step_request = 0; ///< 1: run one statement
-
-    // The tone that plays.
-    Tone tone;
-    int sound_ticks_left = 0; ///< ticks until it is stopped
-    int sound_holds_run = 0;  ///< 1: the program waits for its end
-
-    // Modes and settings. They outlive runs and loads (PRT excepted); the host keeps most of them in a file.
-    int angle_unit = ANGLE_DEG;
-    int print_mode = 0;            ///< 1 lights PRT
-    int set_e_digits = -1;         ///< significant digits of the exponent form, 0 for 8, -1 not in force
-    int set_f_digits = -1;         ///< decimals of the fixed form, -1 not in force
-    int set_g_digits = 9;          ///< kept, but nothing depends on it
-    int wait_print_sc = 24;        ///< ticks between two scroll steps
-    int wait_print_sc_ini = 64;    ///< ticks before the first scroll step
-    int timer_interval = 30;       ///< milliseconds between ticks
-    int cursor_interval = 13;      ///< ticks of a blink phase, less 2
-    int ascii_mode = 1;            ///< 1: keys type what is printed on them; 0: they are the machine's own keyboard
-    int pcm_beep = 1;              ///< 1: tones are played
-    int beep_volume = 10;          ///< 0-10
-    int zoom = 1;                  ///< 1-12
-    int overdrive = 0;             ///< 1 while `timer_interval` is shortened
-    int saved_timer_interval = 30; ///< the configured one meanwhile
+    std::array<Variable, CELL_COUNT> variables{}; ///< outlive loads and runs; VAC and the program change them
     std::uint32_t random_seed = 1;
+
+    ProgramPosition program;
+    RunControl run;
+    Evaluation eval;
+    ErrorReport error;
+    Screen screen;
+    Keys keys;
+    EntryLine entry;
+    SoftKeyboard soft;
+    Trace trace;
+    Sound sound;
+    Settings settings;
+    Speed speed;
+
+    bool operator==(const Machine&) const = default;
 };
 
-/// Names the 223 cells and makes them all never assigned.
-void init_variables(Machine& m);
+/// Whether an error is pending.
+inline bool failed(const Machine& m) { return m.error.error_code != ERROR_NONE; }
 
-/// Makes all cells never assigned; the names stay.
+/// The token at a place in the listing or in the typed line.
+inline const ProgramToken& token_at(const Machine& m, TokenIndex index) {
+    return index < TYPED ? m.listing->tokens[static_cast<std::size_t>(index)]
+                         : m.entry.typed.tokens[static_cast<std::size_t>(index - TYPED)];
+}
+
+/// The area that the program is in.
+inline const ProgramArea& current_area(const Machine& m) {
+    return m.listing->areas[static_cast<std::size_t>(m.program.cur_area)];
+}
+
+/// The cell with an index.
+inline Variable& cell_at(Machine& m, CellIndex cell) { return m.variables[static_cast<std::size_t>(cell)]; }
+inline const Variable& cell_at(const Machine& m, CellIndex cell) { return m.variables[static_cast<std::size_t>(cell)]; }
+
+/// A line is being typed: an entry of INPUT, or a command line.
+inline bool is_typing(const Machine& m) { return m.run.run_state == STATE_INPUT || m.run.run_state == STATE_COMMAND; }
+
+/// A prompt, a refused entry or a result waits for a key.
+inline bool waits_for_key(const Machine& m) {
+    return m.run.run_state == STATE_RUN &&
+           (m.eval.stmt_kind == KIND_PROMPT || m.eval.stmt_kind == KIND_INPUT_ERROR || m.eval.stmt_kind == KIND_RESULT);
+}
+
+/// The machine waits for a person, or has ended.
+inline bool waits_for_person(const Machine& m) {
+    const bool running = m.run.run_state == STATE_RUN || m.run.run_state == STATE_TO_COMMAND;
+    const bool error_held = failed(m) && m.error.error_code != ERROR_INPUT;
+    return !running || waits_for_key(m) || error_held;
+}
+
+/// Makes all cells never assigned.
 void clear_variables(Machine& m);
-
-/// Forgets all areas and lines and clears a pending error; seeds the random generator with the host's milliseconds.
-void clear_program_areas(Machine& m);
-
-/// Empties the FOR and GOSUB stacks.
-void clear_stacks(Machine& m);
-
-/// Clears what a run leaves behind for its next tick: the end of the program, waits, scrolls, saved contexts.
-void clear_run_marks(Machine& m);
-
-/// Back to the selection of a program area, with nothing left of a run: stacks, position, pending error, display line,
-/// waits and PRT are cleared; variables, listing, settings and the angle unit stay.
-void reset_machine(Machine& m);
-
-/// Changes the run state and remembers the old one in `prev_state`.
-void enter_state(Machine& m, int state);
-
-/// Saves where a statement is, for when the machine goes on after a stop.
-void save_stop(Machine& m);
 
 /// Empties the line that is typed and the display line: so every entry and every command line begins. The first key
 /// counts, though it may be the one that was typed last.
@@ -263,7 +363,7 @@ void clear_entry_line(Machine& m);
 /// Forgets the pending key of the PC keyboard.
 void clear_key(Machine& m);
 
-/// The BASIC number of a line of the current area by its index, 0 when there is none.
+/// The BASIC number of a line of the current area by its index, 0 when it does not exist.
 int line_number(const Machine& m, int line);
 
 /// The same of the line at `cur_line`.

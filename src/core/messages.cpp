@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lookup of catalogue texts.
 #include "core/messages.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts by section and number: what the message catalogue holds once it has been read. Files are the host's business.
 #pragma once
 

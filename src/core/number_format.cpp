@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The three forms in which numbers are shown: automatic, exponent (SET E) and fixed (SET F).
 #include "core/number_format.h"
 
@@ -113,28 +114,29 @@ DigitAnalysis analyse_digits(double x) {
 NumberText number_text(const Machine& m, double x) {
     if (!std::isfinite(x))
         return format_general(x, 1);
-    if (m.set_f_digits >= 0)
-        return format_fixed(x, m.set_f_digits);
-    return with_exponent_mark(m.set_e_digits >= 0 ? exponent_form(x, m.set_e_digits) : automatic_form(x));
+    if (m.settings.set_f_digits >= 0)
+        return format_fixed(x, m.settings.set_f_digits);
+    return with_exponent_mark(m.settings.set_e_digits >= 0 ? exponent_form(x, m.settings.set_e_digits)
+                                                           : automatic_form(x));
 }
 
 NumberText shown_number(const Machine& m, double x) {
-    const bool sign_blank = x >= 0 && m.run_state != STATE_COMMAND;
+    const bool sign_blank = x >= 0 && m.run.run_state != STATE_COMMAND;
     NumberText text(sign_blank ? " " : "");
     text.append(number_text(m, x));
     return text;
 }
 
 bool format_number(Machine& m, NumberText& text) {
-    Value& value = m.value;
+    Value& value = m.eval.value;
     switch (value.kind) {
     case VALUE_STRVAR:
-        if (value.complete == 0 && value.variable->kind != 1)
+        if (!value.complete && cell_at(m, value.cell).kind != CELL_STRING)
             return false;
         [[fallthrough]];
     case VALUE_STRING: text.assign(value.text); return true;
     case VALUE_NUMVAR:
-        if (value_type(value) == TYPE_STRING) {
+        if (value_type(m) == TYPE_STRING) {
             raise_error(m, ERROR_VARIABLE, MESSAGE_PRINT_STRING_CELL);
             return false;
         }

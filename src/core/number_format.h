@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How a value is shown: the text that PRINT, STR$, the answer key and a command line's result give for it.
 #pragma once
 

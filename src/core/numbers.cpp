@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Conversions between doubles and decimal digits. The C library's correctly rounded conversions do the hard part, on
 // texts without a decimal point, so that no locale shows.
 #include "core/numbers.h"

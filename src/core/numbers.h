@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers: every conversion between doubles and decimal text, and the two ways of comparing that the machine has.
 // Nothing here depends on the locale. A number is first rounded correctly to the 17 significant digits that tell any
 // two doubles apart; whatever is shorter is rounded half away from zero on those digits, and digits beyond them are 0.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading tokens from program text.
 #include "core/scanner.h"
 
@@ -99,7 +100,7 @@ void scan_literal(Token& token) {
 struct RelationPair {
     char first;
     char second;
-    int code;
+    TokenCode code;
 };
 
 // clang-format off
@@ -143,7 +144,7 @@ Token scan_token(const char* text) {
     if (ends_line(c))
         return token;
     token.end = token.begin + 1;
-    token.code = as_byte(c);
+    token.code = character_token(c);
     if (is_digit(c) || c == '.') {
         scan_number(token);
     } else if (is_letter(c)) {

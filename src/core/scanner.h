@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The scanner: from a position in program text to the token that stands there. It is pure: it evaluates nothing,
 // raises nothing and knows no machine, so the loader, a checker and a highlighter may use it as it stands.
 #pragma once
@@ -5,12 +6,13 @@
 #include "core/text.h"
 #include "core/token.h"
 
+#include <cstdint>
 #include <string_view>
 
 namespace quillon {
 
 /// Why a token cannot be read (TOKEN_LEXICAL_ERROR).
-enum class ScanFault {
+enum class ScanFault : std::uint8_t {
     NONE,
     UNKNOWN_WORD,  ///< a word that is not in the vocabulary, or longer than 127 characters
     BAD_NUMBER,    ///< two points, or more than 125 characters
@@ -20,7 +22,7 @@ enum class ScanFault {
 
 /// A token of program text.
 struct Token {
-    int code = TOKEN_END;        ///< TokenCode or a character code
+    TokenCode code = TOKEN_END;
     const char* begin = nullptr; ///< its first character
     const char* end = nullptr;   ///< the character behind it; of a subscripted variable, its "("
     double number = 0;           ///< of TOKEN_NUMBER

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bounded text: at most so many bytes, held in place. Every fixed-size text of the machine is one of these, so nothing
 // overruns and nothing allocates; what is longer is cut, here and nowhere else.
 #pragma once
@@ -29,7 +30,7 @@ public:
     ~BoundedText() = default;
 
     [[nodiscard]] static constexpr std::size_t capacity() { return Capacity; }
-    /// The minimum tells the compiler what always holds, so that it sees no overrun where texts of two sizes meet.
+    /// The minimum is redundant; it keeps GCC's overflow warnings quiet where texts of two sizes meet.
     [[nodiscard]] std::size_t size() const { return std::min<std::size_t>(size_, Capacity); }
     [[nodiscard]] bool empty() const { return size_ == 0; }
     [[nodiscard]] const char* c_str() const { return bytes_; }
@@ -102,5 +103,11 @@ private:
     Size size_ = 0;
     char bytes_[Capacity + 1];
 };
+
+/// By content. Deduces from two bounded texts only, so that other comparisons go by `std::string_view`.
+template <std::size_t Capacity>
+bool operator==(const BoundedText<Capacity>& a, const BoundedText<Capacity>& b) {
+    return a.view() == b.view();
+}
 
 } // namespace quillon

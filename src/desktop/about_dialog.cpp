@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Composing the About window.
 #include "desktop/about_dialog.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Opening and closing windows beside the main one.
 #include "desktop/auxiliary_windows.h"
 
@@ -16,13 +17,13 @@ AuxiliaryWindows::~AuxiliaryWindows() = default;
 
 void AuxiliaryWindows::follow_machine() {
     const Machine& m = simulator.machine;
-    if (m.soft_open == 0)
+    if (!m.soft.soft_open)
         soft_keyboard.reset();
     else if (soft_keyboard == nullptr)
         open_soft_keyboard();
-    if (m.trace_mode == 0 && trace != nullptr)
+    if (!m.trace.trace_mode && trace != nullptr)
         trace->close();
-    else if (m.trace_mode != 0 && trace == nullptr)
+    else if (m.trace.trace_mode && trace == nullptr)
         open_trace();
 }
 
@@ -46,7 +47,7 @@ void AuxiliaryWindows::open_trace() {
 /// Closed by its user, the window takes the single steps with it.
 void AuxiliaryWindows::trace_closed() {
     trace.clear();
-    if (simulator.machine.trace_mode != 0)
+    if (simulator.machine.trace.trace_mode)
         run_host_command(simulator, COMMAND_TRACE);
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The windows beside the main one that come and go with the machine's modes: the soft keyboard and the trace window.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Menus and toolbar as tables.
 #include "desktop/commands_table.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The window's commands: every menu entry and toolbar button is a row of a table.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Composing the configuration dialog. What its values mean, and which are accepted, is the shell's business.
 #include "desktop/configuration_dialog.h"
 
@@ -112,7 +113,7 @@ ConfigurationDialog::ConfigurationDialog(Simulator& simulator_, std::function<vo
 }
 
 QString ConfigurationDialog::text(int number, const char* otherwise) const {
-    return catalogue_text(simulator.machine.catalogue, SECTION, number, otherwise);
+    return catalogue_text(simulator.machine.around->catalogue, SECTION, number, otherwise);
 }
 
 QWidget* ConfigurationDialog::editor_row() {
@@ -226,7 +227,7 @@ Configuration ConfigurationDialog::fields() const {
 }
 
 void ConfigurationDialog::browse() {
-    const MessageCatalogue& catalogue = simulator.machine.catalogue;
+    const MessageCatalogue& catalogue = simulator.machine.around->catalogue;
     const QString programs = catalogue_text(catalogue, "DLG_FILE", 3, "Programs") + QLatin1String("(*.exe) (*.exe)");
     QString every = catalogue_text(catalogue, "DLG_FILE", 2, "All") + QLatin1String("(*.*) (*)"); // no suffix here
     const QString path =

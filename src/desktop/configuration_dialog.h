@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The configuration dialog: editor, start, speed, keys, number forms and sound.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // System dialogs and programs.
 #include "desktop/dialogs.h"
 
@@ -45,11 +46,11 @@ void open_with_desktop(const QString& path, const std::function<void()>& failed)
 } // namespace
 
 std::optional<ListingChoice> choose_listing(QWidget* parent, const MessageCatalogue& catalogue,
-                                            const Settings& settings) {
+                                            const Preferences& preferences) {
     const QStringList filters = listing_filters(catalogue);
-    QString filter = filters[std::clamp(settings.file_type - 1, 0, static_cast<int>(filters.size()) - 1)];
+    QString filter = filters[std::clamp(preferences.file_type - 1, 0, static_cast<int>(filters.size()) - 1)];
     // Whoever has opened nothing yet finds the examples.
-    const std::string start = settings.last_file.empty() ? find_examples(program_folder()) : settings.last_file;
+    const std::string start = preferences.last_file.empty() ? find_examples(program_folder()) : preferences.last_file;
     const QString path =
         QFileDialog::getOpenFileName(parent, catalogue_text(catalogue, "DLG_FILE", 0, "Open file"),
                                      QString::fromLocal8Bit(start), filters.join(QLatin1String(";;")), &filter);

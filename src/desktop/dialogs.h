@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Dialogs and programs of the system: choosing a listing, the text editor, the manual.
 #pragma once
 
@@ -21,7 +22,7 @@ struct ListingChoice {
 
 /// Lets the user choose a listing; nothing when that is cancelled.
 std::optional<ListingChoice> choose_listing(QWidget* parent, const MessageCatalogue& catalogue,
-                                            const Settings& settings);
+                                            const Preferences& preferences);
 
 /// Starts the editor, which goes on by itself. `failed` is called when it cannot be started.
 void launch_editor(const EditorCall& call, const std::function<void()>& failed);

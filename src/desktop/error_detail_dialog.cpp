@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Composing the error-detail window.
 #include "desktop/error_detail_dialog.h"
 
@@ -29,12 +30,12 @@ void limit_typing(QPlainTextEdit& field) {
 /// What the machine says of its last error. Where nothing is left of the line, words say so.
 QString detail_text(const Machine& m) {
     constexpr const char* SOURCE_MARK = "::::"; // before the program text from the fault on
-    const QString detail = QString::fromUtf8(m.error_detail.c_str());
+    const QString detail = QString::fromUtf8(m.error.error_detail.c_str());
     if (detail.isEmpty())
-        return catalogue_text(m.catalogue, "DLG_ERRINFO", 7);
+        return catalogue_text(m.around->catalogue, "DLG_ERRINFO", 7);
     const QString nothing = QLatin1String(SOURCE_MARK) + QLatin1String("\r\n");
-    return QString(detail).replace(nothing,
-                                   QLatin1String(SOURCE_MARK) + catalogue_text(m.catalogue, "DLG_ERRINFO", 8) + "\r\n");
+    return QString(detail).replace(nothing, QLatin1String(SOURCE_MARK) +
+                                                catalogue_text(m.around->catalogue, "DLG_ERRINFO", 8) + "\r\n");
 }
 
 } // namespace
@@ -45,7 +46,7 @@ void show_error_detail(const Machine& m, QWidget* parent) {
     constexpr QSize SIZE(540, 300);
     auto* dialog = new QDialog(parent);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowTitle(catalogue_text(m.catalogue, "DLG_ERRINFO", 0));
+    dialog->setWindowTitle(catalogue_text(m.around->catalogue, "DLG_ERRINFO", 0));
 
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     font.setPixelSize(FONT_PIXELS);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The window with the long explanation of the last error.
 #pragma once
 

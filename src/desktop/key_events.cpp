@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Mapping keys.
 #include "desktop/key_events.h"
 

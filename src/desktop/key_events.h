@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From the toolkit's key events to the simulator's.
 #pragma once
 

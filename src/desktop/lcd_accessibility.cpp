@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The toolkit's accessibility interfaces for the LCD.
 #include "desktop/lcd_accessibility.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The LCD for screen readers: a text element with the visible characters on its first line and the lit indicators on
 // its second. Changes of the text are announced, blinking is not.
 #pragma once

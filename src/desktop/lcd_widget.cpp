@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Painting the LCD, and clicks on it.
 #include "desktop/lcd_widget.h"
 
@@ -20,13 +21,13 @@ LcdWidget::LcdWidget(Simulator& simulator_, QWidget* parent) : QWidget(parent), 
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     fit_into({LCD_WIDTH, LCD_HEIGHT});
     setAttribute(Qt::WA_OpaquePaintEvent);
-    setAccessibleName(catalogue_text(simulator.machine.catalogue, "WINDOW", 0, "LCD"));
+    setAccessibleName(catalogue_text(simulator.machine.around->catalogue, "WINDOW", 0, "LCD"));
 }
 
 /// Device pixels of one canvas pixel: from the zoom and the screen's scale factor, as far as there is room.
 int LcdWidget::pixel_size() const {
     const double pixels =
-        std::min({static_cast<double>(simulator.machine.zoom), static_cast<double>(room.width()) / LCD_WIDTH,
+        std::min({static_cast<double>(simulator.machine.settings.zoom), static_cast<double>(room.width()) / LCD_WIDTH,
                   static_cast<double>(room.height()) / LCD_HEIGHT});
     return std::max(1, static_cast<int>(std::floor(pixels * devicePixelRatioF())));
 }
@@ -80,11 +81,11 @@ void LcdWidget::paintEvent(QPaintEvent*) {
 
 void LcdWidget::click(const QMouseEvent& event, bool is_double) {
     const QRectF area = picture_area();
-    const double scale = simulator.machine.zoom * LCD_WIDTH / area.width(); // the machine counts in zoomed pixels
+    const double scale = LCD_WIDTH / area.width();
     const int x = static_cast<int>(std::floor((event.position().x() - area.left()) * scale));
     const int y = static_cast<int>(std::floor(event.position().y() * scale));
     const LcdClick left = is_double ? LcdClick::LEFT_DOUBLE : LcdClick::LEFT;
-    on_lcd_click(simulator.machine, event.button() == Qt::RightButton ? LcdClick::RIGHT : left, x, y, 0);
+    on_lcd_click(simulator.machine, event.button() == Qt::RightButton ? LcdClick::RIGHT : left, x, y);
 }
 
 void LcdWidget::mouseReleaseEvent(QMouseEvent* event) {

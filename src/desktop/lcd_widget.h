@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The LCD in the window: shows the simulator's canvas in whole device pixels, and takes the mouse.
 #pragma once
 

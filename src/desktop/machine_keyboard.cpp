@@ -28,7 +28,7 @@ void MachineKeyboard::press(const QKeyEvent& event) {
     follow_modifiers(simulator.modifiers, event);
     // Where other programs wait for a letter, a blank gives the dead key's own character, which is there already.
     const bool ends_dead_key = std::exchange(after_dead_key, is_dead_key(event)) && event.key() == Qt::Key_Space;
-    const auto key = key_down_from(event, simulator.machine.ascii_mode != 0);
+    const auto key = key_down_from(event, simulator.machine.settings.ascii_mode);
     if (!key || ends_dead_key)
         return;
     push_key_event(simulator.keys, *key);

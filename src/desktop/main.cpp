@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // quillon: the simulator in a window.
 #include "desktop/arguments.h"
 #include "desktop/lcd_accessibility.h"
@@ -63,7 +64,7 @@ int main(int argc, char** argv) {
     const std::string program = program_folder();
     const auto simulator = std::make_unique<Simulator>();
     simulator->files = find_data_files(environment, program);
-    simulator->machine.catalogue =
+    simulator->around.catalogue =
         read_catalogue(find_catalogue(environment, find_resources(program))).value_or(MessageCatalogue{});
     install_lcd_accessibility();
     MainWindow window(*simulator);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Placing and forwarding.
 #include "desktop/main_window.h"
 
@@ -54,8 +55,9 @@ MainWindow::MainWindow(Simulator& simulator_)
                           simulator_, [this](const QKeyEvent& event) { return take_window_key(event); }, this),
       windows(simulator_, keyboard, this) {
     const CommandHandler handler = [this](int command) { run_host_command(simulator, command); };
-    build_menu_bar(*this, simulator.machine.catalogue, handler);
-    checks = build_toolbar(*this, simulator.machine.catalogue, handler, [this](QMenu& menu) { fill_recent(menu); });
+    build_menu_bar(*this, simulator.machine.around->catalogue, handler);
+    checks =
+        build_toolbar(*this, simulator.machine.around->catalogue, handler, [this](QMenu& menu) { fill_recent(menu); });
     auto* centre = new QWidget;
     auto* column = new QVBoxLayout(centre);
     column->setContentsMargins(0, 0, 0, 0);
@@ -72,7 +74,7 @@ MainWindow::MainWindow(Simulator& simulator_)
 }
 
 void MainWindow::connect_machine() {
-    Host& host = simulator.machine.host;
+    Host& host = simulator.around.host;
     host.play_tone = [this](std::span<const std::uint8_t> image) { sound.play(image); };
     host.stop_tone = [this] { sound.stop(); };
     host.show_message = [this](const std::string& text, MessageIcon icon) {
@@ -133,9 +135,9 @@ void MainWindow::refresh() {
         return;
     const Machine& m = simulator.machine;
     setWindowTitle(QString::fromLocal8Bit(window_title(simulator)));
-    checks[COMMAND_ASCII_MODE]->setChecked(m.ascii_mode != 0);
-    checks[COMMAND_OVERDRIVE]->setChecked(m.overdrive != 0);
-    checks[COMMAND_SOFT_KEYBOARD]->setChecked(m.soft_open != 0);
+    checks[COMMAND_ASCII_MODE]->setChecked(m.settings.ascii_mode);
+    checks[COMMAND_OVERDRIVE]->setChecked(m.speed.overdrive);
+    checks[COMMAND_SOFT_KEYBOARD]->setChecked(m.soft.soft_open);
     lcd->refresh();
     windows.follow_machine();
     if (ticker.is_armed())
@@ -165,7 +167,7 @@ void MainWindow::carry_out(HostCommand command) {
     case COMMAND_OPEN: return open_listing_dialog();
     case COMMAND_EXIT: close(); return;
     case COMMAND_EDITOR: return start_editor();
-    case COMMAND_ABOUT: return show_about_dialog(simulator.machine.catalogue, this);
+    case COMMAND_ABOUT: return show_about_dialog(simulator.machine.around->catalogue, this);
     case COMMAND_CONFIGURE: return configure();
     case COMMAND_ERROR_DETAIL: return show_error_detail(simulator.machine, this);
     case COMMAND_HELP: return show_manual();
@@ -190,17 +192,17 @@ void MainWindow::show_note(const QString& text) {
 void MainWindow::show_warning(const QString& text) { messages.show(text, MessageIcon::WARNING); }
 
 void MainWindow::open_listing_dialog() {
-    const auto choice = choose_listing(this, simulator.machine.catalogue, simulator.settings);
+    const auto choice = choose_listing(this, simulator.machine.around->catalogue, simulator.preferences);
     if (!choice)
         return;
-    simulator.settings.file_type = choice->file_type;
+    simulator.preferences.file_type = choice->file_type;
     open_listing(simulator, native_path(choice->path));
 }
 
 /// When the editor cannot be started another one can be chosen.
 void MainWindow::start_editor() {
     const auto choose_another = [this] {
-        show_warning(catalogue_text(simulator.machine.catalogue, "SYSTEM", 10));
+        show_warning(catalogue_text(simulator.machine.around->catalogue, "SYSTEM", 10));
         configure();
     };
     if (const auto call = editor_call(simulator))
@@ -209,7 +211,7 @@ void MainWindow::start_editor() {
 
 void MainWindow::show_manual() {
     open_manual([this](const QString& path) {
-        const MessageCatalogue& catalogue = simulator.machine.catalogue;
+        const MessageCatalogue& catalogue = simulator.machine.around->catalogue;
         if (path.isEmpty())
             show_warning(catalogue_text(catalogue, "HELP", 1));
         else
@@ -250,19 +252,19 @@ void MainWindow::keyReleaseEvent(QKeyEvent* event) { keyboard.release(*event); }
 
 bool MainWindow::take_window_key(const QKeyEvent& event) {
     const bool is_shortcut = event.modifiers().testFlag(Qt::ControlModifier) &&
-                             !event.modifiers().testFlag(Qt::AltModifier) && simulator.machine.ascii_mode != 0;
+                             !event.modifiers().testFlag(Qt::AltModifier) && simulator.machine.settings.ascii_mode;
     switch (is_shortcut || event.key() == Qt::Key_F10 ? event.key() : 0) {
     case Qt::Key_F10: focus_controls(event.modifiers().testFlag(Qt::ShiftModifier)); return true;
     case Qt::Key_Plus:
-    case Qt::Key_Equal: change_zoom(simulator.machine.zoom + 1); return true;
-    case Qt::Key_Minus: change_zoom(simulator.machine.zoom - 1); return true;
+    case Qt::Key_Equal: change_zoom(simulator.machine.settings.zoom + 1); return true;
+    case Qt::Key_Minus: change_zoom(simulator.machine.settings.zoom - 1); return true;
     case Qt::Key_0: change_zoom(1); return true;
     default: return false;
     }
 }
 
 void MainWindow::change_zoom(int zoom) {
-    simulator.machine.zoom = std::clamp(zoom, 1, ZOOM_MAX);
+    simulator.machine.settings.zoom = std::clamp(zoom, 1, ZOOM_MAX);
     resize_to_zoom();
 }
 

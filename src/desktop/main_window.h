@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The main window: places the toolbar, the LCD and the windows around it, and forwards events and commands. What they
 // mean is the simulator's business.
 #pragma once

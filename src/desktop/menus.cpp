@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Building menus and toolbar.
 #include "desktop/menus.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Menu bar and toolbar, built from the tables of commands, with the catalogue's labels where it has them.
 #pragma once
 

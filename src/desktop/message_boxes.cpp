@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Showing message boxes.
 #include "desktop/message_boxes.h"
 

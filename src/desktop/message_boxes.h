@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Message boxes, one after the other, each after the tick that asked for it.
 #pragma once
 

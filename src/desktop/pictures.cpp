@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From palettised pictures to the toolkit's.
 #include "desktop/pictures.h"
 

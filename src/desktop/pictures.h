@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program's own pictures as the toolkit has them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From signals to the event loop, through a pipe: in a handler hardly anything else is allowed.
 #include "desktop/quit_signals.h"
 

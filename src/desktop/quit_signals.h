@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Ending in good order when the system asks for it, so that nothing is lost; and in any case.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Drawing the soft keyboard, and the mouse on it.
 #include "desktop/soft_keyboard_window.h"
 
@@ -42,7 +43,7 @@ SoftKeyboardWindow::SoftKeyboardWindow(Simulator& simulator_, QWidget* main_wind
       simulator(simulator_), main_window(main_window_), as_panel(as_panel_),
       picture(load_picture(SOFT_KEYBOARD_IMAGE)) {
     setWindowTitle("QZ-SIM SoftwareKeyboard.");
-    setAccessibleName(command_name(simulator.machine.catalogue, COMMAND_SOFT_KEYBOARD));
+    setAccessibleName(command_name(simulator.machine.around->catalogue, COMMAND_SOFT_KEYBOARD));
     setAttribute(Qt::WA_ShowWithoutActivating);
     setFocusPolicy(Qt::NoFocus);
     setFixedSize(SCALE * LAYER_WIDTH + 2 * BORDER, SCALE * LAYER_HEIGHT + 2 * BORDER);
@@ -65,7 +66,8 @@ void SoftKeyboardWindow::dock() {
 }
 
 void SoftKeyboardWindow::refresh() {
-    if (std::exchange(simulator.machine.soft_changed, 0) != 0)
+    const Drawn now{current_soft_layer(simulator.machine), simulator.machine.soft.soft_highlight};
+    if (std::exchange(drawn, now) != now)
         update();
 }
 
@@ -76,9 +78,9 @@ void SoftKeyboardWindow::paintEvent(QPaintEvent*) {
     painter.translate(BORDER, BORDER);
     painter.scale(SCALE, SCALE);
     painter.drawImage(QRect(0, 0, LAYER_WIDTH, LAYER_HEIGHT), picture, layer_rectangle(current_soft_layer(m)));
-    if (m.soft_highlight < 0)
+    if (m.soft.soft_highlight < 0)
         return;
-    const QRect key = key_rectangle(m.soft_highlight).adjusted(1, 1, -1, -1);
+    const QRect key = key_rectangle(m.soft.soft_highlight).adjusted(1, 1, -1, -1);
     painter.setCompositionMode(QPainter::CompositionMode_Difference); // the key's colours turn into their opposites
     painter.fillRect(key, Qt::white);
 }

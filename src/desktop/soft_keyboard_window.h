@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The soft keyboard's window: shows the layer that the latches choose and hands the mouse on to the machine. It docks
 // to the main window's lower edge and follows it; where the system lets no program place its windows it is a panel
 // there.
@@ -25,7 +26,7 @@ public:
     /// again: the window system tells of the main window's frame when it likes.
     void dock();
 
-    /// Paints anew if the machine says that the picture has changed.
+    /// Paints anew if the machine shows another picture.
     void refresh();
 
 protected:
@@ -39,6 +40,14 @@ private:
     bool as_panel;
     QImage picture;      ///< the six layers
     QPoint docked_place; ///< where it has been put
+
+    /// What of the machine the picture shows.
+    struct Drawn {
+        int layer = 0;
+        int highlight = -1;
+
+        bool operator==(const Drawn&) const = default;
+    } drawn;
 };
 
 } // namespace quillon

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Looping tones on the audio device.
 #include "desktop/sound_output.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tones from the loudspeaker: loops a tone's samples until told otherwise. Without a sound device, or when it goes
 // away, there is silence and nothing else happens.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The style's one change.
 #include "desktop/style.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The platform's style, but for the one habit that gets in the machine's way: Alt opens no menu.
 #pragma once
 

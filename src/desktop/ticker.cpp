@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Ticking.
 #include "desktop/ticker.h"
 
@@ -12,7 +13,7 @@ Ticker::Ticker(Simulator& simulator_, std::function<void(bool)> after_tick_, QOb
     connect(&timer, &QTimer::timeout, this, &Ticker::tick);
 }
 
-void Ticker::arm() { timer.start(simulator.machine.timer_interval); }
+void Ticker::arm() { timer.start(simulator.machine.settings.timer_interval); }
 
 void Ticker::stop() { timer.stop(); }
 

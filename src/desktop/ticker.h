@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The machine's clock: a one-shot timer, armed anew after each tick, so that ticks never overlap and their period is
 // the interval and the tick's own time.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Composing and filling the trace windows.
 #include "desktop/trace_window.h"
 
@@ -105,9 +106,9 @@ ExtendedVariablesWindow::ExtendedVariablesWindow(const Machine& machine_, Machin
     : QDialog(main_window), machine(machine_), field(read_only_field()) {
     constexpr QSize SIZE(560, 400);
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(catalogue_text(machine.catalogue, "DLG_TRACE2", 0));
+    setWindowTitle(catalogue_text(machine.around->catalogue, "DLG_TRACE2", 0));
     field->setLineWrapMode(QPlainTextEdit::NoWrap);
-    field->setAccessibleName(catalogue_text(machine.catalogue, "DLG_TRACE2", 0, "Extended variables"));
+    field->setAccessibleName(catalogue_text(machine.around->catalogue, "DLG_TRACE2", 0, "Extended variables"));
     (new QVBoxLayout(this))->addWidget(field);
     resize(SIZE);
     const QRect frame = main_window->frameGeometry();
@@ -151,7 +152,7 @@ void TraceWindow::take_place(QScrollArea& scroll) {
 }
 
 QString TraceWindow::text(int number, const char* otherwise) const {
-    return catalogue_text(machine.catalogue, "DLG_TRACE", number, otherwise);
+    return catalogue_text(machine.around->catalogue, "DLG_TRACE", number, otherwise);
 }
 
 QWidget* TraceWindow::position_group() {
@@ -259,10 +260,10 @@ void TraceWindow::done(int result) {
 
 bool TraceWindow::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonRelease)
-        machine.trace_step_request = 1;
+        machine.trace.trace_step_request = true;
     return QDialog::eventFilter(watched, event);
 }
 
-void TraceWindow::mouseReleaseEvent(QMouseEvent*) { machine.trace_step_request = 1; }
+void TraceWindow::mouseReleaseEvent(QMouseEvent*) { machine.trace.trace_step_request = true; }
 
 } // namespace quillon

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The trace window, beside the main window: the line executed last and the next one, and the variables. While it is
 // open the machine takes one statement at a time; a click anywhere on it asks for one. Its button opens the window of
 // the extended variables. All keys that the two get are the machine's.

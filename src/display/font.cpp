@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The character FONT as a table: per character its seven rows from the top, two hexadecimal digits each,
 // bit 4 of a row being its leftmost dot. So 0E 11 11 1F 11 11 11 is the letter A.
 #include "display/font.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dot patterns of the machine's characters: 128 glyphs of 5 x 7 dots for the codes 0x20 to 0x9F.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The GLZ0 codec and the resource header around a stream.
 #include "display/glz.h"
 

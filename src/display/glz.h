@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // GLZ0, the compression of the built-in pictures: a decoder and an encoder that work in steps of 16 tokens,
 // and the resource (a 16-byte header and a stream) that holds one image.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Palettised images from and to their bitmap form.
 #include "display/image.h"
 

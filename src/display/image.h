@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pictures as plain values: a palettised image, a canvas of true colours, and the bitmap form in which
 // palettised images are stored (a bitmap file without its 14-byte file header).
 #pragma once

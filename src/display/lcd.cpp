@@ -1,8 +1,8 @@
+// SPDX-License-Identifier: MIT
 // Drawing the LCD.
 #include "display/lcd.h"
 
 #include "core/charset.h"
-#include "core/display_line.h"
 #include "core/machine.h"
 #include "display/font.h"
 #include "display/sprite_table.h"
@@ -51,11 +51,11 @@ void blit_sprite(LcdPicture& picture, Place place, int sprite) {
 /// The sprites that the machine's state lights, in the order of the places.
 std::array<int, LCD_INDICATORS> indicator_sprites(const Machine& m) {
     const bool stopped =
-        m.run_state == STATE_PRINT_WAIT || m.run_state == STATE_STOPPED || m.run_state == STATE_LINE_SHOWN;
-    return {SPRITE_EXT_UNLIT + m.ctrl_flag,  SPRITE_S_UNLIT + m.shift_flag,
-            SPRITE_F_UNLIT + m.alt_flag,     m.run_state == STATE_SELECT ? SPRITE_WRT : SPRITE_RUN,
-            SPRITE_DEG + m.angle_unit,       m.trace_mode != 0 ? SPRITE_TR_LIT : SPRITE_TR_UNLIT,
-            SPRITE_PRT_UNLIT + m.print_mode, stopped ? SPRITE_STOP_LIT : SPRITE_STOP_UNLIT};
+        m.run.run_state == STATE_PRINT_WAIT || m.run.run_state == STATE_STOPPED || m.run.run_state == STATE_LINE_SHOWN;
+    return {SPRITE_EXT_UNLIT + (m.keys.ctrl_flag ? 1 : 0),    SPRITE_S_UNLIT + (m.keys.shift_flag ? 1 : 0),
+            SPRITE_F_UNLIT + (m.keys.alt_flag ? 1 : 0),       m.run.run_state == STATE_SELECT ? SPRITE_WRT : SPRITE_RUN,
+            SPRITE_DEG + number_of(m.settings.angle_unit),    m.trace.trace_mode ? SPRITE_TR_LIT : SPRITE_TR_UNLIT,
+            SPRITE_PRT_UNLIT + (m.screen.print_mode ? 1 : 0), stopped ? SPRITE_STOP_LIT : SPRITE_STOP_UNLIT};
 }
 
 std::uint8_t drawn_code(char c) {
@@ -66,7 +66,8 @@ std::uint8_t drawn_code(char c) {
 bool draw_cells(LcdPicture& picture, const Machine& m) {
     bool drawn = false;
     for (int i = 0; i < LCD_CELLS; ++i) {
-        const std::uint8_t code = drawn_code(m.display_line[m.display_offset + i]);
+        const std::uint8_t code =
+            drawn_code(m.screen.display_line[static_cast<std::size_t>(m.screen.display_offset + i)]);
         std::uint8_t& shown = picture.codes[static_cast<std::size_t>(i)];
         if (code == shown)
             continue;
@@ -122,8 +123,7 @@ bool install_skin(LcdPicture& picture, const IndexedImage& image) {
     return true;
 }
 
-bool render_lcd(LcdPicture& picture, Machine& m) {
-    m.display_offset = first_visible_column(m);
+bool render_lcd(LcdPicture& picture, const Machine& m) {
     if (picture.skin.pixels.empty())
         return false;
     const bool cells = draw_cells(picture, m);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The LCD as a picture: the twelve visible characters and the eight indicators, cut out of a skin.
 #pragma once
 
@@ -33,7 +34,7 @@ bool install_skin(LcdPicture& picture, const IndexedImage& image);
 
 /// Draws what has changed since the last rendering; the display's first visible column is worked out and kept in the
 /// record. Returns whether anything was drawn. Without a skin nothing is.
-bool render_lcd(LcdPicture& picture, Machine& m);
+bool render_lcd(LcdPicture& picture, const Machine& m);
 
 /// The names of the indicators that are lit in the picture: EXT, S, F, RUN or WRT, DEG or RAD or GRA, TR, PRT, STOP.
 std::vector<std::string_view> lit_indicators(const LcdPicture& picture);

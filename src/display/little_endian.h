@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers in files and resources: least significant byte first.
 #pragma once
 

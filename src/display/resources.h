@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The pictures built into the program, drawn and compressed by tools/draw_resources when it is built.
 #pragma once
 

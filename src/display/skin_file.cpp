@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Checking and reading skin bitmaps.
 #include "display/skin_file.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Skins from bitmap files.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The LCD's colours in the palette of the default skin.
 #include "display/skin_palette.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the palette entries of the default skin mean, and the colours they have until they are configured.
 #pragma once
 

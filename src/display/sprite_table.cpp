@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The sprite rectangles: glyph cells by rule, panel and indicators by table.
 #include "display/sprite_table.h"
 

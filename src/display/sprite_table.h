@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the glyphs, the indicators and the panel lie in the skin image, and where a glyph's dots lie in its
 // cell.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tables that tie words to their handlers.
 #include "driver/language.h"
 
@@ -21,11 +22,11 @@
 namespace quillon {
 namespace {
 
-constexpr int NO_KIND = -1;
+constexpr std::optional<StmtKind> NO_KIND;
 
 struct StatementRow {
-    int token;
-    int kind; ///< the statement context that the word sets
+    TokenCode token;
+    std::optional<StmtKind> kind; ///< the statement context that the word sets
     StatementHandler handler;
 };
 
@@ -74,18 +75,18 @@ constexpr StatementRow STATEMENT_ROWS[] = {
 
 /// Words of the statement range that have no statement of their own: wherever one stands in the place of a statement
 /// it is an unknown token. THEN, TO and STEP are read by IF and FOR.
-constexpr int WORDS_WITHOUT_STATEMENT[] = {
+constexpr TokenCode WORDS_WITHOUT_STATEMENT[] = {
     TOKEN_THEN, TOKEN_TO, TOKEN_STEP, TOKEN_LIST_ALL, TOKEN_CLEAR_ALL, TOKEN_SAVE_ALL, TOKEN_LOAD_ALL, TOKEN_DIM,
 };
 
 struct FunctionRow {
-    int token = TOKEN_UNKNOWN;
+    TokenCode token = TOKEN_UNKNOWN;
     FunctionHandler handler = nullptr;
     NumberFormula formula = nullptr;
 };
 
 /// The row of a function of one factor.
-constexpr FunctionRow prefix(int token) { return {token, prefix_function, prefix_formula}; }
+constexpr FunctionRow prefix(TokenCode token) { return {token, prefix_function, prefix_formula}; }
 
 // clang-format off
 constexpr FunctionRow FUNCTION_ROWS[] = {
@@ -105,14 +106,14 @@ constexpr FunctionRow FUNCTION_ROWS[] = {
 
 /// Codes of the function range that are no functions: the relations, and the operators EX and EM, which the evaluator
 /// takes between two operands.
-constexpr int CODES_WITHOUT_FUNCTION[] = {TOKEN_EX, TOKEN_EM, TOKEN_NE, TOKEN_GE, TOKEN_LE, TOKEN_EQEQ};
+constexpr TokenCode CODES_WITHOUT_FUNCTION[] = {TOKEN_EX, TOKEN_EM, TOKEN_NE, TOKEN_GE, TOKEN_LE, TOKEN_EQEQ};
 
 constexpr Language build_language() {
     Language language{};
     for (const StatementRow& row : STATEMENT_ROWS)
-        language.statements[static_cast<std::size_t>(row.token - STATEMENT_FIRST)] = {row.handler, row.kind};
+        language.statements[token_distance(STATEMENT_FIRST, row.token)] = {row.handler, row.kind};
     for (const FunctionRow& row : FUNCTION_ROWS) {
-        const auto place = static_cast<std::size_t>(row.token - FUNCTION_FIRST);
+        const auto place = token_distance(FUNCTION_FIRST, row.token);
         language.functions[place] = row.handler;
         language.formulas[place] = row.formula;
     }
@@ -122,23 +123,23 @@ constexpr Language build_language() {
 constexpr Language BASIC = build_language();
 
 template <std::size_t N>
-constexpr bool contains(const int (&codes)[N], int code) {
+constexpr bool contains(const TokenCode (&codes)[N], TokenCode code) {
     return std::find(std::begin(codes), std::end(codes), code) != std::end(codes);
 }
 
 template <typename Row, std::size_t N>
-constexpr bool has_row(const Row (&rows)[N], int code) {
+constexpr bool has_row(const Row (&rows)[N], TokenCode code) {
     return std::any_of(std::begin(rows), std::end(rows), [code](const Row& row) { return row.token == code; });
 }
 
 /// Whether each word of the vocabulary has a handler, or is one of those that have none for a reason.
 constexpr bool is_complete() {
-    constexpr int CODES[] = {
-#define WORD(spelling, code, name) code,
+    constexpr TokenCode CODES[] = {
+#define WORD(spelling, code, name) TOKEN_##name,
 #define ALSO(spelling, name)
 #include "core/vocabulary.def"
     };
-    for (const int code : CODES) {
+    for (const TokenCode code : CODES) {
         const bool statement = code >= STATEMENT_FIRST && code <= STATEMENT_LAST;
         const bool function = code >= FUNCTION_FIRST && code <= FUNCTION_LAST;
         if (statement && has_row(STATEMENT_ROWS, code) == contains(WORDS_WITHOUT_STATEMENT, code))

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The machine's language: every word with the operation that carries it out.
 #pragma once
 

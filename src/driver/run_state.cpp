@@ -1,102 +1,95 @@
+// SPDX-License-Identifier: MIT
 // STATE_RUN: one statement, or one step of the wait that the statement context names.
 #include "driver/run_state.h"
 
 #include "core/display_line.h"
 #include "core/interpreter.h"
-#include "core/listing.h"
-#include "driver/tick.h"
+#include "core/program.h"
+#include "core/run_control.h"
 #include "statements/input.h"
 #include "statements/print.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace quillon {
 namespace {
 
 /// A scrolled text leaves its last characters at the front of the line.
 void keep_end_of_line(Machine& m) {
-    const int from = std::max(m.display_cursor - DISPLAY_WIDTH, 0);
-    std::memmove(m.display_line, m.display_line + from, DISPLAY_WIDTH + 1);
-    m.display_cursor = DISPLAY_WIDTH;
+    const int from = std::max(m.screen.display_cursor - DISPLAY_WIDTH, 0);
+    auto& line = m.screen.display_line;
+    std::copy_n(line.begin() + from, DISPLAY_WIDTH + 1, line.begin());
+    m.screen.display_cursor = DISPLAY_WIDTH;
 }
 
 /// EXE lets the rest of the text in at once.
 void serve_scroll(Machine& m) {
-    m.wait_counter = m.wait_print_sc;
-    bool pending = print_scroll_step(m);
-    while (pending && m.enter_request != 0)
-        pending = print_scroll_step(m);
-    m.enter_request = 0;
+    set_wait(m, m.settings.wait_print_sc);
+    bool pending = scroll_step(m);
+    while (pending && m.keys.enter_request)
+        pending = scroll_step(m);
+    m.keys.enter_request = false;
     if (!pending)
         keep_end_of_line(m);
 }
 
 /// In single steps a statement waits until it is asked for; the trace window shows it once. True when it waits.
 bool waits_for_step(Machine& m) {
-    if (m.trace_mode == 0 || m.base_state == STATE_COMMAND)
+    if (!m.trace.trace_mode || m.run.base_state == STATE_COMMAND)
         return false;
-    if (m.trace_step_flag != 0) {
-        m.host.refresh_trace();
-        m.trace_step_flag = 0;
+    if (m.trace.trace_step_flag) {
+        m.around->host.refresh_trace();
+        m.trace.trace_step_flag = false;
     }
-    if (m.enter_request == 0 && m.trace_step_request == 0)
+    if (!m.keys.enter_request && !m.trace.trace_step_request)
         return true;
-    m.enter_request = 0;
-    m.trace_step_request = 0;
-    m.trace_step_flag = 1;
+    m.keys.enter_request = false;
+    m.trace.trace_step_request = false;
+    m.trace.trace_step_flag = true;
     return false;
-}
-
-/// The last line has been passed: straight to command mode when the last thing was a wait for EXE.
-void end_program(Machine& m) {
-    m.program_ended = 0;
-    enter_state(m, m.prev_state == STATE_PRINT_WAIT ? STATE_TO_COMMAND : STATE_ENDED);
 }
 
 void serve_statement(Machine& m) {
     if (waits_for_step(m))
         return;
-    m.stmt_kind = KIND_NONE;
-    m.wait_counter = 0;
-    if (m.program_ended != 0 || m.stmt_start == nullptr)
+    m.eval.stmt_kind = KIND_NONE;
+    set_wait(m, 0);
+    if (m.run.program_ended || m.program.stmt_start == NOWHERE)
         return end_program(m);
-    m.value.complete = 0;
+    m.eval.value.complete = false;
     eval_statement(m);
-    if (m.token == TOKEN_END && m.error_code == ERROR_NONE)
+    if (m.eval.token == TOKEN_END && !failed(m))
         advance_line(m);
 }
 
 void serve_input(Machine& m) {
     input_statement(m);
-    if (m.trace_mode != 0) {
-        m.host.refresh_trace();
-        m.trace_step_flag = 0;
+    if (m.trace.trace_mode) {
+        m.around->host.refresh_trace();
+        m.trace.trace_step_flag = false;
     }
-    m.enter_request = 0;
+    m.keys.enter_request = false;
 }
 
-bool key_down(const Machine& m) { return m.held_key != 0 || m.soft_key_code != 0; }
+bool key_down(const Machine& m) { return m.keys.held_key != 0 || m.soft.soft_key_code != 0; }
 
 /// A result, or READY: EXE leads back to the command line, any key begins one.
 void serve_result(Machine& m) {
-    if (m.enter_request != 0) {
-        clear_display_line(m);
-        enter_state(m, STATE_COMMAND);
-        resume_statement(m);
-    } else if (key_down(m)) {
-        if (m.key_string[0] == KEY_COPY) {
-            m.host.copy_text(m.value.text);
-            m.key_string.clear();
-        }
-        enter_command_mode(m);
+    if (m.keys.enter_request)
+        return end_result(m);
+    if (!key_down(m))
+        return;
+    if (static_cast<MachineKey>(m.keys.key_string[0]) == KEY_COPY) {
+        m.around->host.copy_text(m.eval.value.text);
+        m.keys.key_string.clear();
     }
+    begin_line_after_result(m);
 }
 
 void serve_kind(Machine& m) {
-    switch (m.stmt_kind) {
+    switch (m.eval.stmt_kind) {
     case KIND_PRINT:
-        m.wait_counter = 0;
+        set_wait(m, 0);
         print_statement(m);
         break;
     case KIND_INPUT: serve_input(m); break;
@@ -118,17 +111,17 @@ void serve_kind(Machine& m) {
 } // namespace
 
 void tick_run(Machine& m) {
-    if (m.stmt_kind == KIND_SCROLL && m.enter_request != 0)
-        m.wait_counter = 0;
-    if (m.wait_counter > 0) {
-        --m.wait_counter;
+    if (m.eval.stmt_kind == KIND_SCROLL && m.keys.enter_request)
+        set_wait(m, 0);
+    if (m.run.scroll.wait_counter > 0) {
+        set_wait(m, m.run.scroll.wait_counter - 1);
         return;
     }
-    if (m.stmt_start != nullptr)
-        m.scan_ptr = m.stmt_start;
+    if (m.program.stmt_start != NOWHERE)
+        m.eval.next = m.program.stmt_start;
     serve_kind(m);
-    if (m.error_code == ERROR_NONE)
-        m.stmt_start = m.scan_ptr;
+    if (!failed(m))
+        m.program.stmt_start = m.eval.next;
 }
 
 } // namespace quillon

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // STATE_RUN: statements, and the waits that a statement leaves to the tick.
 #pragma once
 

@@ -1,12 +1,14 @@
-// machine_tick: what every tick does first and last, and the run states that are short. STATE_RUN is in run_state.cpp.
+// SPDX-License-Identifier: MIT
+// machine_tick: what every tick does first and last, and which state it serves. STATE_RUN is in run_state.cpp.
 #include "driver/tick.h"
 
 #include "core/display_line.h"
 #include "core/invariants.h"
-#include "core/listing.h"
-#include "core/machine.h"
+#include "core/program.h"
+#include "core/run_control.h"
 #include "driver/run_state.h"
 #include "keys/soft_keyboard.h"
+#include "keys/virtual_keys.h"
 #include "statements/command_line.h"
 #include "statements/input.h"
 
@@ -14,151 +16,102 @@ namespace quillon {
 namespace {
 
 /// The clear key: Home, or its key on the soft keyboard.
-bool clear_key_down(const Machine& m) { return m.held_key == VIRTUAL_KEY_HOME || m.soft_key_code == KEY_CLEAR; }
+bool clear_key_down(const Machine& m) {
+    return m.keys.held_key == VK_HOME || m.soft.soft_key_code == number_of(KEY_CLEAR);
+}
+
+/// What clears an error: the clear key, and the Up key of the PC.
+bool error_key_down(const Machine& m) { return clear_key_down(m) || m.keys.held_key == VK_UP; }
 
 /// Counts the tone down. True when the program waits for its end and this tick does nothing else.
 bool tone_holds_tick(Machine& m) {
-    if (m.sound_ticks_left == 0)
+    Sound& sound = m.sound;
+    if (sound.sound_ticks_left == 0)
         return false;
-    if (--m.sound_ticks_left == 0) {
-        if (m.pcm_beep == 1 && m.tone.samples > 0)
-            m.host.stop_tone();
-        m.sound_holds_run = 0;
+    if (--sound.sound_ticks_left == 0) {
+        if (m.settings.pcm_beep && sound.tone.samples > 0)
+            m.around->host.stop_tone();
+        sound.sound_holds_run = false;
     }
-    return m.sound_holds_run != 0;
+    return sound.sound_holds_run;
 }
 
 void blink_cursor(Machine& m) {
-    if (m.blink_counter++ > m.cursor_interval) {
-        m.blink_counter = 0;
-        m.cursor_visible = m.cursor_visible != 0 ? 0 : 1;
+    if (m.screen.blink_counter++ > m.settings.cursor_interval) {
+        m.screen.blink_counter = 0;
+        m.screen.cursor_visible = !m.screen.cursor_visible;
     }
 }
 
-/// An error holds the machine until the clear key, or the Up key. One of a command line has a state of its own.
+/// An error holds the machine until it is cleared. One of a command line has a state of its own.
 bool error_holds_tick(Machine& m) {
-    if (m.run_state == STATE_COMMAND_ERROR || m.error_code == ERROR_NONE || m.error_code == ERROR_INPUT)
+    if (m.run.run_state == STATE_COMMAND_ERROR || !failed(m) || m.error.error_code == ERROR_INPUT)
         return false;
-    if (clear_key_down(m) || m.held_key == VIRTUAL_KEY_UP) {
-        enter_command_mode(m);
-        m.base_state = STATE_COMMAND;
-        m.enter_request = 0;
-        m.error_code = ERROR_NONE;
+    if (error_key_down(m)) {
+        open_command_line(m);
+        m.keys.enter_request = false;
+        m.error.error_code = ERROR_NONE;
     }
     return true;
 }
 
-/// The output stands until EXE. A list that goes on keeps its context; one that has ended leaves what it set for this.
 void tick_print_wait(Machine& m) {
-    if (m.enter_request == 0)
-        return;
-    clear_display_line(m);
-    enter_state(m, m.typed_wait != 0 ? STATE_COMMAND : m.base_state);
-    m.typed_wait = 0;
-    m.display_offset = 0;
-    m.wait_counter = 0;
-    resume_statement(m);
-    if (is_statement_end(m.token))
-        m.stmt_kind = m.kind_after_scroll;
-}
-
-/// The context in which a statement goes on: an INPUT asks again.
-int resumed_kind(int kind) {
-    const bool input = kind == KIND_INPUT || kind == KIND_INPUT_ERROR || kind == KIND_PROMPT;
-    return input ? KIND_PROMPT_AGAIN : kind;
-}
-
-/// The context in which a stopped statement goes on: an INPUT that is between two elements of its list, with the list.
-int resumed_stop(const Machine& m) {
-    const bool between_elements = m.saved_stmt_kind == KIND_INPUT && m.saved_run_state == STATE_RUN;
-    return between_elements ? KIND_INPUT : resumed_kind(m.saved_stmt_kind);
-}
-
-/// What the program was doing when it was stopped, for EXE on an empty command line. A scroll counts as done: its text
-/// will be gone.
-void remember_stop(Machine& m) {
-    m.stopped_kind = m.saved_stmt_kind == KIND_SCROLL ? m.kind_after_scroll : resumed_stop(m);
-    m.stopped_token = m.saved_token;
-    m.stopped_value = m.saved_value;
-    m.stopped_entry = m.entry_line;
-}
-
-void resume_stopped(Machine& m) {
-    clear_display_line(m);
-    enter_state(m, m.base_state);
-    m.token = m.saved_token;
-    m.stmt_kind = resumed_stop(m);
-    m.value = m.saved_value;
-    if (m.base_state == STATE_COMMAND)
-        clear_entry_line(m);
+    if (m.keys.enter_request)
+        end_wait_for_exe(m);
 }
 
 void tick_stopped(Machine& m) {
-    if (m.enter_request != 0) {
-        resume_stopped(m);
-    } else if (clear_key_down(m)) {
-        remember_stop(m);
-        enter_command_mode(m);
-    }
+    if (m.keys.enter_request)
+        resume(m);
+    else if (clear_key_down(m))
+        open_command_line_while_stopped(m);
 }
 
 void tick_ended(Machine& m) {
-    if (clear_key_down(m)) {
-        enter_command_mode(m);
-        m.base_state = STATE_COMMAND;
-    }
+    if (clear_key_down(m))
+        open_command_line(m);
 }
 
 /// "P" and a place for each area: its digit, or a mark when it is in use; the selected one blinks.
 void tick_select(Machine& m) {
-    const char key = m.key_string[0];
+    const char key = m.keys.key_string[0];
     if (key >= '0' && key <= '9') {
-        m.run_page = key - '0';
+        m.settings.run_page = key - '0';
         clear_key(m);
     }
-    m.display_line[0] = 'P';
-    m.display_line[1] = ' ';
+    auto& line = m.screen.display_line;
+    line[0] = 'P';
+    line[1] = ' ';
     for (int n = 0; n < AREA_COUNT; ++n) {
-        const bool hidden = n == m.run_page && m.cursor_visible == 0;
-        m.display_line[2 + n] = hidden ? ' ' : area_mark(m, n);
+        const bool hidden = n == m.settings.run_page && !m.screen.cursor_visible;
+        line[static_cast<std::size_t>(2 + n)] = hidden ? ' ' : area_mark(m, n);
     }
-}
-
-void tick_to_command(Machine& m) {
-    enter_command_mode(m);
-    m.base_state = STATE_COMMAND;
 }
 
 void tick_command(Machine& m) {
     command_entry_tick(m);
-    if (m.enter_request != 0 && m.trace_mode != 0)
-        m.host.refresh_trace();
-    m.enter_request = 0;
+    if (m.keys.enter_request && m.trace.trace_mode)
+        m.around->host.refresh_trace();
+    m.keys.enter_request = false;
 }
 
 void tick_command_error(Machine& m) {
-    if (!clear_key_down(m) && m.held_key != VIRTUAL_KEY_UP)
-        return;
-    enter_state(m, STATE_COMMAND);
-    clear_entry_line(m);
-    clear_key(m);
-    m.soft_key_code = 0;
-    m.error_code = ERROR_NONE;
+    if (error_key_down(m))
+        clear_command_error(m);
 }
 
 void serve_state(Machine& m) {
-    switch (m.run_state) {
-    case STATE_RUN: tick_run(m); break;
-    case STATE_PRINT_WAIT: tick_print_wait(m); break;
-    case STATE_INPUT: input_entry_tick(m); break;
+    switch (m.run.run_state) {
+    case STATE_RUN: return tick_run(m);
+    case STATE_PRINT_WAIT: return tick_print_wait(m);
+    case STATE_INPUT: return input_entry_tick(m);
     case STATE_STOPPED:
-    case STATE_LINE_SHOWN: tick_stopped(m); break;
-    case STATE_ENDED: tick_ended(m); break;
-    case STATE_SELECT: tick_select(m); break;
-    case STATE_COMMAND: tick_command(m); break;
-    case STATE_COMMAND_ERROR: tick_command_error(m); break;
-    case STATE_TO_COMMAND: tick_to_command(m); break;
-    default: break;
+    case STATE_LINE_SHOWN: return tick_stopped(m);
+    case STATE_ENDED: return tick_ended(m);
+    case STATE_SELECT: return tick_select(m);
+    case STATE_COMMAND: return tick_command(m);
+    case STATE_COMMAND_ERROR: return tick_command_error(m);
+    case STATE_TO_COMMAND: return open_command_line(m);
     }
 }
 
@@ -170,26 +123,16 @@ void serve_tick(Machine& m) {
     if (error_holds_tick(m))
         return;
     serve_state(m);
-    if (m.held_key != 0 && !m.host.is_key_down(m.held_key))
+    if (m.keys.held_key != 0 && !m.around->host.is_key_down(m.keys.held_key))
         clear_key(m);
-    m.enter_request = 0;
+    m.keys.enter_request = false;
 }
 
 } // namespace
 
-void resume_statement(Machine& m) {
-    m.token = m.saved_token;
-    m.stmt_kind = resumed_kind(m.saved_stmt_kind);
-}
-
-void enter_command_mode(Machine& m) {
-    m.stmt_kind = KIND_CLEARED;
-    clear_entry_line(m); // of an INPUT that was stopped, or the last one of a program
-    enter_state(m, STATE_COMMAND);
-}
-
 void machine_tick(Machine& m) {
     serve_tick(m);
+    m.screen.display_offset = first_visible_column(m);
 #ifdef QUILLON_CHECK_INVARIANTS
     require_invariants(m);
 #endif

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shared argument readers and results.
 #include "functions/arguments.h"
 
@@ -10,63 +11,63 @@
 namespace quillon {
 
 bool open_arguments(Machine& m, MessageId missing) {
-    if (next_token(m) != '(')
+    if (next_token(m) != TOKEN_OPEN)
         raise_error(m, ERROR_SYNTAX, missing);
-    return m.error_code == ERROR_NONE;
+    return !failed(m);
 }
 
 bool read_number(Machine& m, const ArgumentErrors& errors, double& x) {
     x = eval_argument(m);
-    if (m.error_code != ERROR_NONE)
+    if (failed(m))
         return false;
-    if (m.value.kind == VALUE_NONE && errors.missing != ArgumentErrors::ACCEPTED)
+    if (m.eval.value.kind == VALUE_NONE && errors.missing != ArgumentErrors::ACCEPTED)
         raise_error(m, ERROR_SYNTAX, {errors.section, errors.missing});
-    else if (m.value.kind == VALUE_STRVAR)
+    else if (m.eval.value.kind == VALUE_STRVAR)
         raise_error(m, ERROR_SYNTAX, {errors.section, errors.string_variable});
-    else if (value_type(m.value) == TYPE_STRING)
+    else if (value_type(m) == TYPE_STRING)
         raise_error(m, ERROR_SYNTAX, {errors.section, errors.string});
-    return m.error_code == ERROR_NONE;
+    return !failed(m);
 }
 
 bool require_comma(Machine& m, MessageId missing) {
-    if (m.token != ',')
+    if (m.eval.token != TOKEN_COMMA)
         raise_error(m, ERROR_SYNTAX, missing);
-    return m.error_code == ERROR_NONE;
+    return !failed(m);
 }
 
 bool close_arguments(Machine& m, MessageId missing) {
-    if (m.token != ')') {
+    if (m.eval.token != TOKEN_CLOSE) {
         raise_error(m, ERROR_SYNTAX, missing);
         return false;
     }
-    next_token_behind_operand(m);
+    next_token_after_operand(m);
     return true;
 }
 
 void pass_closing(Machine& m) {
-    if (m.token == ')')
-        next_token_behind_operand(m);
+    if (m.eval.token == TOKEN_CLOSE)
+        next_token_after_operand(m);
 }
 
 double number_result(Machine& m, double x) {
-    m.value.kind = VALUE_NUMBER;
-    m.value.variable = nullptr;
-    m.value.number = x;
-    m.value.complete = 1;
+    m.eval.value.kind = VALUE_NUMBER;
+    m.eval.value.cell = NO_CELL;
+    m.eval.value.number = x;
+    m.eval.value.complete = true;
     return x;
 }
 
 double string_result(Machine& m, std::string_view text) {
-    m.value.kind = VALUE_STRING;
-    m.value.variable = nullptr;
-    m.value.number = 0;
-    m.value.complete = 1;
-    m.value.text = text;
+    m.eval.value.kind = VALUE_STRING;
+    m.eval.value.cell = NO_CELL;
+    m.eval.value.number = 0;
+    m.eval.value.complete = true;
+    m.eval.value.text = text;
     return 0;
 }
 
 double to_radians(const Machine& m, double angle) {
-    switch (m.angle_unit) {
+    switch (m.settings.angle_unit) {
     case ANGLE_DEG: return angle * std::numbers::pi / 180;
     case ANGLE_GRA: return angle * std::numbers::pi / 200;
     default: return angle;
@@ -74,7 +75,7 @@ double to_radians(const Machine& m, double angle) {
 }
 
 double from_radians(const Machine& m, double radians) {
-    switch (m.angle_unit) {
+    switch (m.settings.angle_unit) {
     case ANGLE_DEG: return radians * 180 / std::numbers::pi;
     case ANGLE_GRA: return radians * 200 / std::numbers::pi;
     default: return radians;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How functions read their arguments, and the checks that they share. Each reader reports through `error_code` and
 // gives false after an error.
 #pragma once

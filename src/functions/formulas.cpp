@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Formulas of the numeric functions.
 #include "functions/formulas.h"
 

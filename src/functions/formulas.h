@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The formulas that the C library does not have, or not as the machine computes them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numeric functions with argument lists, and the random generator.
 #include "functions/list_functions.h"
 
@@ -29,17 +30,17 @@ bool read_counts(Machine& m, const char* section, double& n, double& r) {
     r = std::floor(round6(r));
     if (n < 0 || r < 0 || n < r)
         raise_error(m, ERROR_VARIABLE, {section, 4});
-    return m.error_code == ERROR_NONE;
+    return !failed(m);
 }
 
 /// Stores the two results of REC and POL. The cells' text and flag stay as they are.
 void store_coordinates(Machine& m, double x, double y) {
-    m.variables[CELL_X].kind = 0;
+    m.variables[CELL_X].kind = CELL_NUMBER;
     m.variables[CELL_X].number = x;
-    m.variables[CELL_Y].kind = 0;
+    m.variables[CELL_Y].kind = CELL_NUMBER;
     m.variables[CELL_Y].number = y;
-    m.value.kind = VALUE_NONE;
-    m.value.number = 0;
+    m.eval.value.kind = VALUE_NONE;
+    m.eval.value.number = 0;
     pass_closing(m);
 }
 
@@ -53,7 +54,7 @@ bool read_sexagesimal_part(Machine& m, int missing, int& part) {
     part = truncate_to_int(round6(x));
     if (part >= PART_LIMIT)
         raise_error(m, ERROR_VARIABLE, {SECTION, 4});
-    return m.error_code == ERROR_NONE;
+    return !failed(m);
 }
 
 } // namespace
@@ -118,13 +119,13 @@ double deg_function(Machine& m) {
     if (!open_arguments(m, {"DEG", 0}) || !read_sexagesimal_part(m, 1, part))
         return 0;
     double result = part;
-    for (int unit = 60; unit <= 3600 && m.token == ','; unit *= 60) {
+    for (int unit = 60; unit <= 3600 && m.eval.token == TOKEN_COMMA; unit *= 60) {
         if (!read_sexagesimal_part(m, ACCEPTED, part))
             return 0;
         result += part / static_cast<double>(unit);
     }
     number_result(m, result);
-    next_token_behind_operand(m);
+    next_token_after_operand(m);
     return result;
 }
 
@@ -136,7 +137,7 @@ int next_random(std::uint32_t& seed) {
 double ran_function(Machine& m) {
     constexpr double OUTPUT_MAX = 32767;
     const double result = number_result(m, next_random(m.random_seed) / OUTPUT_MAX);
-    next_token_behind_operand(m);
+    next_token_after_operand(m);
     return result;
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Functions with an argument list: RND(x,n), NPR(n,r), NCR(n,r), REC(r,a), POL(x,y), DEG(d,m,s); and RAN#, which has
 // no argument.
 #pragma once

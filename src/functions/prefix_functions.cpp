@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The table of the functions of one factor, and the one reader that serves all of them.
 #include "functions/prefix_functions.h"
 
@@ -47,7 +48,7 @@ constexpr bool AS_IS = false;
 /// A function of one factor. Text 0 of its section is for a missing operand, 1 for a string, 2 (by unit 2, 3, 4) for
 /// an argument outside the domain.
 struct PrefixFunction {
-    int token;
+    TokenCode token;
     const char* section;
     bool rounded;
     Domain domain;
@@ -87,38 +88,36 @@ constexpr PrefixFunction FUNCTIONS[] = {
 
 /// The rows by token; only those of the functions are looked at.
 constexpr auto ROWS = [] {
-    std::array<std::uint8_t, FUNCTION_LAST - FUNCTION_FIRST + 1> rows{};
+    std::array<std::uint8_t, FUNCTION_COUNT> rows{};
     for (std::size_t row = 0; row < std::size(FUNCTIONS); ++row)
-        rows[static_cast<std::size_t>(FUNCTIONS[row].token - FUNCTION_FIRST)] = static_cast<std::uint8_t>(row);
+        rows[token_distance(FUNCTION_FIRST, FUNCTIONS[row].token)] = static_cast<std::uint8_t>(row);
     return rows;
 }();
 
-const PrefixFunction& function_row(int token) {
-    return FUNCTIONS[ROWS[static_cast<std::size_t>(token - FUNCTION_FIRST)]];
-}
+const PrefixFunction& function_row(TokenCode token) { return FUNCTIONS[ROWS[token_distance(FUNCTION_FIRST, token)]]; }
 
 /// Reads the factor that the function applies to. CUR has one text for a missing operand and for a string.
 bool read_operand(Machine& m, const PrefixFunction& function, double& x) {
-    m.value.kind = VALUE_NONE;
+    m.eval.value.kind = VALUE_NONE;
     x = eval_factor(m);
-    const bool is_string = m.value.kind == VALUE_STRVAR || m.value.kind == VALUE_STRING;
+    const bool is_string = m.eval.value.kind == VALUE_STRVAR || m.eval.value.kind == VALUE_STRING;
     const int string_text = function.token == TOKEN_CUR ? 0 : 1;
-    if (m.error_code == ERROR_NONE && m.value.kind == VALUE_NONE)
+    if (!failed(m) && m.eval.value.kind == VALUE_NONE)
         raise_error(m, ERROR_SYNTAX, {function.section, 0});
-    else if (m.error_code == ERROR_NONE && is_string)
+    else if (!failed(m) && is_string)
         raise_error(m, ERROR_SYNTAX, {function.section, string_text});
-    return m.error_code == ERROR_NONE;
+    return !failed(m);
 }
 
 bool in_domain(const Machine& m, const Domain& domain, double x) {
-    const double highest = domain.by_unit ? ANGLE_MAX[m.angle_unit] : domain.highest;
+    const double highest = domain.by_unit ? ANGLE_MAX[number_of(m.settings.angle_unit)] : domain.highest;
     const double lowest = domain.by_unit ? -highest : domain.lowest;
     return x >= lowest && x <= highest;
 }
 
 /// Not inlined: the text must not lie in the frames of nested calls.
 [[gnu::noinline]] void raise_domain_error(Machine& m, const PrefixFunction& function, double x) {
-    const int text = 2 + (function.domain.by_unit ? m.angle_unit : 0);
+    const int text = 2 + (function.domain.by_unit ? number_of(m.settings.angle_unit) : 0);
     constexpr int SHOWN_DIGITS = 6;
     raise_error(m, ERROR_ARITHMETIC, {function.section, text}, " [%s]", format_general(x, SHOWN_DIGITS).c_str());
 }
@@ -127,7 +126,7 @@ double rounded_argument(const PrefixFunction& function, double x) { return funct
 
 } // namespace
 
-bool prefix_formula(const Machine& m, int token, double& x) {
+bool prefix_formula(const Machine& m, TokenCode token, double& x) {
     const PrefixFunction& function = function_row(token);
     x = rounded_argument(function, x);
     if (!in_domain(m, function.domain, x))
@@ -139,7 +138,7 @@ bool prefix_formula(const Machine& m, int token, double& x) {
 }
 
 double prefix_function(Machine& m) {
-    const PrefixFunction& function = function_row(m.token);
+    const PrefixFunction& function = function_row(m.eval.token);
     double x = 0;
     if (!read_operand(m, function, x))
         return 0;

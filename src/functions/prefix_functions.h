@@ -1,5 +1,8 @@
+// SPDX-License-Identifier: MIT
 // Functions of one factor: SIN 30, SQR A, INT(X/2). No parentheses belong to them.
 #pragma once
+
+#include "core/token.h"
 
 namespace quillon {
 
@@ -9,6 +12,6 @@ struct Machine;
 double prefix_function(Machine& m);
 
 /// Computes the function `token`: `x` becomes its result. False, with `x` lost, where it lies outside the domain.
-bool prefix_formula(const Machine& m, int token, double& x);
+bool prefix_formula(const Machine& m, TokenCode token, double& x);
 
 } // namespace quillon

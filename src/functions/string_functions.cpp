@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text functions and CSR.
 #include "functions/string_functions.h"
 
@@ -20,13 +21,13 @@ constexpr int ACCEPTED = ArgumentErrors::ACCEPTED;
 bool read_string(Machine& m, const char* section) {
     if (!open_arguments(m, {section, 0}))
         return false;
-    m.value.text.clear();
+    m.eval.value.text.clear();
     eval_argument(m);
-    if (m.value.kind == VALUE_NUMVAR)
+    if (m.eval.value.kind == VALUE_NUMVAR)
         raise_error(m, ERROR_SYNTAX, {section, 1});
-    else if (value_type(m.value) == TYPE_NUMBER)
+    else if (value_type(m) == TYPE_NUMBER)
         raise_error(m, ERROR_SYNTAX, {section, 2});
-    return m.error_code == ERROR_NONE;
+    return !failed(m);
 }
 
 /// A part of $: from the 1-based character `start` on; all of the rest when `length` is -1.
@@ -45,7 +46,7 @@ bool read_part(Machine& m, Part& part) {
         raise_error(m, ERROR_RANGE, {"MID", 4}, " S=[%d]", part.start);
         return false;
     }
-    if (m.token == ',') {
+    if (m.eval.token == TOKEN_COMMA) {
         if (!read_number(m, {"MID", ACCEPTED, 5, 6}, x))
             return false;
         part.length = truncate_to_int(round6(x));
@@ -83,7 +84,7 @@ bool is_plain_decimal(std::string_view text) {
 double len_function(Machine& m) {
     if (!read_string(m, "LEN"))
         return 0;
-    const double result = number_result(m, static_cast<double>(m.value.text.size()));
+    const double result = number_result(m, static_cast<double>(m.eval.value.text.size()));
     return close_arguments(m, {"LEN", 3}) ? result : 0;
 }
 
@@ -97,18 +98,18 @@ double mid_function(Machine& m) {
 /// Not inlined: the buffer must not lie in the frames of nested calls.
 [[gnu::noinline]] void raise_no_decimal(Machine& m) {
     char shown[400];
-    raise_error(m, ERROR_SYNTAX, {"VAL", 3}, "\"%s\"", escape_text(m.value.text, shown, sizeof shown));
+    raise_error(m, ERROR_SYNTAX, {"VAL", 3}, "\"%s\"", escape_text(m.eval.value.text, shown, sizeof shown));
 }
 
 double val_function(Machine& m) {
     if (!read_string(m, "VAL"))
         return 0;
-    if (!is_plain_decimal(m.value.text)) {
+    if (!is_plain_decimal(m.eval.value.text)) {
         raise_no_decimal(m);
         return 0;
     }
     std::size_t used = 0;
-    const double result = number_result(m, parse_decimal(m.value.text, used));
+    const double result = number_result(m, parse_decimal(m.eval.value.text, used));
     return close_arguments(m, {"VAL", 4}) ? result : 0;
 }
 
@@ -117,7 +118,7 @@ double str_function(Machine& m) {
     if (!open_arguments(m, {"STR", 0}) || !read_number(m, {"STR", ACCEPTED, 1, 2}, x))
         return 0;
     string_result(m, number_text(m, x));
-    next_token_behind_operand(m);
+    next_token_after_operand(m);
     return 0;
 }
 
@@ -154,34 +155,34 @@ double dms_function(Machine& m) {
     if (!open_arguments(m, {"DMS", 0}) || !read_number(m, {"DMS", 1, 2, 3}, x))
         return 0;
     dms_result(m, x);
-    next_token_behind_operand(m);
+    next_token_after_operand(m);
     return 0;
 }
 
 double key_function(Machine& m) {
-    const unsigned char first = as_byte(m.key_string[0]);
-    const bool is_character = first >= ' ' || first == KEY_PASTE;
-    string_result(m, is_character ? m.key_string.view() : std::string_view());
-    m.host.key_read();
-    next_token_behind_operand(m);
+    const unsigned char first = as_byte(m.keys.key_string[0]);
+    const bool is_character = first >= ' ' || first == as_byte(number_of(KEY_PASTE));
+    string_result(m, is_character ? m.keys.key_string.view() : std::string_view());
+    m.around->host.key_read();
+    next_token_after_operand(m);
     return 0;
 }
 
 double csr_function(Machine& m) {
     const int column = low_32_bits(eval_argument(m));
-    if (m.error_code != ERROR_NONE)
+    if (failed(m))
         return 0;
-    if (m.value.kind == VALUE_NONE)
+    if (m.eval.value.kind == VALUE_NONE)
         raise_error(m, ERROR_SYNTAX, {"CSR", 0});
-    else if (m.value.kind == VALUE_STRVAR || m.value.kind == VALUE_STRING)
+    else if (m.eval.value.kind == VALUE_STRVAR || m.eval.value.kind == VALUE_STRING)
         raise_error(m, ERROR_SYNTAX, {"CSR", 1});
     else if (column < 0)
         raise_error(m, ERROR_RANGE, {"CSR", 2}, " [%d]", column);
     else if (column >= DISPLAY_WIDTH)
         raise_error(m, ERROR_SYNTAX, {"CSR", 3}, " [%d]", column);
     else
-        m.display_cursor = column;
-    m.value.kind = VALUE_CURSOR;
+        m.screen.display_cursor = column;
+    m.eval.value.kind = VALUE_CURSOR;
     return 0;
 }
 

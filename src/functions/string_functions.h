@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Functions that take or give text, and CSR, the column of PRINT.
 #pragma once
 

@@ -1,13 +1,13 @@
+// SPDX-License-Identifier: MIT
 // The PC keyboard: from key messages to the machine's pending key, its EXE, and commands of the host. Keys are named
 // by virtual-key codes, plain numbers here; whoever has the keyboard maps its own keys to them.
 #pragma once
 
+#include "keys/virtual_keys.h"
+
 namespace quillon {
 
 struct Machine;
-
-/// Held codes from here on stand for characters that no virtual key types.
-constexpr int CHARACTER_KEY_BASE = 256;
 
 /// How many times its size the LCD is drawn at most.
 constexpr int ZOOM_MAX = 12;

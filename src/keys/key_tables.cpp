@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Key tables of machine mode and ASCII mode.
 #include "keys/key_tables.h"
 

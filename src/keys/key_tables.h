@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The two key tables: what a key types at each modifier level.
 #pragma once
 

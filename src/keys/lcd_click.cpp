@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Clicks on the LCD, in canvas pixels.
 #include "keys/lcd_click.h"
 
@@ -6,7 +7,7 @@
 namespace quillon {
 namespace {
 
-/// Where an angle indicator takes clicks, both ends included; the first pixel of the second and third is one further.
+/// Where an angle indicator takes clicks, both ends included.
 struct AngleRange {
     int left;
     int right;
@@ -14,7 +15,7 @@ struct AngleRange {
 
 constexpr int INDICATOR_TOP = 16;
 constexpr int INDICATOR_BOTTOM = 24;
-constexpr AngleRange ANGLE_RANGES[] = {{84, 114}, {115, 147}, {147, 179}}; // DEG, RAD, GRA
+constexpr AngleRange ANGLE_RANGES[] = {{84, 114}, {116, 147}, {148, 179}}; // DEG, RAD, GRA
 constexpr int CELLS_TOP = 40;
 constexpr int CELLS_BOTTOM = 84;
 
@@ -22,13 +23,12 @@ constexpr int CELLS_BOTTOM = 84;
 constexpr int AREA_EDGES[AREA_COUNT] = {360, 324, 292, 260, 228, 196, 164, 132, 100, 68};
 
 bool choose_angle_unit(Machine& m, int x, int y) {
-    if (y < INDICATOR_TOP * m.zoom || y > INDICATOR_BOTTOM * m.zoom)
+    if (y < INDICATOR_TOP || y > INDICATOR_BOTTOM)
         return false;
-    for (int unit = ANGLE_DEG; unit <= ANGLE_GRA; ++unit) {
-        const AngleRange& range = ANGLE_RANGES[unit];
-        const bool behind_left = unit == ANGLE_DEG ? x >= range.left * m.zoom : x > range.left * m.zoom;
-        if (behind_left && x <= range.right * m.zoom) {
-            m.angle_unit = unit;
+    for (const AngleUnit unit : {ANGLE_DEG, ANGLE_RAD, ANGLE_GRA}) {
+        const AngleRange& range = ANGLE_RANGES[number_of(unit)];
+        if (x >= range.left && x <= range.right) {
+            m.settings.angle_unit = unit;
             return true;
         }
     }
@@ -37,8 +37,8 @@ bool choose_angle_unit(Machine& m, int x, int y) {
 
 void choose_area(Machine& m, int x) {
     for (int i = 0; i < AREA_COUNT; ++i) {
-        if (AREA_EDGES[i] * m.zoom <= x) {
-            m.run_page = AREA_COUNT - 1 - i;
+        if (AREA_EDGES[i] <= x) {
+            m.settings.run_page = AREA_COUNT - 1 - i;
             return;
         }
     }
@@ -46,19 +46,18 @@ void choose_area(Machine& m, int x) {
 
 } // namespace
 
-void on_lcd_click(Machine& m, LcdClick click, int x, int y, int toolbar_height) {
-    const int lcd_y = y - toolbar_height;
-    if (choose_angle_unit(m, x, lcd_y))
+void on_lcd_click(Machine& m, LcdClick click, int x, int y) {
+    if (choose_angle_unit(m, x, y))
         return;
-    if (m.run_state != STATE_SELECT) {
-        m.enter_request = 1;
+    if (m.run.run_state != STATE_SELECT) {
+        m.keys.enter_request = true;
         return;
     }
-    if (lcd_y < CELLS_TOP * m.zoom || lcd_y > CELLS_BOTTOM * m.zoom)
+    if (y < CELLS_TOP || y > CELLS_BOTTOM)
         return;
     choose_area(m, x);
     if (click == LcdClick::LEFT_DOUBLE)
-        m.host.run_command(COMMAND_RUN);
+        m.around->host.run_command(COMMAND_RUN);
 }
 
 } // namespace quillon

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The mouse on the LCD.
 #pragma once
 
@@ -11,9 +12,8 @@ enum class LcdClick {
     RIGHT,       ///< the right button is released
 };
 
-/// A click at (x, y) of the main window's client area, where the LCD lies below a toolbar of `toolbar_height` pixels
-/// and is drawn `zoom` times its size. The angle indicators choose their unit; everything else is EXE, except that the
-/// selection of a program area takes a click on one of them, and a double click runs it.
-void on_lcd_click(Machine& m, LcdClick click, int x, int y, int toolbar_height);
+/// A click at (x, y) in pixels of the canvas. The angle indicators choose their unit; everything else is EXE, except
+/// that the selection of a program area takes a click on one of them, and a double click runs it.
+void on_lcd_click(Machine& m, LcdClick click, int x, int y);
 
 } // namespace quillon

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The soft keyboard at work: mouse events are noted as they come and carried out by the tick, one at a time.
 #pragma once
 

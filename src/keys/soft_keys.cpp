@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The six LAYERS of the soft keyboard, each drawn as it lies on the keyboard.
 #include "keys/soft_keys.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The keys of the soft keyboard: what each of the 56 keys is on each of its six layers.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading message catalogues.
 #include "shell/catalogue.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Message catalogue files.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Clipboard rules.
 #include "shell/clipboard.h"
 

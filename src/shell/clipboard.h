@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What of a text goes to and comes from the clipboard.
 #pragma once
 

@@ -1,18 +1,16 @@
+// SPDX-License-Identifier: MIT
 // Host commands: one table of what each does to the machine.
 #include "shell/commands.h"
 
-#include "core/display_line.h"
 #include "core/errors.h"
-#include "core/listing.h"
+#include "core/program.h"
+#include "core/run_control.h"
 #include "keys/soft_keyboard.h"
 #include "shell/listing_file.h"
 #include "shell/paths.h"
 #include "shell/simulator.h"
 #include "shell/skins.h"
-#include "statements/command_line.h"
 
-#include <algorithm>
-#include <cstdio>
 #include <optional>
 #include <sstream>
 
@@ -23,11 +21,11 @@ constexpr MessageId MESSAGE_NO_EDITOR{"SYSTEM", 10};
 
 /// Loads, and listings that run, silence what is left of a tone.
 void stop_sound(Machine& m) {
-    if (m.tone.samples == 0)
+    if (m.sound.tone.samples == 0)
         return;
-    m.sound_ticks_left = 0;
-    m.sound_holds_run = 0;
-    m.host.stop_tone();
+    m.sound.sound_ticks_left = 0;
+    m.sound.sound_holds_run = false;
+    m.around->host.stop_tone();
 }
 
 /// The default skin; without any skin there is nothing to show, and the window closes.
@@ -39,101 +37,39 @@ bool restore_default_skin(Simulator& s) {
 }
 
 void show_catalogue_message(Machine& m, MessageId message) {
-    m.host.show_message(lookup_message(m.catalogue, message.section, message.number), MessageIcon::WARNING);
+    m.around->host.show_message(lookup_message(m.around->catalogue, message.section, message.number),
+                                MessageIcon::WARNING);
 }
 
 // RUN and STOP.
 
-/// The selected area from its beginning; an empty one leads to command mode.
-void start_area(Machine& m) {
-    m.error_detail.clear();
-    reset_machine(m);
-    const char* start = select_area(m, m.run_page);
-    restore_area_data(m);
-    m.prev_state = m.run_state;
-    m.stmt_kind = KIND_NONE;
-    if (start != nullptr) {
-        m.scan_ptr = start;
-        m.base_state = STATE_RUN;
-        m.run_state = STATE_RUN;
-        if (m.trace_mode != 0)
-            m.host.refresh_trace();
-        return;
-    }
-    clear_entry_line(m);
-    m.error_detail.clear();
-    m.error_code = ERROR_NONE;
-    m.base_state = STATE_COMMAND;
-    m.run_state = STATE_COMMAND;
-}
-
 void run(Simulator& s, int) {
     Machine& m = s.machine;
-    if (m.run_state == STATE_STOPPED) {
-        enter_state(m, m.saved_run_state);
-        clear_display(m);
-        return;
-    }
+    if (m.run.run_state == STATE_STOPPED)
+        return run_on(m);
     stop_sound(m);
-    if (m.listing_text.empty())
+    if (m.listing->text.empty())
         return show_catalogue_message(m, MESSAGE_NO_LISTING);
     start_area(m);
 }
 
-/// The place of the program, or of its last line where that has been passed. A text that scrolls is not touched by it.
-void show_position(Machine& m) {
-    const int last_line = m.areas[static_cast<std::size_t>(m.cur_area)].line_count - 1;
-    char text[32];
-    std::snprintf(text, sizeof text, "P%d-%d", m.cur_area, line_number(m, std::min(m.cur_line, last_line)));
-    show_text(m, text);
-    m.run_state = STATE_LINE_SHOWN;
-}
-
-/// What is typed on a command line waits for EXE, or for an entry. A stop ends that; a program that is stopped
-/// meanwhile is where it was.
-void drop_typed_wait(Machine& m) {
-    m.typed_wait = 0;
-    m.token = m.stopped_token;
-    m.stmt_kind = m.stopped_kind;
-    m.value = m.stopped_value;
-    m.entry_line = m.stopped_entry;
-    m.entry_line.text.clear();
-}
-
-/// Halts a running program; a halted one shows its position.
-void stop(Simulator& s, int) {
-    Machine& m = s.machine;
-    const int state = m.run_state;
-    const bool nothing_runs =
-        state == STATE_ENDED || state == STATE_SELECT || state == STATE_COMMAND || state == STATE_LINE_SHOWN;
-    if (m.listing_text.empty() || nothing_runs)
-        return;
-    const bool typed = m.typed_wait != 0 || (state == STATE_RUN && m.stmt_kind == KIND_RESULT);
-    if (typed)
-        drop_typed_wait(m);
-    save_stop(m);
-    m.prev_state = state;
-    if (state == STATE_STOPPED || state == STATE_PRINT_WAIT)
-        return show_position(m);
-    m.saved_run_state = typed ? m.base_state : state;
-    m.run_state = STATE_STOPPED;
-}
+void stop_program(Simulator& s, int) { stop(s.machine); }
 
 // Tracing and listings.
 
 /// Opening or closing, a statement that waits for its step is let go.
 void toggle_trace(Simulator& s, int) {
     Machine& m = s.machine;
-    m.trace_mode = 1 - m.trace_mode;
-    m.trace_step_flag = 1;
-    m.trace_step_request = 0;
+    m.trace.trace_mode = !m.trace.trace_mode;
+    m.trace.trace_step_flag = true;
+    m.trace.trace_step_request = false;
     s.window.toggle_trace();
 }
 
 void reload(Simulator& s, int) {
-    if (s.settings.last_file.empty())
+    if (s.preferences.last_file.empty())
         return show_catalogue_message(s.machine, MESSAGE_NO_LISTING);
-    open_listing(s, s.settings.last_file);
+    open_listing(s, s.preferences.last_file);
 }
 
 /// The program of the setting, and its own arguments. What is a file as it stands has none, whatever blanks are in it.
@@ -160,35 +96,37 @@ void begin_command_line(Simulator& s, int) {
 
 // Modes.
 
-void select_page(Simulator& s, int number) { s.machine.run_page = number - COMMAND_PAGE_0; }
+void select_page(Simulator& s, int number) { s.machine.settings.run_page = number - COMMAND_PAGE_0; }
 
-void select_angle_unit(Simulator& s, int number) { s.machine.angle_unit = number - COMMAND_DEG; }
+void select_angle_unit(Simulator& s, int number) {
+    s.machine.settings.angle_unit = static_cast<AngleUnit>(number - COMMAND_DEG);
+}
 
 void set_zoom(Simulator& s, int number) {
-    s.machine.zoom = number - COMMAND_ZOOM_1 + 1;
+    s.machine.settings.zoom = number - COMMAND_ZOOM_1 + 1;
     s.window.perform(static_cast<HostCommand>(number));
 }
 
 void toggle_ascii_mode(Simulator& s, int) {
-    s.machine.ascii_mode = 1 - s.machine.ascii_mode;
+    s.machine.settings.ascii_mode = !s.machine.settings.ascii_mode;
     s.window.refresh();
 }
 
 void toggle_overdrive(Simulator& s, int) {
     Machine& m = s.machine;
-    if (m.overdrive != 0) {
-        m.timer_interval = m.saved_timer_interval;
+    if (m.speed.overdrive) {
+        m.settings.timer_interval = m.speed.saved_timer_interval;
     } else {
-        m.saved_timer_interval = m.timer_interval;
-        m.timer_interval = OVERDRIVE_INTERVAL_MS;
+        m.speed.saved_timer_interval = m.settings.timer_interval;
+        m.settings.timer_interval = OVERDRIVE_INTERVAL_MS;
     }
-    m.overdrive = 1 - m.overdrive;
+    m.speed.overdrive = !m.speed.overdrive;
     s.window.refresh();
 }
 
 void toggle_soft_keyboard(Simulator& s, int) {
-    s.settings.soft_keyboard = 1 - s.machine.soft_open;
-    if (s.machine.soft_open != 0)
+    s.preferences.soft_keyboard = s.machine.soft.soft_open ? 0 : 1;
+    if (s.machine.soft.soft_open)
         close_soft_keyboard(s.machine);
     else
         open_soft_keyboard(s.machine);
@@ -216,7 +154,7 @@ constexpr CommandRow COMMANDS[] = {
     {COMMAND_OPEN,          COMMAND_OPEN,          open_with_dialog},
     {COMMAND_EXIT,          COMMAND_EXIT,          ask_window},
     {COMMAND_RUN,           COMMAND_RUN,           run},
-    {COMMAND_STOP,          COMMAND_STOP,          stop},
+    {COMMAND_STOP,          COMMAND_STOP,          stop_program},
     {COMMAND_EDITOR,        COMMAND_ABOUT,         ask_window},
     {COMMAND_CONFIGURE,     COMMAND_CONFIGURE,     ask_window},
     {COMMAND_RELOAD,        COMMAND_RELOAD,        reload},
@@ -261,19 +199,19 @@ void run_host_command(Simulator& s, int number) {
 LoadResult load_listing_file(Simulator& s, const std::string& path) {
     const FileKind kind = s.reads_pipes ? FileKind::ANY : FileKind::ORDINARY; // nobody at a window can wait for a pipe
     const auto [result, is_cut] = load_listing(s.machine, path, kind);
-    if (result == LoadResult::FAULTY && s.machine.trace_mode != 0)
+    if (result == LoadResult::FAULTY && s.machine.trace.trace_mode)
         toggle_trace(s, COMMAND_TRACE); // there is nothing left to trace
     if (result != LoadResult::LOADED)
-        s.machine.host.show_message(s.machine.system_message.c_str(), MessageIcon::STOP);
+        s.machine.around->host.show_message(s.machine.error.system_message.c_str(), MessageIcon::STOP);
     else if (is_cut)
-        s.machine.host.show_message(s.machine.system_message.c_str(), MessageIcon::WARNING);
+        s.machine.around->host.show_message(s.machine.error.system_message.c_str(), MessageIcon::WARNING);
     if (result == LoadResult::UNREADABLE)
         return result;
-    s.settings.last_file = absolute_path(path);
+    s.preferences.last_file = absolute_path(path);
     s.listing_was_read = true;
     s.kept_last_file.reset();
     if (result == LoadResult::LOADED)
-        add_recent_listing(s.recent, s.settings.last_file);
+        add_recent_listing(s.recent, s.preferences.last_file);
     return result;
 }
 
@@ -286,22 +224,22 @@ bool open_listing(Simulator& s, const std::string& path) {
 }
 
 std::optional<EditorCall> editor_call(Simulator& s) {
-    if (s.settings.editor.empty()) {
+    if (s.preferences.editor.empty()) {
         show_catalogue_message(s.machine, MESSAGE_NO_EDITOR);
         return std::nullopt;
     }
-    if (s.settings.last_file.empty()) {
+    if (s.preferences.last_file.empty()) {
         show_catalogue_message(s.machine, MESSAGE_NO_LISTING);
         return std::nullopt;
     }
-    EditorCall call = split_editor(s.settings.editor);
-    call.arguments.push_back(s.settings.last_file);
+    EditorCall call = split_editor(s.preferences.editor);
+    call.arguments.push_back(s.preferences.last_file);
     return call;
 }
 
 std::string window_title(const Simulator& s) {
     const std::string program = "Quillon Simulator.";
-    return s.listing_was_read ? program + " [" + std::string(name_of(s.settings.last_file)) + "]" : program;
+    return s.listing_was_read ? program + " [" + std::string(name_of(s.preferences.last_file)) + "]" : program;
 }
 
 } // namespace quillon

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 // The host's commands, by number: what the menu, the toolbar, keys and the machine itself ask for.
 #pragma once
 
-#include "core/listing.h"
+#include "core/program.h"
 
 #include <optional>
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Between the configuration dialog and the running values.
 #include "shell/configuration.h"
 
@@ -44,43 +45,43 @@ int checked(int value, const FieldRule& rule, std::vector<int>& messages) {
 
 Configuration begin_configuration(Simulator& s) {
     Machine& m = s.machine;
-    if (m.overdrive != 0)
-        m.timer_interval = m.saved_timer_interval;
-    return {.editor = s.settings.editor,
-            .run_page = m.run_page,
-            .timer_interval = m.timer_interval,
-            .start_mode = s.settings.start_mode,
-            .ascii_mode = m.ascii_mode,
-            .set_e_digits = m.set_e_digits,
-            .set_f_digits = m.set_f_digits,
-            .set_g_digits = m.set_g_digits,
-            .pcm_beep = m.pcm_beep,
-            .beep_volume = m.beep_volume};
+    if (m.speed.overdrive)
+        m.settings.timer_interval = m.speed.saved_timer_interval;
+    return {.editor = s.preferences.editor,
+            .run_page = m.settings.run_page,
+            .timer_interval = m.settings.timer_interval,
+            .start_mode = s.preferences.start_mode,
+            .ascii_mode = m.settings.ascii_mode ? 1 : 0,
+            .set_e_digits = m.settings.set_e_digits,
+            .set_f_digits = m.settings.set_f_digits,
+            .set_g_digits = m.settings.set_g_digits,
+            .pcm_beep = m.settings.pcm_beep ? 1 : 0,
+            .beep_volume = m.settings.beep_volume};
 }
 
 std::vector<int> accept_configuration(Simulator& s, const Configuration& fields) {
     Machine& m = s.machine;
     std::vector<int> messages;
-    m.run_page = std::clamp(fields.run_page, 0, AREA_COUNT - 1);
+    m.settings.run_page = std::clamp(fields.run_page, 0, AREA_COUNT - 1);
     const int interval = checked(std::max(fields.timer_interval, INTERVAL_MIN), INTERVAL_RULE, messages);
-    m.cursor_interval = cursor_interval_for(interval);
-    m.timer_interval = m.overdrive != 0 ? OVERDRIVE_INTERVAL_MS : interval;
-    if (m.overdrive != 0)
-        m.saved_timer_interval = interval;
-    m.ascii_mode = fields.ascii_mode;
-    s.settings.editor = fields.editor;
-    m.set_f_digits = checked(fields.set_f_digits, SET_F_RULE, messages);
-    m.set_e_digits = checked(fields.set_e_digits, SET_E_RULE, messages);
-    m.set_g_digits = checked(fields.set_g_digits, SET_G_RULE, messages);
-    m.pcm_beep = fields.pcm_beep;
-    s.settings.start_mode = fields.start_mode;
-    m.beep_volume = checked(fields.beep_volume, VOLUME_RULE, messages);
+    m.settings.cursor_interval = cursor_interval_for(interval);
+    m.settings.timer_interval = m.speed.overdrive ? OVERDRIVE_INTERVAL_MS : interval;
+    if (m.speed.overdrive)
+        m.speed.saved_timer_interval = interval;
+    m.settings.ascii_mode = fields.ascii_mode != 0;
+    s.preferences.editor = fields.editor;
+    m.settings.set_f_digits = checked(fields.set_f_digits, SET_F_RULE, messages);
+    m.settings.set_e_digits = checked(fields.set_e_digits, SET_E_RULE, messages);
+    m.settings.set_g_digits = checked(fields.set_g_digits, SET_G_RULE, messages);
+    m.settings.pcm_beep = fields.pcm_beep != 0;
+    s.preferences.start_mode = fields.start_mode;
+    m.settings.beep_volume = checked(fields.beep_volume, VOLUME_RULE, messages);
     return messages;
 }
 
 void cancel_configuration(Simulator& s) {
-    if (s.machine.overdrive != 0)
-        s.machine.timer_interval = OVERDRIVE_INTERVAL_MS;
+    if (s.machine.speed.overdrive)
+        s.machine.settings.timer_interval = OVERDRIVE_INTERVAL_MS;
 }
 
 } // namespace quillon

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the configuration dialog shows and takes over: the rules of the dialog without the dialog.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // UTF-8 checks, and the C library's conversion from Shift-JIS.
 #include "shell/encoding.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text encodings of files: UTF-8, or Shift-JIS (code page 932).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Snapshots and dumps.
 #include "shell/file_services.h"
 
@@ -22,10 +23,12 @@ constexpr MessageId MESSAGE_DUMP_FAILED{"DUMP", 0};
 constexpr MessageId NOTE_DUMP{"DUMP", 1};
 
 std::string text_of(const Simulator& s, MessageId message) {
-    return lookup_message(s.machine.catalogue, message.section, message.number);
+    return lookup_message(s.machine.around->catalogue, message.section, message.number);
 }
 
-void warn(const Simulator& s, const std::string& text) { s.machine.host.show_message(text, MessageIcon::WARNING); }
+void warn(const Simulator& s, const std::string& text) {
+    s.machine.around->host.show_message(text, MessageIcon::WARNING);
+}
 
 void snapshot(const Simulator& s) {
     const std::string folder = desktop_folder(read_environment());
@@ -62,8 +65,8 @@ void dump(const Simulator& s) {
 } // namespace
 
 void use_file_services(Simulator& s) {
-    s.machine.host.take_snapshot = [&s] { snapshot(s); };
-    s.machine.host.write_dump = [&s] { dump(s); };
+    s.around.host.take_snapshot = [&s] { snapshot(s); };
+    s.around.host.write_dump = [&s] { dump(s); };
 }
 
 } // namespace quillon

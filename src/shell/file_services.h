@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the machine's host does with files, wherever there is a person: snapshots and the dump of the variables.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading whole files.
 #include "shell/files.h"
 

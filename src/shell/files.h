@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading files whole into memory, with a limit, so that no pipe, device or fault in the disk can hold up or mislead
 // the program.
 #pragma once

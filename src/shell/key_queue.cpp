@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: MIT
 // Pacing key events.
 #include "shell/key_queue.h"
 
 #include "core/machine.h"
 #include "keys/key_map.h"
+#include "keys/virtual_keys.h"
 
 #include <algorithm>
 
@@ -19,13 +21,13 @@ bool same_key(const KeyEvent& a, const KeyEvent& b) {
 }
 
 /// An INPUT list is on its way to its next prompt, which the next tick shows: a key that came now would be nobody's.
-bool is_between_prompts(const Machine& m) { return m.run_state == STATE_RUN && m.stmt_kind == KIND_INPUT; }
+bool is_between_prompts(const Machine& m) { return m.run.run_state == STATE_RUN && m.eval.stmt_kind == KIND_INPUT; }
 
 void key_up(KeyQueue& queue, int key) { std::erase(queue.down_keys, key); }
 
 /// An error that is shown takes no keys but those that clear it, a tone that the program waits for none at all.
-bool error_holds(const Machine& m) { return m.error_code != ERROR_NONE && m.error_code != ERROR_INPUT; }
-bool tone_holds(const Machine& m) { return m.sound_holds_run != 0; }
+bool error_holds(const Machine& m) { return failed(m) && m.error.error_code != ERROR_INPUT; }
+bool tone_holds(const Machine& m) { return m.sound.sound_holds_run; }
 
 bool equals_last(const KeyQueue& queue, const KeyEvent& event) {
     return !event.auto_repeat && queue.last_down && same_key(*queue.last_down, event);
@@ -69,7 +71,7 @@ bool is_or_will_be_down(const KeyQueue& queue, int key) {
 } // namespace
 
 bool is_urgent(const KeyEvent& event) {
-    return event.kind == KeyEvent::Kind::DOWN && (acts_at_once(event.key) || event.key == VIRTUAL_KEY_HOME);
+    return event.kind == KeyEvent::Kind::DOWN && (acts_at_once(event.key) || event.key == VK_HOME);
 }
 
 void push_key_event(KeyQueue& queue, const KeyEvent& event) {
@@ -105,7 +107,7 @@ std::optional<KeyEvent> next_key_down(KeyQueue& queue, const Machine& m) {
 void apply_key_down(KeyQueue& queue, Machine& m, const KeyEvent& event) {
     queue.last_down = event;
     if (!event.auto_repeat)
-        m.prev_key_string.clear(); // a new press, though another key may have typed the same before
+        m.entry.prev_key_string.clear(); // a new press, though another key may have typed the same before
     key_up(queue, event.key);
     queue.down_keys.push_back(event.key);
     switch (event.kind) {
@@ -113,11 +115,11 @@ void apply_key_down(KeyQueue& queue, Machine& m, const KeyEvent& event) {
     case KeyEvent::Kind::CHARACTER: on_character(m, event.character, event.key); break;
     default: on_key_down(m, event.key, event.auto_repeat);
     }
-    if (m.key_string.empty())
-        m.held_key = 0; // EXE while a letter is still down: that one is no key for what comes next
+    if (m.keys.key_string.empty())
+        m.keys.held_key = 0; // EXE while a letter is still down: that one is no key for what comes next
 }
 
-void note_pending_key(KeyQueue& queue, const Machine& m) { queue.key_in_last_tick = !m.key_string.empty(); }
+void note_pending_key(KeyQueue& queue, const Machine& m) { queue.key_in_last_tick = !m.keys.key_string.empty(); }
 
 bool is_key_down(const KeyQueue& queue, int key) {
     return std::find(queue.down_keys.begin(), queue.down_keys.end(), key) != queue.down_keys.end();

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The key queue: key events in the order in which they came, fed to the machine at a pace at which it loses none. At
 // most one key goes down in a tick, never comes up again in the same one, and between two equal keys there is a tick
 // without a key, since the line editor takes a key that stays for one that is held. Keys that the machine does not take

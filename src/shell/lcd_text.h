@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The LCD for those who do not look at it: its text and its lit indicators, as Unicode.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Loading listings from files.
 #include "shell/listing_file.h"
 

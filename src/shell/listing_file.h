@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 // Listings in files.
 #pragma once
 
-#include "core/listing.h"
+#include "core/program.h"
 #include "shell/files.h"
 
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Taking paths apart.
 #include "shell/paths.h"
 

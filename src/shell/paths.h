@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Parts of file paths. Both "/" and "\" separate, since listings and settings may come from either world.
 #pragma once
 

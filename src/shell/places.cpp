@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rules for finding folders: XDG base directories, user directories, locale names.
 #include "shell/places.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the simulator's files are: settings and saved values, the message catalogue, the desktop. The environment is
 // handed in, so that these are plain questions with plain answers.
 #pragma once

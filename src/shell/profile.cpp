@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading profile files.
 #include "shell/profile.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Profile files: sections in brackets, and in them keys with values. Settings and message catalogues are such files.
 #pragma once
 

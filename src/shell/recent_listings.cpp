@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The list of recent listings and its file.
 #include "shell/recent_listings.h"
 

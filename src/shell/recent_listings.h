@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The listings that were loaded last, for a menu: a list of paths, and the file `recent.txt` that keeps it, one path a
 // line.
 #pragma once

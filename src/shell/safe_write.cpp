@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Temporary files, and the system calls that move them to their place.
 #include "shell/safe_write.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writing whole files so that no half file is ever seen: the bytes go into a temporary file in the same folder and
 // reach the disk before it takes the file's place. Killed at any moment, the program leaves the old file or the new
 // one. What a kill leaves besides, a temporary file called ".quillon-PID-NUMBER", is removed by the next write in that

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Records of the saved values, field by field.
 #include "shell/saved_values.h"
 
@@ -61,10 +62,10 @@ std::optional<std::string_view> get_text(Bytes field) {
     return std::string_view(reinterpret_cast<const char*>(field.data()), static_cast<std::size_t>(end - field.begin()));
 }
 
-void put_cell(std::span<std::uint8_t> record, const Variable& cell) {
-    static_assert(decltype(cell.name)::capacity() < NAME_SIZE && decltype(cell.text)::capacity() < TEXT_SIZE);
-    put_text(record.subspan(FIELD_NAME, NAME_SIZE), cell.name);
-    put_number(record.subspan(FIELD_TYPE, 4), static_cast<std::uint32_t>(cell.kind));
+void put_cell(std::span<std::uint8_t> record, const Variable& cell, std::string_view name) {
+    static_assert(decltype(cell.text)::capacity() < TEXT_SIZE);
+    put_text(record.subspan(FIELD_NAME, NAME_SIZE), name);
+    put_number(record.subspan(FIELD_TYPE, 4), static_cast<std::uint32_t>(number_of(cell.kind)));
     put_number(record.subspan(FIELD_STRING_FLAG, 4), static_cast<std::uint32_t>(cell.string_flag));
     put_number(record.subspan(FIELD_NUMBER, 8), bits_of(cell.number));
     put_text(record.subspan(FIELD_TEXT, TEXT_SIZE), cell.text);
@@ -72,11 +73,11 @@ void put_cell(std::span<std::uint8_t> record, const Variable& cell) {
 
 /// Fills a cell that was never assigned; false when the record is not understood. A record without a name is one that
 /// an older file did not cover. The string flag follows from the type, whatever is saved.
-bool get_cell(Bytes record, Variable& cell) {
+bool get_cell(Bytes record, Variable& cell, std::string_view cell_name) {
     const auto name = get_text(record.subspan(FIELD_NAME, NAME_SIZE));
     const auto text = get_text(record.subspan(FIELD_TEXT, TEXT_SIZE));
     const int type = get_int(record, FIELD_TYPE);
-    if (!name || !text || type < NEVER_ASSIGNED || type > HOLDS_STRING || !(name->empty() || *name == cell.name.view()))
+    if (!name || !text || type < NEVER_ASSIGNED || type > HOLDS_STRING || !(name->empty() || *name == cell_name))
         return false;
     const auto number = number_of_bits(get_number(record.subspan(FIELD_NUMBER, 8)));
     if (!std::isfinite(number)) // what calculating beyond all numbers leaves
@@ -93,16 +94,19 @@ bool get_cell(Bytes record, Variable& cell) {
 ValuesImage values_image(const Machine& m) {
     ValuesImage image{};
     for (std::size_t i = 0; i < CELL_COUNT; ++i)
-        put_cell(std::span(image).subspan(i * RECORD_SIZE, RECORD_SIZE), m.variables[i]);
+        put_cell(std::span(image).subspan(i * RECORD_SIZE, RECORD_SIZE), m.variables[i],
+                 cell_name(static_cast<int>(i)));
     return image;
 }
 
 bool read_values_image(Machine& m, Bytes bytes) {
-    init_variables(m);
+    clear_variables(m);
     const Bytes records = bytes.first(std::min(bytes.size(), RECORDS_END));
     bool understood = records.size() % RECORD_SIZE == 0 && bytes.size() <= VALUES_IMAGE_SIZE;
     for (std::size_t i = 0; i < records.size() / RECORD_SIZE; ++i)
-        understood = get_cell(records.subspan(i * RECORD_SIZE, RECORD_SIZE), m.variables[i]) && understood;
+        understood =
+            get_cell(records.subspan(i * RECORD_SIZE, RECORD_SIZE), m.variables[i], cell_name(static_cast<int>(i))) &&
+            understood;
     const Bytes reserve = bytes.subspan(records.size());
     return understood && std::all_of(reserve.begin(), reserve.end(), [](std::uint8_t byte) { return byte == 0; });
 }

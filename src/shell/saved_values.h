@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The variable memory as bytes, the form in which it outlives the program in `QZ740.val`: 223 records of 52 bytes and a
 // reserve of 104 zero bytes, least significant byte first on every machine.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The keys of the settings file as a table, in the order in which they are written, and what reads and writes by it.
 #include "shell/settings.h"
 
@@ -11,7 +12,6 @@
 #include <cstdio>
 #include <limits>
 #include <optional>
-#include <type_traits>
 #include <variant>
 
 namespace quillon {
@@ -30,10 +30,33 @@ struct Range {
     int message = NO_MESSAGE; ///< of section "INI"
 };
 
+/// Where a setting is, by ways to read and write it.
+struct TextField {
+    const std::string& (*get)(const StoredSettings& settings);
+    void (*set)(StoredSettings& settings, std::string_view text);
+};
+
+struct NumberField {
+    int (*get)(const StoredSettings& settings);
+    void (*set)(StoredSettings& settings, int number);
+};
+
+struct ColourField {
+    Colour Preferences::*field;
+};
+
 using NoField = std::monostate;
-using TextField = std::string Settings::*;
-using NumberField = int Settings::*;
-using ColourField = Colour Settings::*;
+
+#define TEXT(place)                                                                                                    \
+    TextField {                                                                                                        \
+        [](const StoredSettings& s) -> const std::string& { return s.place; },                                         \
+            [](StoredSettings& s, std::string_view text) { s.place = text; }                                           \
+    }
+#define NUMBER(place)                                                                                                  \
+    NumberField {                                                                                                      \
+        [](const StoredSettings& s) { return static_cast<int>(s.place); },                                             \
+            [](StoredSettings& s, int number) { s.place = static_cast<decltype(s.place)>(number); }                    \
+    }
 
 struct Row {
     std::string_view label; ///< key, "=" and the blanks around it, as they are written
@@ -45,52 +68,33 @@ struct Row {
 // numbers that mean nothing (an angle unit or a file type that is none) or could only do harm (a negative wait).
 // clang-format off
 constexpr Row rows[] = {
-    {"EDITOR = ",                 &Settings::editor},
-    {"LASTFILE = ",               &Settings::last_file},
-    {"FILETYPE = ",               &Settings::file_type,         Range{ 0,   3,  0}},
-    {"MODE = ",                   &Settings::angle_unit,        Range{ 0,   2,  0}},
-    {"RUNPAGE= ",                 &Settings::run_page,          Range{ 0,   9,  0, 0}},
-    {"TIMER= ",                   &Settings::timer_interval,    Range{TIMER_PERIOD_MIN, TIMER_PERIOD_MAX, 30, 1}},
-    {"ZOOM= ",                    &Settings::zoom,              Range{ 1, ZOOM_MAX, 1, 2}},
-    {"INPUTMODE= ",               &Settings::ascii_mode,        Range{ 0,   1,  1}},
-    {"WAITPRINTSC_INI= ",         &Settings::wait_print_sc_ini, Range{ 0, ANY,  0}},
-    {"WAITPRINTSC= ",             &Settings::wait_print_sc,     Range{ 0, ANY,  0}},
-    {"CURSOR_INT= ",              &Settings::cursor_interval},
-    {"PCMBEEP= ",                 &Settings::pcm_beep},
+    {"EDITOR = ",                 TEXT(preferences.editor)},
+    {"LASTFILE = ",               TEXT(preferences.last_file)},
+    {"FILETYPE = ",               NUMBER(preferences.file_type),         Range{ 0,   3,  0}},
+    {"MODE = ",                   NUMBER(machine.angle_unit),        Range{ 0,   2,  0}},
+    {"RUNPAGE= ",                 NUMBER(machine.run_page),          Range{ 0,   9,  0, 0}},
+    {"TIMER= ",                   NUMBER(machine.timer_interval),    Range{TIMER_PERIOD_MIN, TIMER_PERIOD_MAX, 30, 1}},
+    {"ZOOM= ",                    NUMBER(machine.zoom),              Range{ 1, ZOOM_MAX, 1, 2}},
+    {"INPUTMODE= ",               NUMBER(machine.ascii_mode),        Range{ 0,   1,  1}},
+    {"WAITPRINTSC_INI= ",         NUMBER(machine.wait_print_sc_ini), Range{ 0, ANY,  0}},
+    {"WAITPRINTSC= ",             NUMBER(machine.wait_print_sc),     Range{ 0, ANY,  0}},
+    {"CURSOR_INT= ",              NUMBER(machine.cursor_interval)},
+    {"PCMBEEP= ",                 NUMBER(machine.pcm_beep)},
     {"PALETTE= \"0xRRGGBB\"",     NoField{}},
-    {"PAL_ON = ",                 &Settings::pal_on},
-    {"PAL_OFF = ",                &Settings::pal_off},
-    {"PAL_BG = ",                 &Settings::pal_bg},
-    {"DECIMAL = ",                &Settings::set_f_digits,      Range{-1,   9, -1, 4}},
-    {"INTEGER = ",                &Settings::set_e_digits,      Range{-1,   8, -1, 3}},
-    {"FIXED= ",                   &Settings::set_g_digits,      Range{ 0,  18,  9, 5}},
-    {"STARTMODE= ",               &Settings::start_mode,        Range{ 0,   1,  0}},
-    {"BEEPVOLUME= ",              &Settings::beep_volume,       Range{ 0,  10, 10}},
-    {"SOFTKEY= ",                 &Settings::soft_keyboard,     Range{ 0,   1,  0}},
+    {"PAL_ON = ",                 ColourField{&Preferences::pal_on}},
+    {"PAL_OFF = ",                ColourField{&Preferences::pal_off}},
+    {"PAL_BG = ",                 ColourField{&Preferences::pal_bg}},
+    {"DECIMAL = ",                NUMBER(machine.set_f_digits),      Range{-1,   9, -1, 4}},
+    {"INTEGER = ",                NUMBER(machine.set_e_digits),      Range{-1,   8, -1, 3}},
+    {"FIXED= ",                   NUMBER(machine.set_g_digits),      Range{ 0,  18,  9, 5}},
+    {"STARTMODE= ",               NUMBER(preferences.start_mode),        Range{ 0,   1,  0}},
+    {"BEEPVOLUME= ",              NUMBER(machine.beep_volume),       Range{ 0,  10, 10}},
+    {"SOFTKEY= ",                 NUMBER(preferences.soft_keyboard),     Range{ 0,   1,  0}},
 };
 // clang-format on
 
-/// A setting and the field of the record that holds it.
-struct RecordRow {
-    NumberField setting;
-    int Machine::*field;
-};
-
-// Without the interval between ticks, which Overdrive shortens in the record.
-constexpr RecordRow record_rows[] = {
-    {&Settings::angle_unit, &Machine::angle_unit},
-    {&Settings::run_page, &Machine::run_page},
-    {&Settings::zoom, &Machine::zoom},
-    {&Settings::ascii_mode, &Machine::ascii_mode},
-    {&Settings::wait_print_sc_ini, &Machine::wait_print_sc_ini},
-    {&Settings::wait_print_sc, &Machine::wait_print_sc},
-    {&Settings::cursor_interval, &Machine::cursor_interval},
-    {&Settings::pcm_beep, &Machine::pcm_beep},
-    {&Settings::set_f_digits, &Machine::set_f_digits},
-    {&Settings::set_e_digits, &Machine::set_e_digits},
-    {&Settings::set_g_digits, &Machine::set_g_digits},
-    {&Settings::beep_volume, &Machine::beep_volume},
-};
+#undef TEXT
+#undef NUMBER
 
 std::string_view key_of(const Row& row) { return row.label.substr(0, row.label.find_first_of(" =")); }
 
@@ -129,14 +133,14 @@ void append_text(std::string& out, std::string_view value) {
     out += '"';
 }
 
-void append_value(std::string& out, const Row& row, const Settings& settings) {
+void append_value(std::string& out, const Row& row, const StoredSettings& settings) {
     if (const auto* text = std::get_if<TextField>(&row.field))
-        append_text(out, settings.**text);
+        append_text(out, text->get(settings));
     if (const auto* number = std::get_if<NumberField>(&row.field))
-        out += std::to_string(settings.**number);
+        out += std::to_string(number->get(settings));
     if (const auto* colour = std::get_if<ColourField>(&row.field)) {
         char digits[16];
-        std::snprintf(digits, sizeof digits, "0x%06x", settings.**colour);
+        std::snprintf(digits, sizeof digits, "0x%06x", settings.preferences.*colour->field);
         out += digits;
     }
 }
@@ -146,16 +150,16 @@ void append_value(std::string& out, const Row& row, const Settings& settings) {
 LoadedSettings parse_settings(std::string_view text) {
     const Profile profile = parse_profile(text);
     LoadedSettings loaded;
-    Settings& settings = loaded.settings;
-    keep_other_lines(profile.head, false, settings.other_lines);
+    StoredSettings& settings = loaded.settings;
+    keep_other_lines(profile.head, false, settings.preferences.other_lines);
     const ProfileSection* ours = find_section(profile, SECTION);
     for (const ProfileSection& section : profile.sections) {
         if (&section != ours)
-            settings.other_sections += section.text;
+            settings.preferences.other_sections += section.text;
     }
     if (ours == nullptr)
         return loaded;
-    keep_other_lines(ours->text, true, settings.other_lines);
+    keep_other_lines(ours->text, true, settings.preferences.other_lines);
     for (const Row& row : rows) {
         if (const std::string* value = find_value(*ours, key_of(row)))
             set_setting(settings, key_of(row), *value, loaded.messages);
@@ -165,23 +169,23 @@ LoadedSettings parse_settings(std::string_view text) {
     return loaded;
 }
 
-bool set_setting(Settings& settings, std::string_view key, std::string_view value, std::vector<int>& messages) {
+bool set_setting(StoredSettings& settings, std::string_view key, std::string_view value, std::vector<int>& messages) {
     const Row* row = find_row(key);
     if (row == nullptr)
         return false;
     if (const auto* text = std::get_if<TextField>(&row->field))
-        settings.** text = value.substr(0, value.find('\0'));
+        text->set(settings, value.substr(0, value.find('\0')));
     else if (const auto* colour = std::get_if<ColourField>(&row->field))
-        settings.** colour = static_cast<Colour>(parse_profile_integer(value)) & 0xFFFFFF;
+        settings.preferences.*colour->field = static_cast<Colour>(parse_profile_integer(value)) & 0xFFFFFF;
     else if (const auto* number = std::get_if<NumberField>(&row->field); number != nullptr && row->range)
-        settings.** number = accepted(parse_profile_integer(value), *row->range, messages);
+        number->set(settings, accepted(parse_profile_integer(value), *row->range, messages));
     else
         return false;
-    settings.cursor_interval = cursor_interval_for(settings.timer_interval);
+    settings.machine.cursor_interval = cursor_interval_for(settings.machine.timer_interval);
     return true;
 }
 
-std::string settings_text(const Settings& settings) {
+std::string settings_text(const StoredSettings& settings) {
     std::string text("[");
     text.append(SECTION).append("]");
     for (const Row& row : rows) {
@@ -189,16 +193,16 @@ std::string settings_text(const Settings& settings) {
         text += row.label;
         append_value(text, row, settings);
     }
-    for (const std::string& line : settings.other_lines)
+    for (const std::string& line : settings.preferences.other_lines)
         text += '\n' + line;
-    return text + '\n' + settings.other_sections;
+    return text + '\n' + settings.preferences.other_sections;
 }
 
 bool holds_settings(std::string_view text) {
     return text.empty() || find_section(parse_profile(text), SECTION) != nullptr;
 }
 
-bool write_settings(const std::string& path, const Settings& settings) {
+bool write_settings(const std::string& path, const StoredSettings& settings) {
     const std::string text = settings_text(settings);
     const FileContents old = read_file(path, FILE_MAX);
     if (old.status == ReadStatus::UNREADABLE || text.size() > FILE_MAX)
@@ -207,18 +211,19 @@ bool write_settings(const std::string& path, const Settings& settings) {
     return is_understood ? safe_write(path, text) : safe_write_keeping_old(path, text);
 }
 
-Settings merge_settings(const Settings& in_file, const Settings& ours, const Settings& before) {
-    Settings merged = in_file;
-    const auto merge_field = [&](const auto& field) {
-        if constexpr (!std::is_same_v<std::decay_t<decltype(field)>, NoField>) {
-            if (ours.*field != before.*field)
-                merged.*field = ours.*field;
-        }
-    };
-    for (const Row& row : rows)
-        std::visit(merge_field, row.field);
-    merged.pcm_beep = ours.pcm_beep; // these two are written and never read
-    merged.cursor_interval = ours.cursor_interval;
+StoredSettings merge_settings(const StoredSettings& in_file, const StoredSettings& ours, const StoredSettings& before) {
+    StoredSettings merged = in_file;
+    for (const Row& row : rows) {
+        if (const auto* text = std::get_if<TextField>(&row.field);
+            text != nullptr && text->get(ours) != text->get(before))
+            text->set(merged, text->get(ours));
+        if (const auto* number = std::get_if<NumberField>(&row.field);
+            number != nullptr && (!row.range || number->get(ours) != number->get(before))) // without one: never read
+            number->set(merged, number->get(ours));
+        if (const auto* colour = std::get_if<ColourField>(&row.field);
+            colour != nullptr && ours.preferences.*colour->field != before.preferences.*colour->field)
+            merged.preferences.*colour->field = ours.preferences.*colour->field;
+    }
     return merged;
 }
 
@@ -228,17 +233,17 @@ int cursor_interval_for(int timer_interval) {
 }
 
 void apply_settings(Machine& m, const Settings& settings) {
-    for (const RecordRow& row : record_rows)
-        m.*row.field = settings.*row.setting;
-    m.saved_timer_interval = settings.timer_interval;
-    if (m.overdrive == 0)
-        m.timer_interval = settings.timer_interval;
+    const int interval = m.speed.overdrive ? m.settings.timer_interval : settings.timer_interval;
+    m.settings = settings;
+    m.settings.timer_interval = interval;
+    m.speed.saved_timer_interval = settings.timer_interval;
 }
 
-void collect_settings(const Machine& m, Settings& settings) {
-    for (const RecordRow& row : record_rows)
-        settings.*row.setting = m.*row.field;
-    settings.timer_interval = m.overdrive != 0 ? m.saved_timer_interval : m.timer_interval;
+StoredSettings collect_settings(const Machine& m, const Preferences& preferences) {
+    StoredSettings settings{m.settings, preferences};
+    if (m.speed.overdrive)
+        settings.machine.timer_interval = m.speed.saved_timer_interval;
+    return settings;
 }
 
 } // namespace quillon

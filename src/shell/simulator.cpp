@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Composing and ticking a simulator.
 #include "shell/simulator.h"
 
@@ -10,18 +11,19 @@ namespace quillon {
 namespace {
 
 void sample_modifiers(Machine& m, const Modifiers& down) {
-    m.ctrl_flag = down.ctrl || m.soft_ctrl_latch != 0 ? 1 : 0;
-    m.shift_flag = down.shift || m.soft_shift_latch != 0 ? 1 : 0;
-    m.alt_flag = down.alt || m.soft_alt_latch != 0 ? 1 : 0;
+    m.keys.ctrl_flag = down.ctrl || m.soft.soft_ctrl_latch;
+    m.keys.shift_flag = down.shift || m.soft.soft_shift_latch;
+    m.keys.alt_flag = down.alt || m.soft.soft_alt_latch;
 }
 
 } // namespace
 
 Simulator::Simulator() {
-    machine.language = &basic_language();
-    machine.host.run_command = [this](int command) { run_host_command(*this, command); };
-    machine.host.is_key_down = [this](int key) { return is_key_down(keys, key); };
-    machine.host.load_skin = [this](std::string_view name) { return load_skin(*this, name); };
+    around.language = &basic_language();
+    machine.around.pointer = &around;
+    around.host.run_command = [this](int command) { run_host_command(*this, command); };
+    around.host.is_key_down = [this](int key) { return is_key_down(keys, key); };
+    around.host.load_skin = [this](std::string_view name) { return load_skin(*this, name); };
 }
 
 bool simulator_tick(Simulator& s) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The simulator: the machine and what belongs to it outside of the machine itself. The one place that composes them.
 #pragma once
 
@@ -15,19 +16,20 @@
 
 namespace quillon {
 
-/// Everything of one simulated machine. Large, and the machine points into it: keep it on the heap.
+/// Everything of one simulated machine. Large, and its host refers to it: keep it on the heap.
 struct Simulator {
     Simulator();
     Simulator(const Simulator&) = delete;
     Simulator& operator=(const Simulator&) = delete;
 
+    Surroundings around;
     Machine machine;
     LcdPicture lcd;
-    Settings settings;             ///< those that the record does not have are current here
+    Preferences preferences;       ///< settings that are not the machine's
     DataFiles files;               ///< where state is kept between runs; empty paths for nowhere
     StateFiles state;              ///< what is saved in them, and when
     RecentListings recent;         ///< the listings that were loaded last
-    bool listing_was_read = false; ///< that of `settings.last_file` was read, faulty or not: the title names it
+    bool listing_was_read = false; ///< that of `preferences.last_file` was read, faulty or not: the title names it
     std::optional<std::string>
         kept_last_file;       ///< what the next start opens, while the one named at this start is unread
     bool reads_pipes = false; ///< listings may come through pipes; nobody at a window can wait for one

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finding, checking and installing skins.
 #include "shell/skins.h"
 
@@ -24,10 +25,11 @@ constexpr MessageId MESSAGE_BAD_BITMAP{"SYSTEM", 8};
 void refuse_skin(Machine& m, MessageId message, const char* remark, std::string_view name) {
     char shown[400];
     char text[1024];
-    std::snprintf(text, sizeof text, "%s %s\"%s\"", lookup_message(m.catalogue, message.section, message.number),
-                  remark, escape_text(name, shown, sizeof shown));
-    m.error_detail.assign(text);
-    m.host.show_message(text, MessageIcon::STOP);
+    std::snprintf(text, sizeof text, "%s %s\"%s\"",
+                  lookup_message(m.around->catalogue, message.section, message.number), remark,
+                  escape_text(name, shown, sizeof shown));
+    m.error.error_detail.assign(text);
+    m.around->host.show_message(text, MessageIcon::STOP);
 }
 
 bool leaves_folder(std::string_view name) {
@@ -48,7 +50,7 @@ void refuse_fault(Machine& m, SkinFault fault, std::string_view name) {
 /// Reads and installs a skin file; false, after a message, when that cannot be.
 bool install_skin_file(Simulator& s, std::string_view name) {
     Machine& m = s.machine;
-    const std::string path = folder_of(s.settings.last_file) + std::string(name);
+    const std::string path = folder_of(s.preferences.last_file) + std::string(name);
     const auto bytes = leaves_folder(name) ? std::nullopt : read_whole_file(path, SKIN_FILE_MAX);
     if (!bytes) {
         refuse_skin(m, MESSAGE_CANNOT_OPEN, "", name);
@@ -69,11 +71,11 @@ bool install_skin_file(Simulator& s, std::string_view name) {
 bool install_default_skin(Simulator& s) {
     auto image = decode_image_resource(image_resource(SKIN_IMAGE));
     if (image)
-        set_lcd_colours(image->palette, {s.settings.pal_on, s.settings.pal_off, s.settings.pal_bg});
+        set_lcd_colours(image->palette, {s.preferences.pal_on, s.preferences.pal_off, s.preferences.pal_bg});
     s.skin_name.clear();
     if (image && install_skin(s.lcd, *image))
         return true;
-    s.machine.host.show_message("??|!!!??|!!!", MessageIcon::STOP);
+    s.machine.around->host.show_message("??|!!!??|!!!", MessageIcon::STOP);
     return false;
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Putting skins in place: the default one, and those that a program asks for.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writing snapshots.
 #include "shell/snapshot.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Snapshots: the LCD's canvas as a bitmap file.
 #pragma once
 

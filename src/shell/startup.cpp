@@ -1,13 +1,14 @@
+// SPDX-License-Identifier: MIT
 // Starting and ending.
 #include "shell/startup.h"
 
+#include "core/run_control.h"
 #include "keys/soft_keyboard.h"
 #include "shell/commands.h"
 #include "shell/paths.h"
 #include "shell/simulator.h"
 #include "shell/skins.h"
 #include "shell/state_files.h"
-#include "statements/command_line.h"
 
 #include <utility>
 
@@ -18,19 +19,20 @@ namespace {
 /// may be back, or be there at last.
 void load_first_listing(Simulator& s, const std::string& named) {
     if (!named.empty())
-        s.kept_last_file = std::exchange(s.settings.last_file, absolute_path(named));
-    if (!s.settings.last_file.empty())
-        load_listing_file(s, std::string(s.settings.last_file));
+        s.kept_last_file = std::exchange(s.preferences.last_file, absolute_path(named));
+    if (!s.preferences.last_file.empty())
+        load_listing_file(s, std::string(s.preferences.last_file));
 }
 
 } // namespace
 
 void use_settings(Simulator& s, const LoadedSettings& loaded) {
     constexpr const char* SECTION = "INI";
-    s.settings = loaded.settings;
-    apply_settings(s.machine, s.settings);
+    s.preferences = loaded.settings.preferences;
+    apply_settings(s.machine, loaded.settings.machine);
     for (const int number : loaded.messages)
-        s.machine.host.show_message(lookup_message(s.machine.catalogue, SECTION, number), MessageIcon::WARNING);
+        s.machine.around->host.show_message(lookup_message(s.machine.around->catalogue, SECTION, number),
+                                            MessageIcon::WARNING);
 }
 
 bool start_simulator(Simulator& s, const std::string& listing) {
@@ -38,9 +40,9 @@ bool start_simulator(Simulator& s, const std::string& listing) {
     load_first_listing(s, listing);
     if (!load_skin(s, {}))
         return false;
-    if (s.settings.start_mode == 1)
+    if (s.preferences.start_mode == 1)
         begin_command_mode(s.machine);
-    if (s.settings.soft_keyboard == 1) {
+    if (s.preferences.soft_keyboard == 1) {
         open_soft_keyboard(s.machine);
         s.window.toggle_soft_keyboard();
     }
@@ -50,8 +52,8 @@ bool start_simulator(Simulator& s, const std::string& listing) {
 
 std::vector<std::string> shut_down_simulator(Simulator& s) {
     close_soft_keyboard(s.machine);
-    if (s.machine.tone.samples > 0)
-        s.machine.host.stop_tone();
+    if (s.machine.sound.tone.samples > 0)
+        s.machine.around->host.stop_tone();
     return save_state(s);
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The order in which a simulator starts and ends. Windows and the timer are the caller's: what it makes of them comes
 // after the start, and is gone before the end.
 #pragma once

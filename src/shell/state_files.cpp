@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading, merging and saving the state.
 #include "shell/state_files.h"
 
@@ -22,11 +23,11 @@ constexpr MessageId FILE_NOT_UNDERSTOOD{"FILES", 1};
 constexpr MessageId FILE_OF_ANOTHER{"FILES", 2};
 
 std::string file_message(const Simulator& s, MessageId message, const std::string& about) {
-    return std::string(lookup_message(s.machine.catalogue, message.section, message.number)) + "\r\n" + about;
+    return std::string(lookup_message(s.machine.around->catalogue, message.section, message.number)) + "\r\n" + about;
 }
 
 void warn(const Simulator& s, MessageId message, const std::string& about) {
-    s.machine.host.show_message(file_message(s, message, about), MessageIcon::WARNING);
+    s.machine.around->host.show_message(file_message(s, message, about), MessageIcon::WARNING);
 }
 
 /// Says what is wrong with a file that was read. Returns whether it is there and could not be read.
@@ -65,9 +66,9 @@ void read_recent(Simulator& s) {
     s.recent = parse_recent_listings(file.bytes);
 }
 
-Settings settings_to_save(const Simulator& s) {
-    Settings settings = s.settings;
-    settings.last_file = s.kept_last_file.value_or(settings.last_file);
+StoredSettings settings_to_save(const Simulator& s) {
+    StoredSettings settings = collect_settings(s.machine, s.preferences);
+    settings.preferences.last_file = s.kept_last_file.value_or(settings.preferences.last_file);
     return settings;
 }
 
@@ -76,10 +77,10 @@ bool save_settings(Simulator& s) {
     const std::string& path = s.files.settings;
     if (state.settings_unread)
         return true;
-    const Settings ours = settings_to_save(s);
+    const StoredSettings ours = settings_to_save(s);
     const FileContents file = read_file(path, TEXT_FILE_MAX);
     const bool has_settings = file.status == ReadStatus::READ && !file.bytes.empty() && holds_settings(file.bytes);
-    const Settings merged =
+    const StoredSettings merged =
         has_settings ? merge_settings(parse_settings(file.bytes).settings, ours, state.settings) : ours;
     if (settings_text(merged) != file.bytes && !write_settings(path, merged))
         return false;
@@ -139,7 +140,6 @@ bool save_recent(Simulator& s) {
 }
 
 bool has_changed(Simulator& s) {
-    collect_settings(s.machine, s.settings);
     return values_bytes(s.machine) != s.state.our_values || s.recent != s.state.recent ||
            settings_text(settings_to_save(s)) != settings_text(s.state.settings);
 }
@@ -148,8 +148,8 @@ bool is_save_due(Simulator& s, std::int64_t now) {
     constexpr std::int64_t STANDING = 5'000;
     constexpr std::int64_t RUNNING = 60'000;
     StateFiles& state = s.state;
-    const bool is_another_listing = state.listing != s.settings.last_file;
-    const std::int64_t interval = s.machine.run_state == STATE_RUN ? RUNNING : STANDING;
+    const bool is_another_listing = state.listing != s.preferences.last_file;
+    const std::int64_t interval = s.machine.run.run_state == STATE_RUN ? RUNNING : STANDING;
     if (!is_another_listing && now - state.looked_at < interval)
         return false;
     state.looked_at = now;
@@ -167,17 +167,15 @@ void read_state(Simulator& s) {
         read_variables(s);
     if (!s.files.recent_listings.empty())
         read_recent(s);
-    s.state.settings = s.settings;
-    collect_settings(s.machine, s.state.settings);
+    s.state.settings = collect_settings(s.machine, s.preferences);
     s.state.recent = s.recent;
-    s.state.listing = s.settings.last_file;
+    s.state.listing = s.preferences.last_file;
 }
 
 std::vector<std::string> save_state(Simulator& s) {
     if (s.files.settings.empty())
         return {};
     create_folder(s.files.folder);
-    collect_settings(s.machine, s.settings);
     std::vector<std::string> unsaved;
     if (!save_settings(s))
         unsaved.push_back(s.files.settings);
@@ -185,7 +183,7 @@ std::vector<std::string> save_state(Simulator& s) {
         unsaved.push_back(s.files.saved_values);
     if (!save_recent(s))
         unsaved.push_back(s.files.recent_listings);
-    s.state.listing = s.settings.last_file;
+    s.state.listing = s.preferences.last_file;
     return unsaved;
 }
 
@@ -204,7 +202,7 @@ std::int64_t steady_milliseconds() {
 }
 
 std::string unsaved_text(const Simulator& s, const std::vector<std::string>& paths) {
-    std::string text = lookup_message(s.machine.catalogue, "SAVE", 0);
+    std::string text = lookup_message(s.machine.around->catalogue, "SAVE", 0);
     for (const std::string& path : paths)
         text += path + "\r\n";
     return text;

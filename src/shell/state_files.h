@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The files that carry a simulator's state from one session to the next: settings, variables, recent listings. They are
 // read at the start and saved while the program runs, so that a kill loses little. What cannot be read is never
 // replaced, and what another instance has saved meanwhile is merged or kept beside.
@@ -19,9 +20,9 @@ struct StateFiles {
     bool settings_unread = false; ///< there, but not read: not to be replaced
     bool values_unread = false;
     bool recent_unread = false;
-    Settings settings;      ///< ours, as of the last save
-    std::string values;     ///< bytes of the variables' file
-    std::string our_values; ///< and those of our variables
+    StoredSettings settings; ///< ours, as of the last save
+    std::string values;      ///< bytes of the variables' file
+    std::string our_values;  ///< and those of our variables
     RecentListings recent;
     std::string listing; ///< the current one
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Small help with the system's calls on files: descriptors that close themselves, and calls that a signal interrupts.
 #pragma once
 

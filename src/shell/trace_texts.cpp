@@ -1,12 +1,14 @@
+// SPDX-License-Identifier: MIT
 // Describing the machine for the trace windows.
 #include "shell/trace_texts.h"
 
 #include "core/charset.h"
 #include "core/numbers.h"
+#include "core/program_text.h"
+#include "core/variables.h"
 #include "shell/encoding.h"
 
 #include <cstdio>
-#include <functional>
 #include <iterator>
 
 namespace quillon {
@@ -37,26 +39,38 @@ std::string quoted(std::string_view text) {
 /// The value of a cell that has been assigned.
 std::string cell_text(const Variable& cell) {
     constexpr int DIGITS = 6;
-    return cell.kind == 1 ? quoted(cell.text) : std::string(format_general(cell.number, DIGITS).view());
+    return cell.kind == CELL_STRING ? quoted(cell.text) : std::string(format_general(cell.number, DIGITS).view());
 }
 
 std::string listing_part(std::string_view text) {
     return is_valid_utf8(text) ? std::string(text) : shift_jis_to_utf8(text);
 }
 
+/// Where the machine reads on in the text of a line: after the token before. The end when it is somewhere else.
+std::size_t next_position(const Machine& m, const ProgramLine& line, std::string_view text) {
+    const TokenIndex next = m.eval.next;
+    if (next == line.tokens)
+        return 0;
+    if (next < line.tokens || next > static_cast<TokenIndex>(m.listing->tokens.size()))
+        return text.size();
+    const SourceOffset before = token_at(m, next - 1).begin - line.text;
+    if (before < 0 || static_cast<std::size_t>(before) >= text.size())
+        return text.size();
+    return static_cast<std::size_t>(scan_token(text.data() + before).end - text.data());
+}
+
 /// The current line with its number, and the catalogue's marker before the character that is executed next.
 std::string current_line_text(const Machine& m) {
     constexpr std::string_view LINE_ENDS = "\r\n\x1A";
-    const char* start = m.areas[static_cast<std::size_t>(m.cur_area)].lines[static_cast<std::size_t>(m.cur_line)].text;
-    if (start == nullptr)
+    const auto& lines = current_area(m).lines;
+    const auto index = static_cast<std::size_t>(m.program.cur_line);
+    if (index >= lines.size())
         return {};
-    std::string_view line(start);
+    std::string_view line = line_text(m, m.program.cur_line);
     line = line.substr(0, line.find_first_of(LINE_ENDS));
-    const std::less_equal<> not_behind;
-    const bool inside = not_behind(start, m.scan_ptr) && not_behind(m.scan_ptr, start + line.size());
-    const std::size_t position = inside ? static_cast<std::size_t>(m.scan_ptr - start) : line.size();
+    const std::size_t position = next_position(m, lines[index], line);
     return std::to_string(current_line_number(m)) + " " + listing_part(line.substr(0, position)) +
-           lookup_message(m.catalogue, "DLG_TRACE", 20) + listing_part(line.substr(position));
+           lookup_message(m.around->catalogue, "DLG_TRACE", 20) + listing_part(line.substr(position));
 }
 
 /// By statement context; those that are none of these have no name.
@@ -78,16 +92,16 @@ void reset_trace_texts(TraceTexts& texts) {
 
 void refresh_trace_texts(TraceTexts& texts, const Machine& m) {
     texts.last = texts.next;
-    if (m.base_state != STATE_COMMAND)
+    if (m.run.base_state != STATE_COMMAND)
         texts.next = current_line_text(m);
     else
-        texts.last = to_unicode(m.entry_line.text);
+        texts.last = to_unicode(m.entry.entry_line.text);
     texts.dollar = quoted(m.variables[DOLLAR_CELL].text);
     for (std::size_t i = 0; i < texts.variables.size(); ++i) {
-        if (m.variables[i].kind >= 0)
+        if (m.variables[i].kind != CELL_UNASSIGNED)
             texts.variables[i] = cell_text(m.variables[i]);
     }
-    texts.statement_kind = statement_kind_name(m.stmt_kind);
+    texts.statement_kind = statement_kind_name(number_of(m.eval.stmt_kind));
 }
 
 std::string traced_cell_label(int cell) {
@@ -107,7 +121,7 @@ std::string extended_variables_text(const Machine& m) {
         const Variable& variable = m.variables[static_cast<std::size_t>(cell)];
         char label[16];
         std::snprintf(label, sizeof label, "%03d : ", cell - LETTER_CELLS + 1);
-        text += label + (variable.kind < 0 ? std::string("---") : cell_text(variable)) + " ";
+        text += label + (variable.kind == CELL_UNASSIGNED ? std::string("---") : cell_text(variable)) + " ";
         if ((cell - TRACED_CELLS) % PER_LINE == PER_LINE - 1)
             text += "\r\n";
     }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the trace window and the window of the extended variables show, as texts.
 #pragma once
 

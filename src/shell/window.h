@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the simulator asks of the window around it. A window fills these in; without one each does nothing.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // IF: the rest of the line runs, is jumped from, or is skipped.
 #include "statements/conditions.h"
 
@@ -14,13 +15,13 @@ constexpr MessageId MESSAGE_IF_SYNTAX{"IF", 0};
 bool jumped_behind_then(Machine& m) {
     if (peek_token(m) >= STATEMENT_WORD)
         return false;
-    m.stmt_kind = KIND_JUMP;
+    m.eval.stmt_kind = KIND_JUMP;
     jump_behind_then(m);
-    if (m.error_code != ERROR_NONE)
+    if (failed(m))
         return true;
-    if (m.token != TOKEN_COLON)
+    if (m.eval.token != TOKEN_COLON)
         return false;
-    m.stmt_kind = KIND_NONE;
+    m.eval.stmt_kind = KIND_NONE;
     return true;
 }
 
@@ -28,22 +29,22 @@ bool jumped_behind_then(Machine& m) {
 
 void if_statement(Machine& m) {
     const bool holds = eval_statement(m) != 0;
-    if (m.error_code != ERROR_NONE)
+    if (failed(m))
         return;
-    const char* behind = m.scan_ptr;
-    const bool with_then = m.token == TOKEN_THEN;
-    if (!with_then && m.token != ';')
-        return raise_token_error(m, MESSAGE_IF_SYNTAX, m.token);
+    const TokenIndex after = m.eval.next;
+    const bool with_then = m.eval.token == TOKEN_THEN;
+    if (!with_then && m.eval.token != TOKEN_SEMICOLON)
+        return raise_token_error(m, MESSAGE_IF_SYNTAX, m.eval.token);
     if (!holds) {
-        m.token = TOKEN_END; // the rest of the line is skipped
-        m.stmt_kind = with_then ? m.stmt_kind : KIND_NONE;
+        m.eval.token = TOKEN_END; // the rest of the line is skipped
+        m.eval.stmt_kind = with_then ? m.eval.stmt_kind : KIND_NONE;
         return;
     }
     if (with_then && jumped_behind_then(m))
         return;
-    m.stmt_kind = KIND_NONE;
-    m.token = TOKEN_COLON; // what follows is the next statement
-    m.scan_ptr = behind;
+    m.eval.stmt_kind = KIND_NONE;
+    m.eval.token = TOKEN_COLON; // what follows is the next statement
+    m.eval.next = after;
 }
 
 } // namespace quillon

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Conditions: IF with THEN, or with ";".
 #pragma once
 

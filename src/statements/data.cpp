@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: MIT
 // Walking the DATA index.
 #include "statements/data.h"
 
 #include "core/charset.h"
-#include "core/data_index.h"
+#include "core/data_items.h"
 #include "core/errors.h"
 #include "core/interpreter.h"
-#include "core/listing.h"
 #include "core/numbers.h"
+#include "core/program.h"
 #include "core/variables.h"
 
 namespace quillon {
@@ -21,31 +22,33 @@ constexpr MessageId MESSAGE_RESTORE_STRING_VARIABLE{"RESTORE", 1};
 constexpr MessageId MESSAGE_RESTORE_STRING{"RESTORE", 2};
 constexpr MessageId MESSAGE_RESTORE_NO_LINE{"RESTORE", 3};
 
-const DataItem& entry_at(const Machine& m, int index) { return m.data_index[static_cast<std::size_t>(index)]; }
+const DataItem& entry_at(const Machine& m, int index) { return m.listing->data[static_cast<std::size_t>(index)]; }
 
-/// Reads the variable that comes next in the list; null after an error.
-Variable* read_target(Machine& m) {
-    m.value.kind = VALUE_NONE;
-    const int token = next_token(m);
-    if (m.error_code != ERROR_NONE)
-        return nullptr;
+bool ends_data(const Machine& m, int index) { return ends_area_data(*m.listing, index); }
+
+/// Reads the variable that comes next in the list; NO_CELL after an error.
+CellIndex read_target(Machine& m) {
+    m.eval.value.kind = VALUE_NONE;
+    const TokenCode token = next_token(m);
+    if (failed(m))
+        return NO_CELL;
     if (token == TOKEN_NUMVAR || token == TOKEN_STRVAR)
-        return m.value.variable;
-    if (token < TOKEN_COLON)
-        enter_error(m, static_cast<ErrorCode>(token)); // the detail has been composed
+        return m.eval.value.cell;
+    if (is_fault(token))
+        enter_error(m, error_of(token)); // the detail has been composed
     else
-        raise_error(m, ERROR_SYNTAX, m.value.kind == VALUE_NONE ? MESSAGE_READ_MISSING : MESSAGE_READ_NO_VARIABLE);
-    return nullptr;
+        raise_error(m, ERROR_SYNTAX, m.eval.value.kind == VALUE_NONE ? MESSAGE_READ_MISSING : MESSAGE_READ_NO_VARIABLE);
+    return NO_CELL;
 }
 
 /// Moves the READ position to the next item of the area; null when it has no more.
 const DataItem* find_item(Machine& m) {
-    int index = m.data_pos;
-    while (!ends_area_data(m, index) && entry_at(m, index).kind == DataItem::LINE)
+    int index = m.program.data_pos;
+    while (!ends_data(m, index) && entry_at(m, index).kind == DataItem::LINE)
         ++index;
-    if (ends_area_data(m, index))
+    if (ends_data(m, index))
         return nullptr;
-    m.data_pos = index;
+    m.program.data_pos = index;
     return &entry_at(m, index);
 }
 
@@ -64,7 +67,7 @@ void assign_number(Machine& m, Variable& cell, const DataItem& item) {
 
 /// The entry of the current area's first DATA line from `index` on, -1 when there is none.
 int find_data_line(const Machine& m, int index) {
-    for (; !ends_area_data(m, index); ++index) {
+    for (; !ends_data(m, index); ++index) {
         if (entry_at(m, index).kind == DataItem::LINE)
             return index;
     }
@@ -75,7 +78,7 @@ void restore_first(Machine& m, int area_entry) {
     const int line = find_data_line(m, area_entry + 1);
     if (line < 0)
         compose_detail(m, MESSAGE_RESTORE_NO_DATA);
-    m.data_pos = line + 1;
+    m.program.data_pos = line + 1;
 }
 
 void restore_line(Machine& m, int area_entry, int number) {
@@ -84,44 +87,44 @@ void restore_line(Machine& m, int area_entry, int number) {
         line = find_data_line(m, line + 1);
     if (line < 0)
         return raise_error(m, ERROR_LINE, MESSAGE_RESTORE_NO_LINE);
-    m.data_pos = line + 1;
+    m.program.data_pos = line + 1;
 }
 
 } // namespace
 
 void read_statement(Machine& m) {
     do {
-        Variable* cell = read_target(m);
-        if (cell == nullptr)
+        const CellIndex cell = read_target(m);
+        if (cell == NO_CELL)
             return;
-        const bool to_string = m.token == TOKEN_STRVAR;
+        const bool to_string = m.eval.token == TOKEN_STRVAR;
         const DataItem* item = find_item(m);
         if (item == nullptr)
             return raise_error(m, ERROR_LINE, MESSAGE_READ_NO_DATA);
         if (to_string)
-            store_string(*cell, literal_part(m, *cell, item->text));
+            store_string(cell_at(m, cell), literal_part(cell, item->text));
         else
-            assign_number(m, *cell, *item);
-        if (m.error_code != ERROR_NONE)
+            assign_number(m, cell_at(m, cell), *item);
+        if (failed(m))
             return;
-        ++m.data_pos;
-    } while (next_token(m) == ',');
+        ++m.program.data_pos;
+    } while (next_token(m) == TOKEN_COMMA);
 }
 
 void restore_statement(Machine& m) {
-    const int area_entry = find_area_data(m);
+    const int area_entry = find_area_data(*m.listing, m.program.cur_area);
     if (area_entry < 0) {
         compose_detail(m, MESSAGE_RESTORE_NO_DATA);
         return restore_area_data(m);
     }
     const double number = eval_argument(m);
-    if (m.error_code != ERROR_NONE)
+    if (failed(m))
         return;
-    if (m.value.kind == VALUE_NONE)
+    if (m.eval.value.kind == VALUE_NONE)
         restore_first(m, area_entry);
-    else if (m.value.kind == VALUE_STRVAR)
+    else if (m.eval.value.kind == VALUE_STRVAR)
         raise_error(m, ERROR_SYNTAX, MESSAGE_RESTORE_STRING_VARIABLE);
-    else if (value_type(m.value) == TYPE_STRING)
+    else if (value_type(m) == TYPE_STRING)
         raise_error(m, ERROR_SYNTAX, MESSAGE_RESTORE_STRING);
     else
         restore_line(m, area_entry, truncate_to_int(round6(number)));

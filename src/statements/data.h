@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // READ and RESTORE: the constants of DATA statements, by the index that the loader built.
 #pragma once
 

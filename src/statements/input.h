@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // INPUT: prompts, the entry of values, and asking again after an entry that is not acceptable.
 #pragma once
 
@@ -11,11 +12,5 @@ void input_statement(Machine& m);
 
 /// One tick of STATE_INPUT: edits the entry, or with EXE takes it for the variable.
 void input_entry_tick(Machine& m);
-
-/// Shows the prompt anew, for an entry from its beginning.
-void prompt_again(Machine& m);
-
-/// The first key at a prompt: the line is cleared for the entry.
-void begin_entry(Machine& m);
 
 } // namespace quillon

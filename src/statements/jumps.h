@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Jumps: GOTO, GOSUB, RETURN, ON. A jump changes where the scanner reads and leaves `token` at TOKEN_COLON, so that
 // the next tick reads on there as if a statement began.
 #pragma once

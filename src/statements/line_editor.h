@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The line editor: one line of at most 127 characters, typed for INPUT or in command mode.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Loops: FOR and NEXT.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // MODE and SET: the angle unit, the PRT indicator, and how numbers are shown.
 #pragma once
 

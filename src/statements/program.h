@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Program commands and the words around them: RUN, STOP, END, COMMAND, VAC, REM, LET, and words without an effect.
 #pragma once
 

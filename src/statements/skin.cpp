@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // GLOAD.
 #include "statements/skin.h"
 
@@ -15,12 +16,12 @@ constexpr MessageId MESSAGE_GLOAD_NO_STRING{"GLOAD", 1};
 
 void gload_statement(Machine& m) {
     eval_argument(m);
-    if (m.error_code != ERROR_NONE)
+    if (failed(m))
         return;
-    if (m.value.kind == VALUE_NUMVAR)
+    if (m.eval.value.kind == VALUE_NUMVAR)
         raise_error(m, ERROR_SYNTAX, MESSAGE_GLOAD_NUMVAR);
-    else if (value_type(m.value) == TYPE_STRING)
-        m.host.load_skin(m.value.text);
+    else if (value_type(m) == TYPE_STRING)
+        m.around->host.load_skin(m.eval.value.text);
     else
         raise_error(m, ERROR_SYNTAX, MESSAGE_GLOAD_NO_STRING);
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // GLOAD: a program brings its own character shapes.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tone synthesis: a square wave of whole samples in a RIFF/WAVE image.
 #include "statements/sound.h"
 
@@ -82,13 +83,15 @@ void build_tone(Tone& tone, int half, int volume) {
 }
 
 /// Whether the current operand can be an argument of a tone.
-bool is_numeric_operand(const Machine& m) { return m.value.kind == VALUE_NUMBER || m.value.kind == VALUE_NUMVAR; }
+bool is_numeric_operand(const Machine& m) {
+    return m.eval.value.kind == VALUE_NUMBER || m.eval.value.kind == VALUE_NUMVAR;
+}
 
 /// Checks the argument just evaluated; false after an error.
 bool check_beeps_argument(Machine& m) {
-    if (m.error_code == ERROR_NONE && !is_numeric_operand(m))
-        raise_error(m, ERROR_SYNTAX, MESSAGE_BEEPS_NOT_A_NUMBER, ":0x%04x (TOKEN_ID)", static_cast<unsigned>(m.token));
-    return m.error_code == ERROR_NONE;
+    if (!failed(m) && !is_numeric_operand(m))
+        raise_error(m, ERROR_SYNTAX, MESSAGE_BEEPS_NOT_A_NUMBER, ":0x%04x (TOKEN_ID)", token_id(m.eval.token));
+    return !failed(m);
 }
 
 /// Checks that an argument lies in its range and makes it whole; -1 after an error.
@@ -101,7 +104,7 @@ int whole_in_range(Machine& m, double x, int lowest, int highest, MessageId mess
 
 /// Evaluates the octave, note or duration behind a ","; false after an error.
 bool eval_beeps_argument(Machine& m, double& x) {
-    if (m.token != ',') {
+    if (m.eval.token != TOKEN_COMMA) {
         raise_error(m, ERROR_RANGE, MESSAGE_BEEPS_COMMA);
         return false;
     }
@@ -112,36 +115,36 @@ bool eval_beeps_argument(Machine& m, double& x) {
 } // namespace
 
 void play_tone(Machine& m, int octave, int note, int duration_ms) {
-    if (m.pcm_beep != 1)
+    if (m.settings.pcm_beep != 1)
         return;
-    if (m.tone.samples > 0)
-        m.host.stop_tone(); // the image must not change while it plays
-    build_tone(m.tone, half_period(octave, note), m.beep_volume);
-    m.host.play_tone(std::span(m.tone.image).first(WAVE_HEADER_SIZE + static_cast<std::size_t>(m.tone.samples)));
-    m.sound_ticks_left = duration_ms > m.timer_interval ? duration_ms / m.timer_interval : 1;
+    if (m.sound.tone.samples > 0)
+        m.around->host.stop_tone(); // the image must not change while it plays
+    build_tone(m.sound.tone, half_period(octave, note), m.settings.beep_volume);
+    m.around->host.play_tone(
+        std::span(m.sound.tone.image).first(WAVE_HEADER_SIZE + static_cast<std::size_t>(m.sound.tone.samples)));
+    m.sound.sound_ticks_left = duration_ms > m.settings.timer_interval ? duration_ms / m.settings.timer_interval : 1;
 }
 
 void beep_statement(Machine& m) {
     constexpr int DURATION_MS = 100;
-    m.value.kind = VALUE_NONE;
+    m.eval.value.kind = VALUE_NONE;
     const double pitch = eval_statement(m);
-    if (m.error_code != ERROR_NONE)
+    if (failed(m))
         return;
-    if (!is_statement_end(m.token) && !is_numeric_operand(m))
-        return raise_error(m, ERROR_SYNTAX, MESSAGE_BEEP_NOT_A_NUMBER, ":0x%04x (TOKEN_ID)",
-                           static_cast<unsigned>(m.token));
+    if (!is_statement_end(m.eval.token) && !is_numeric_operand(m))
+        return raise_error(m, ERROR_SYNTAX, MESSAGE_BEEP_NOT_A_NUMBER, ":0x%04x (TOKEN_ID)", token_id(m.eval.token));
     if (!(pitch >= 0 && pitch <= 1))
         return raise_error(m, ERROR_RANGE, MESSAGE_BEEP_RANGE);
     if (pitch < 1)
         play_tone(m, 5, 10, DURATION_MS);
     else
         play_tone(m, 8, 2, DURATION_MS);
-    m.sound_holds_run = m.pcm_beep == 1 ? 1 : 0;
+    m.sound.sound_holds_run = m.settings.pcm_beep ? 1 : 0;
 }
 
 void beeps_statement(Machine& m) {
     constexpr int DURATION_MIN_MS = 5;
-    m.value.kind = VALUE_NONE;
+    m.eval.value.kind = VALUE_NONE;
     double x = eval_statement(m);
     if (!check_beeps_argument(m))
         return;
@@ -155,8 +158,8 @@ void beeps_statement(Machine& m) {
 }
 
 void beepwait_statement(Machine& m) {
-    if (m.sound_ticks_left > 0)
-        m.sound_holds_run = 1;
+    if (m.sound.sound_ticks_left > 0)
+        m.sound.sound_holds_run = true;
     next_token(m);
 }
 

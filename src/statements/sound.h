@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // BEEP, BEEPS and BEEPWAIT: square-wave tones.
 #pragma once
 

@@ -2,19 +2,18 @@
 // Finding and reading the catalogue.
 #include "terminal/catalogue_choice.h"
 
-#include "core/machine.h"
 #include "shell/catalogue.h"
 #include "shell/places.h"
 #include "terminal/printing.h"
 
 namespace quillon {
 
-bool use_catalogue(Machine& m, const std::string& named) {
+bool use_catalogue(MessageCatalogue& chosen, const std::string& named) {
     const std::string path =
         named.empty() ? find_catalogue(read_environment(), find_resources(program_folder())) : named;
     auto catalogue = read_catalogue(path);
     if (catalogue)
-        m.catalogue = std::move(*catalogue);
+        chosen = std::move(*catalogue);
     else if (!named.empty())
         print_error("cannot read the catalogue " + path);
     return catalogue || named.empty();

@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 // Taking a listing apart, and the report.
 #include "terminal/check.h"
 
 #include "core/charset.h"
-#include "core/data_index.h"
+#include "core/data_items.h"
 #include "core/listing_elements.h"
 #include "core/machine.h"
 #include "core/scanner.h"
@@ -128,7 +129,7 @@ const char* check_data(CheckedListing& listing, DataCount& count, const CheckedL
         if (item.size() > STRING_MAX)
             add_finding(listing, FindingKind::DATA_CUT, false, line, at,
                         "the DATA item is cut: no string takes more than 30 characters of it");
-        if (!pass_data_separator(p)) {
+        if (!skip_data_separator(p)) {
             add_finding(listing, FindingKind::DATA_SEPARATOR, true, line, p, "\",\" is missing behind the DATA item");
             break;
         }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Checking listings without running them: what the machine would refuse, and what is probably not meant. It stands on
 // core's scanner and loader alone and changes no machine; a fuzzer may link it as it stands.
 #pragma once

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 // Reading listings and writing reports.
 #include "terminal/check_command.h"
 
-#include "core/listing.h"
+#include "core/program.h"
 #include "shell/files.h"
 #include "terminal/check.h"
 #include "terminal/printing.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `quillon-cli check`: reads listings without running them and reports what is wrong with them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Expressions, assignments and relations.
 #include "terminal/check_reader.h"
 
@@ -25,14 +26,14 @@ void make_number(StatementReader& r, const CheckedOperand& left, std::optional<d
     r.value.numeric = true;
 }
 
-std::optional<double> compute(int operation, const CheckedOperand& left, const CheckedOperand& right) {
+std::optional<double> compute(TokenCode operation, const CheckedOperand& left, const CheckedOperand& right) {
     if (!left.number || !right.number)
         return std::nullopt;
     switch (operation) {
-    case '+': return *left.number + *right.number;
-    case '-': return *left.number - *right.number;
-    case '*': return *left.number * *right.number;
-    case '/': return *left.number / *right.number;
+    case TOKEN_PLUS: return *left.number + *right.number;
+    case TOKEN_MINUS: return *left.number - *right.number;
+    case TOKEN_TIMES: return *left.number * *right.number;
+    case TOKEN_DIVIDE: return *left.number / *right.number;
     default: return std::nullopt;
     }
 }
@@ -49,10 +50,10 @@ bool types_differ(OperandType a, OperandType b) {
     return a != b && a != OperandType::EITHER && b != OperandType::EITHER;
 }
 
-void apply_sum(StatementReader& r, int operation, const char* at, const CheckedOperand& left) {
+void apply_sum(StatementReader& r, TokenCode operation, const char* at, const CheckedOperand& left) {
     const OperandType left_type = type_of(left);
     const OperandType right_type = type_of(r.value);
-    const bool plus = operation == '+';
+    const bool plus = operation == TOKEN_PLUS;
     if (plus && types_differ(left_type, right_type))
         return refuse(r, FindingKind::WRONG_TYPE, at, "\"+\" between a number and a string");
     if (!plus && (left_type == OperandType::STRING || right_type == OperandType::STRING))
@@ -64,10 +65,10 @@ void apply_sum(StatementReader& r, int operation, const char* at, const CheckedO
     make_number(r, left, compute(operation, left, r.value));
 }
 
-void apply_product(StatementReader& r, int operation, const char* at, const CheckedOperand& left) {
+void apply_product(StatementReader& r, TokenCode operation, const char* at, const CheckedOperand& left) {
     if (is_string(left) || is_string(r.value))
         return refuse(r, FindingKind::WRONG_TYPE, at, "this operator takes no strings");
-    if (operation == '/' && r.value.number == 0.0)
+    if (operation == TOKEN_DIVIDE && r.value.number == 0.0)
         return refuse(r, FindingKind::DIVISION_BY_ZERO, at, "division by zero");
     make_number(r, left, compute(operation, left, r.value));
 }
@@ -75,11 +76,11 @@ void apply_product(StatementReader& r, int operation, const char* at, const Chec
 /// The operators of one level between operands of the level below.
 template <typename IsOperator>
 void read_level(StatementReader& r, void (*below)(StatementReader&), IsOperator is_operator,
-                void (*apply)(StatementReader&, int, const char*, const CheckedOperand&)) {
+                void (*apply)(StatementReader&, TokenCode, const char*, const CheckedOperand&)) {
     below(r);
     while (!r.failed && is_operator(r.token)) {
         const CheckedOperand left = r.value;
-        const int operation = r.token;
+        const TokenCode operation = r.token;
         const char* at = r.scanned.begin;
         if (!read_right(r, below))
             return;
@@ -89,16 +90,16 @@ void read_level(StatementReader& r, void (*below)(StatementReader&), IsOperator 
 
 void read_power(StatementReader& r) {
     read_level(
-        r, read_factor, [](int t) { return t == '^' || t == TOKEN_EX || t == TOKEN_EM; }, apply_product);
+        r, read_factor, [](TokenCode t) { return t == TOKEN_POWER || t == TOKEN_EX || t == TOKEN_EM; }, apply_product);
 }
 
 void read_term(StatementReader& r) {
     read_level(
-        r, read_power, [](int t) { return t == '*' || t == '/'; }, apply_product);
+        r, read_power, [](TokenCode t) { return t == TOKEN_TIMES || t == TOKEN_DIVIDE; }, apply_product);
 }
 
 void read_signed(StatementReader& r) {
-    const bool negative = r.token == '-';
+    const bool negative = r.token == TOKEN_MINUS;
     r.value = {};
     r.value.kind = VALUE_NUMBER;
     read_factor(r);
@@ -113,7 +114,7 @@ void read_parenthesised(StatementReader& r) {
     read_sum(r);
     if (r.failed)
         return;
-    if (r.token == ')')
+    if (r.token == TOKEN_CLOSE)
         next_behind_operand(r);
     else
         warn(r, FindingKind::MISSING_PARENTHESIS, at, "this \"(\" has no \")\"");
@@ -132,7 +133,7 @@ void stay_at(StatementReader& r, Place place) {
 }
 
 void read_separator(StatementReader& r) {
-    if (r.token == ';' ? r.kind == KIND_PRINT : r.kind != KIND_JUMP)
+    if (r.token == TOKEN_SEMICOLON ? r.kind == KIND_PRINT : r.kind != KIND_JUMP)
         refuse_token(r);
 }
 
@@ -176,11 +177,11 @@ void dispatch_factor(StatementReader& r, Place place) {
         r.value.kind = VALUE_NUMBER;
         r.value.complete = true;
         return next_behind_operand(r);
-    case '(': stay_at(r, place); return read_parenthesised(r);
-    case '+':
-    case '-': stay_at(r, place); return read_signed(r);
-    case '#':
-    case ';': return read_separator(r);
+    case TOKEN_OPEN: stay_at(r, place); return read_parenthesised(r);
+    case TOKEN_PLUS:
+    case TOKEN_MINUS: stay_at(r, place); return read_signed(r);
+    case TOKEN_HASH:
+    case TOKEN_SEMICOLON: return read_separator(r);
     default: return read_word(r, place);
     }
 }
@@ -201,21 +202,23 @@ void read_whole_factor(StatementReader& r) {
 
 // Assignments and relations.
 
-bool is_relation(int token) { return token == '<' || token == '>' || (token >= TOKEN_NE && token <= TOKEN_EQEQ); }
+bool is_relation(TokenCode token) {
+    return token == TOKEN_LESS || token == TOKEN_GREATER || (token >= TOKEN_NE && token <= TOKEN_EQEQ);
+}
 
 void check_statement_end(StatementReader& r) {
     switch (r.token) {
     case TOKEN_END:
     case TOKEN_COLON:
-    case ')':
-    case ',':
+    case TOKEN_CLOSE:
+    case TOKEN_COMMA:
     case TOKEN_STOP:
     case TOKEN_END_WORD: return;
-    case '#':
+    case TOKEN_HASH:
         if (r.kind != KIND_JUMP)
             refuse_token(r);
         return;
-    case ';':
+    case TOKEN_SEMICOLON:
         if (r.kind != KIND_PRINT && r.kind != KIND_CONDITION)
             refuse_token(r);
         return;
@@ -286,7 +289,7 @@ void read_relation(StatementReader& r) {
 
 void read_sum(StatementReader& r) {
     read_level(
-        r, read_term, [](int t) { return t == '+' || t == '-'; }, apply_sum);
+        r, read_term, [](TokenCode t) { return t == TOKEN_PLUS || t == TOKEN_MINUS; }, apply_sum);
 }
 
 void read_factor(StatementReader& r) {
@@ -305,9 +308,9 @@ void read_statement(StatementReader& r) {
     read_sum(r);
     if (r.failed)
         return;
-    if (r.token == '=' && r.kind != KIND_CONDITION)
+    if (r.token == TOKEN_EQUALS && r.kind != KIND_CONDITION)
         read_assignment(r);
-    else if (r.token == '=' || is_relation(r.token))
+    else if (r.token == TOKEN_EQUALS || is_relation(r.token))
         read_relation(r);
     else if (r.token == TOKEN_PRINT)
         read_print_list(r);

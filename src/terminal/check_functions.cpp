@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The arguments of functions, a row for each shape.
 #include "terminal/check_reader.h"
 
@@ -23,11 +24,11 @@ void string_result(StatementReader& r) {
 void open_arguments(StatementReader& r) {
     const Token word = r.scanned;
     next(r);
-    if (!r.failed && r.token != '(')
+    if (!r.failed && r.token != TOKEN_OPEN)
         refuse(r, FindingKind::BAD_STATEMENT, r.scanned.begin, "\"(\" is missing behind " + describe(word));
 }
 
-void require(StatementReader& r, int token, const char* what) {
+void require(StatementReader& r, TokenCode token, const char* what) {
     if (!r.failed && r.token != token)
         refuse(r, FindingKind::BAD_STATEMENT, r.scanned.begin, std::string(what) + " is missing");
 }
@@ -46,7 +47,7 @@ void read_number(StatementReader& r, bool may_be_missing) {
 }
 
 void require_closing(StatementReader& r) {
-    require(r, ')', "\")\"");
+    require(r, TOKEN_CLOSE, "\")\"");
     if (!r.failed)
         next_behind_operand(r);
 }
@@ -54,7 +55,7 @@ void require_closing(StatementReader& r) {
 void pass_closing(StatementReader& r) {
     if (r.failed)
         return;
-    if (r.token == ')')
+    if (r.token == TOKEN_CLOSE)
         next_behind_operand(r);
     else
         warn(r, FindingKind::MISSING_PARENTHESIS, r.scanned.begin, "\")\" is missing");
@@ -64,7 +65,7 @@ void pass_closing(StatementReader& r) {
 void pass_any_token(StatementReader& r) {
     if (r.failed)
         return;
-    if (r.token != ')')
+    if (r.token != TOKEN_CLOSE)
         warn(r, FindingKind::MISSING_PARENTHESIS, r.scanned.begin,
              "\")\" is missing; the machine passes over what stands in its place");
     next_behind_operand(r);
@@ -86,7 +87,7 @@ void read_prefix(StatementReader& r) {
 void read_pair(StatementReader& r) {
     open_arguments(r);
     read_number(r, true);
-    require(r, ',', "\",\"");
+    require(r, TOKEN_COMMA, "\",\"");
     read_number(r, true);
 }
 
@@ -113,7 +114,7 @@ void read_deg(StatementReader& r) {
     constexpr int PARTS = 3;
     open_arguments(r);
     read_number(r, false);
-    for (int part = 1; part < PARTS && !r.failed && r.token == ','; ++part)
+    for (int part = 1; part < PARTS && !r.failed && r.token == TOKEN_COMMA; ++part)
         read_number(r, true);
     pass_any_token(r);
     number_result(r);
@@ -139,7 +140,7 @@ void read_mid(StatementReader& r) {
     read_number(r, false);
     if (!r.failed && r.value.number && *r.value.number <= -1)
         refuse(r, FindingKind::OUT_OF_RANGE, r.scanned.begin, "MID begins at a negative character");
-    if (!r.failed && r.token == ',')
+    if (!r.failed && r.token == TOKEN_COMMA)
         read_number(r, true);
     require_closing(r);
     string_result(r);
@@ -193,8 +194,8 @@ void read_csr(StatementReader& r) {
 }
 
 struct FunctionShape {
-    int first; ///< the lowest code
-    int last;  ///< the highest
+    TokenCode first; ///< the lowest code
+    TokenCode last;  ///< the highest
     void (*read)(StatementReader&);
 };
 

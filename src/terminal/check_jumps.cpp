@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Jumps and conditions: GOTO, GOSUB, RETURN, ON, IF.
 #include "terminal/check_reader.h"
 
@@ -32,7 +33,7 @@ bool read_target(StatementReader& r) {
     read_argument(r);
     if (r.failed)
         return true;
-    if (r.token == '#')
+    if (r.token == TOKEN_HASH)
         read_area(r);
     else if (may_be_number(r.value))
         note_line(r, at);
@@ -76,7 +77,7 @@ void read_on(StatementReader& r) {
     r.skips_line = true;
     do
         require_target(r);
-    while (!r.failed && r.token == ',');
+    while (!r.failed && r.token == TOKEN_COMMA);
     if (!r.failed && !is_statement_end(r.token))
         refuse_shape(r, "\",\" or the end of the statement must stand here");
     r.leaves_line = true; // the line after it is next, when not one of the targets
@@ -93,7 +94,7 @@ bool read_jump_behind_then(StatementReader& r) {
     }
     r.kind = KIND_JUMP;
     const bool jumps = read_target(r);
-    if (jumps && !r.failed && first.code == TOKEN_NUMVAR && r.token == '=') {
+    if (jumps && !r.failed && first.code == TOKEN_NUMVAR && r.token == TOKEN_EQUALS) {
         warn(r, FindingKind::NEVER_REACHED, first.begin,
              "THEN and a variable is a jump to the line of that number; an assignment needs LET, or \";\" for THEN");
         r.token = TOKEN_END;
@@ -106,7 +107,7 @@ void read_if(StatementReader& r) {
     read_statement(r);
     if (r.failed)
         return;
-    if (r.token != TOKEN_THEN && r.token != ';')
+    if (r.token != TOKEN_THEN && r.token != TOKEN_SEMICOLON)
         return refuse_shape(r, "THEN or \";\" is missing behind the condition");
     r.conditional = true;
     const char* behind = r.scan;
@@ -118,8 +119,8 @@ void read_if(StatementReader& r) {
 }
 
 struct JumpShape {
-    int token;
-    int kind; ///< the context that the word sets; RETURN leaves it
+    TokenCode token;
+    StmtKind kind; ///< the context that the word sets; RETURN leaves it
     void (*read)(StatementReader&);
 };
 

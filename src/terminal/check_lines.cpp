@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A line, statement by statement, in the order in which the machine comes to them.
 #include "terminal/check_reader.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the parts of the checker share: the listing as it was taken apart, the findings, and what the statements told
 // of the way that a program takes.
 #pragma once

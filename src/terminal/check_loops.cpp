@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Loops: whether a FOR can come before each NEXT, by the ways that the program may take from line to line, and how
 // deep the text nests them.
 #include "core/machine.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading a statement as the machine would, without values: it goes the way of the evaluator token by token and knows
 // of each operand what can be known from the text.
 #pragma once
@@ -14,7 +15,7 @@ namespace quillon {
 
 /// What is known of an operand. Names follow the machine's own record of it.
 struct CheckedOperand {
-    int kind = VALUE_NONE;               ///< ValueKind; of a computed result, the kind of its first operand
+    ValueKind kind = VALUE_NONE;         ///< of a computed result, the kind of its first operand
     bool complete = false;               ///< computed, so nothing can be assigned to it
     bool numeric = false;                ///< a computed number, whatever the cell of its first operand held
     bool dollar = false;                 ///< the variable $
@@ -39,10 +40,10 @@ struct StatementReader {
     int area = 0;
     int line = 0;
     const char* scan = nullptr;
-    Token scanned{};         ///< the token read last, as the scanner gave it
-    int token = TOKEN_COLON; ///< its code, or what a statement left in its place
-    int prev_token = TOKEN_COLON;
-    int kind = KIND_NONE; ///< StmtKind
+    Token scanned{};               ///< the token read last, as the scanner gave it
+    TokenCode token = TOKEN_COLON; ///< its code, or what a statement left in its place
+    TokenCode prev_token = TOKEN_COLON;
+    StmtKind kind = KIND_NONE;
     CheckedOperand value{};
     int depth = 0;
     bool at_start = true;  ///< nothing of the statement has been read, or signs only

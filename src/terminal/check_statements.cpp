@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The statements, a row for each.
 #include "terminal/check_reader.h"
 
@@ -10,7 +11,7 @@ namespace {
 
 using Read = void (*)(StatementReader&);
 
-bool is_variable(int token) { return token == TOKEN_NUMVAR || token == TOKEN_STRVAR; }
+bool is_variable(TokenCode token) { return token == TOKEN_NUMVAR || token == TOKEN_STRVAR; }
 
 /// Passes the rest of the statement unread.
 void skip_statement(StatementReader& r) {
@@ -43,7 +44,7 @@ void read_for(StatementReader& r) {
     if (r.token != TOKEN_NUMVAR)
         return refuse_shape(r, "a variable without \"$\" must stand behind FOR");
     next(r);
-    if (r.token != '=')
+    if (r.token != TOKEN_EQUALS)
         return refuse_shape(r, "\"=\" is missing behind the variable of FOR");
     read_loop_number(r);
     if (!r.failed && r.token != TOKEN_TO)
@@ -79,7 +80,7 @@ void read_read(StatementReader& r) {
             return refuse_shape(r, "READ needs a variable here");
         if (!r.failed)
             next(r);
-    } while (!r.failed && r.token == ',');
+    } while (!r.failed && r.token == TOKEN_COMMA);
     if (!r.listing.has_data)
         refuse(r, FindingKind::NO_DATA, at, "the listing has no DATA to read");
 }
@@ -180,7 +181,7 @@ void read_beeps(StatementReader& r) {
     read_statement(r);
     check_beeps_number(r, at, 1, 8, "the octaves of BEEPS are 1 to 8");
     for (const bool note : {true, false}) {
-        if (!r.failed && r.token != ',')
+        if (!r.failed && r.token != TOKEN_COMMA)
             refuse_shape(r, "BEEPS takes three numbers: octave, note, milliseconds");
         if (r.failed)
             return;
@@ -226,11 +227,9 @@ void read_one_token(StatementReader& r) { next(r); }
 
 void read_stop(StatementReader&) {}
 
-constexpr int NO_KIND = -1;
-
 struct StatementShape {
-    int token;
-    int kind; ///< the context that the word sets
+    TokenCode token;
+    StmtKind kind; ///< the context that the word sets, KIND_NONE for none
     Read read;
 };
 
@@ -240,32 +239,32 @@ constexpr StatementShape STATEMENT_SHAPES[] = {
     {TOKEN_PRINT,    KIND_PRINT,     read_stop},
     {TOKEN_INPUT,    KIND_INPUT,     read_stop},
     {TOKEN_FOR,      KIND_FOR,       read_for},
-    {TOKEN_NEXT,     NO_KIND,        read_next},
-    {TOKEN_STOP,     NO_KIND,        read_stop},
-    {TOKEN_END_WORD, NO_KIND,        leave_line},
-    {TOKEN_COMMAND,  NO_KIND,        leave_line},
-    {TOKEN_RUN,      NO_KIND,        read_run},
-    {TOKEN_MODE,     NO_KIND,        read_mode},
-    {TOKEN_SET,      NO_KIND,        read_set},
-    {TOKEN_BEEP,     NO_KIND,        read_beep},
-    {TOKEN_BEEPS,    NO_KIND,        read_beeps},
-    {TOKEN_BEEPWAIT, NO_KIND,        read_one_token},
-    {TOKEN_VAC,      NO_KIND,        read_one_token},
-    {TOKEN_READ,     NO_KIND,        read_read},
-    {TOKEN_RESTORE,  NO_KIND,        read_restore},
-    {TOKEN_GLOAD,    NO_KIND,        read_gload},
-    {TOKEN_LET,      NO_KIND,        read_let},
-    {TOKEN_REM,      NO_KIND,        read_rem},
-    {TOKEN_DATA,     NO_KIND,        skip_statement},
-    {TOKEN_LIST,     NO_KIND,        skip_statement},
-    {TOKEN_CLEAR,    NO_KIND,        skip_statement},
-    {TOKEN_DEFM,     NO_KIND,        skip_statement},
-    {TOKEN_SAVE,     NO_KIND,        skip_statement},
-    {TOKEN_LOAD,     NO_KIND,        skip_statement},
-    {TOKEN_PUT,      NO_KIND,        skip_statement},
-    {TOKEN_GET,      NO_KIND,        skip_statement},
-    {TOKEN_VERIFY,   NO_KIND,        skip_statement},
-    {TOKEN_PASS,     NO_KIND,        skip_statement},
+    {TOKEN_NEXT,     KIND_NONE,      read_next},
+    {TOKEN_STOP,     KIND_NONE,      read_stop},
+    {TOKEN_END_WORD, KIND_NONE,      leave_line},
+    {TOKEN_COMMAND,  KIND_NONE,      leave_line},
+    {TOKEN_RUN,      KIND_NONE,      read_run},
+    {TOKEN_MODE,     KIND_NONE,      read_mode},
+    {TOKEN_SET,      KIND_NONE,      read_set},
+    {TOKEN_BEEP,     KIND_NONE,      read_beep},
+    {TOKEN_BEEPS,    KIND_NONE,      read_beeps},
+    {TOKEN_BEEPWAIT, KIND_NONE,      read_one_token},
+    {TOKEN_VAC,      KIND_NONE,      read_one_token},
+    {TOKEN_READ,     KIND_NONE,      read_read},
+    {TOKEN_RESTORE,  KIND_NONE,      read_restore},
+    {TOKEN_GLOAD,    KIND_NONE,      read_gload},
+    {TOKEN_LET,      KIND_NONE,      read_let},
+    {TOKEN_REM,      KIND_NONE,      read_rem},
+    {TOKEN_DATA,     KIND_NONE,      skip_statement},
+    {TOKEN_LIST,     KIND_NONE,      skip_statement},
+    {TOKEN_CLEAR,    KIND_NONE,      skip_statement},
+    {TOKEN_DEFM,     KIND_NONE,      skip_statement},
+    {TOKEN_SAVE,     KIND_NONE,      skip_statement},
+    {TOKEN_LOAD,     KIND_NONE,      skip_statement},
+    {TOKEN_PUT,      KIND_NONE,      skip_statement},
+    {TOKEN_GET,      KIND_NONE,      skip_statement},
+    {TOKEN_VERIFY,   KIND_NONE,      skip_statement},
+    {TOKEN_PASS,     KIND_NONE,      skip_statement},
 };
 // clang-format on
 
@@ -277,7 +276,7 @@ bool read_statement_word(StatementReader& r) {
     for (const StatementShape& shape : STATEMENT_SHAPES) {
         if (shape.token != r.token)
             continue;
-        r.kind = shape.kind != NO_KIND ? shape.kind : r.kind;
+        r.kind = shape.kind != KIND_NONE ? shape.kind : r.kind;
         shape.read(r);
         if (r.leaves_line && r.token != TOKEN_END)
             r.token = TOKEN_COLON; // the machine has gone on elsewhere
@@ -291,20 +290,20 @@ void read_print_list(StatementReader& r) {
         read_sum(r);
         if (r.failed || is_statement_end(r.token))
             break;
-        if (r.token != ',' && r.token != ';')
+        if (r.token != TOKEN_COMMA && r.token != TOKEN_SEMICOLON)
             refuse(r, FindingKind::BAD_STATEMENT, r.scanned.begin, describe(r.scanned) + " in the list of PRINT");
     } while (!r.failed);
-    if (r.prev_token == ',')
+    if (r.prev_token == TOKEN_COMMA)
         refuse_shape(r, "the list of PRINT ends with \",\"");
 }
 
 void read_input_list(StatementReader& r) {
     for (next(r); !r.failed && !is_statement_end(r.token); next(r)) {
-        if (r.token == ',')
+        if (r.token == TOKEN_COMMA)
             continue;
         if (r.token == TOKEN_STRING) {
             next(r);
-            const bool comma = r.token == ',';
+            const bool comma = r.token == TOKEN_COMMA;
             if (comma)
                 next(r);
             if (!r.failed && (!comma || !is_variable(r.token)))
@@ -313,7 +312,7 @@ void read_input_list(StatementReader& r) {
         if (r.failed || !is_variable(r.token))
             return refuse_token(r);
         const Token behind = scan_token(r.scan);
-        if (!is_statement_end(behind.code) && behind.code != ',') {
+        if (!is_statement_end(behind.code) && behind.code != TOKEN_COMMA) {
             next(r);
             return refuse(r, FindingKind::BAD_STATEMENT, r.scanned.begin,
                           describe(r.scanned) + " in the list of INPUT");

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tokens: words, literals and variables, and reports about them.
 #include "terminal/check_reader.h"
 
@@ -97,8 +98,8 @@ void check_cell(StatementReader& r, const Token& token, const CheckedOperand& in
 }
 
 void read_subscript(StatementReader& r, const Token& token) {
-    const int prev_token = r.prev_token;
-    r.token = '(';
+    const TokenCode prev_token = r.prev_token;
+    r.token = TOKEN_OPEN;
     r.scan = token.end + 1;
     r.value = {};
     if (!descend(r))
@@ -108,7 +109,7 @@ void read_subscript(StatementReader& r, const Token& token) {
     --r.depth;
     if (r.failed)
         return;
-    if (r.token != ')')
+    if (r.token != TOKEN_CLOSE)
         warn(r, FindingKind::MISSING_PARENTHESIS, token.begin, "the subscript has no \")\"");
     r.prev_token = prev_token;
     check_cell(r, token, r.value);
@@ -119,14 +120,14 @@ void take_variable(StatementReader& r, const Token& token) {
         read_subscript(r, token);
     r.token = token.code;
     r.value = {};
-    r.value.kind = token.code;
+    r.value.kind = static_cast<ValueKind>(token.code);
     r.value.dollar = token.letter == DOLLAR_LETTER;
     r.value.at = token.begin;
 }
 
 void take_literal(StatementReader& r, const Token& token) {
     r.value = {};
-    r.value.kind = token.code;
+    r.value.kind = static_cast<ValueKind>(token.code);
     r.value.at = token.begin;
     TokenText text;
     if (token.code == TOKEN_STRING)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Subcommands and their options.
 #include "terminal/command_line.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The commands of the driving protocol.
 #include "terminal/drive.h"
 
@@ -94,19 +95,20 @@ void take_shown(DriveSession& session, std::string_view piece) {
 /// Notes what a program or a command line's PRINT shows; nothing of what is typed.
 void follow_shown(DriveSession& session) {
     const Machine& m = session.simulator->machine;
-    const bool waits_for_exe = m.run_state == STATE_PRINT_WAIT;
-    const bool runs = m.run_state == STATE_RUN && m.stmt_kind != KIND_RESULT;
-    if (waits_for_exe && m.typed_wait != 0) {
+    const bool waits_for_exe = m.run.run_state == STATE_PRINT_WAIT;
+    const bool runs = m.run.run_state == STATE_RUN && m.eval.stmt_kind != KIND_RESULT;
+    if (waits_for_exe && m.run.typed_wait) {
         if (!session.shown_line.stands)
-            log(session.shown, machine_text(without_trailing_blanks({m.display_line, DISPLAY_LINE_SIZE})));
+            log(session.shown,
+                machine_text(without_trailing_blanks({m.screen.display_line.data(), DISPLAY_LINE_SIZE})));
         session.shown_line.stands = true;
         return;
     }
     if (waits_for_exe && session.shown_line.stands)
         return; // the same wait as in the last tick
-    if (runs || waits_for_exe || m.run_state == STATE_STOPPED)
+    if (runs || waits_for_exe || m.run.run_state == STATE_STOPPED)
         follow_display(session.shown_line, m);
-    if (!waits_for_exe && (!runs || m.stmt_kind == KIND_PROMPT))
+    if (!waits_for_exe && (!runs || m.eval.stmt_kind == KIND_PROMPT))
         finish_shown_lines(session.shown_line);
 }
 
@@ -116,7 +118,7 @@ void tick(DriveSession& session) {
 }
 
 void record_host(DriveSession& session) {
-    Host& host = session.simulator->machine.host;
+    Host& host = session.simulator->around.host;
     host.play_tone = [&session](std::span<const std::uint8_t>) {
         session.tone_playing = true;
         log(session.host, "play");
@@ -175,7 +177,7 @@ Refusal do_catalogue(DriveSession& session, std::string_view argument, Json&) {
         catalogue = read_catalogue(std::string(argument));
     if (!catalogue)
         return "This catalogue cannot be read.";
-    session.simulator->machine.catalogue = std::move(*catalogue);
+    session.simulator->around.catalogue = std::move(*catalogue);
     return {};
 }
 
@@ -184,19 +186,20 @@ Refusal do_load(DriveSession& session, std::string_view argument, Json& answer) 
         return "Name a listing file.";
     Machine& m = session.simulator->machine;
     answer["loaded"] = open_listing(*session.simulator, std::string(argument));
-    answer["system_message"] = m.system_message.c_str();
+    answer["system_message"] = m.error.system_message.c_str();
     return {};
 }
 
 Refusal do_set(DriveSession& session, std::string_view argument, Json&) {
     const std::string_view name = take_word(argument);
-    const DriveField* field = find_settable_field(name);
-    if (field == nullptr)
+    const Field* field = find_field(name);
+    if (field == nullptr || (field->uses & FIELD_SETTABLE) == 0)
         return "There is no such field to set.";
-    const auto number = parse_number(argument, field->lowest, field->highest);
+    const long long highest = highest_to_set(*field);
+    const auto number = parse_number(argument, field->lowest, highest);
     if (!number)
-        return number_refusal("This field", field->lowest, field->highest);
-    set_field(session.simulator->machine, *field, *number);
+        return number_refusal("This field", field->lowest, highest);
+    field->set(session.simulator->machine, *number);
     return {};
 }
 
@@ -305,8 +308,8 @@ Refusal do_key(DriveSession& session, std::string_view argument, Json&) {
             return "Give 1 to 15 bytes, two hexadecimal digits each.";
         keys.push_back(static_cast<char>(byte));
     }
-    session.simulator->machine.key_string = std::string_view(keys.c_str()); // a byte 00 ends the text
-    session.simulator->machine.held_key = 0;
+    session.simulator->machine.keys.key_string = std::string_view(keys.c_str()); // a byte 00 ends the text
+    session.simulator->machine.keys.held_key = 0;
     return {};
 }
 
@@ -322,9 +325,10 @@ Refusal do_tick(DriveSession& session, std::string_view argument, Json& answer) 
 
 /// Whether the machine waits for a person, or has ended.
 bool waits(const Machine& m) {
-    const bool running = m.run_state == STATE_RUN || m.run_state == STATE_TO_COMMAND;
-    const bool asks = m.stmt_kind == KIND_PROMPT || m.stmt_kind == KIND_INPUT_ERROR || m.stmt_kind == KIND_RESULT;
-    return !running || asks || (m.error_code != ERROR_NONE && m.error_code != ERROR_INPUT);
+    const bool running = m.run.run_state == STATE_RUN || m.run.run_state == STATE_TO_COMMAND;
+    const bool asks =
+        m.eval.stmt_kind == KIND_PROMPT || m.eval.stmt_kind == KIND_INPUT_ERROR || m.eval.stmt_kind == KIND_RESULT;
+    return !running || asks || (failed(m) && m.error.error_code != ERROR_INPUT);
 }
 
 Refusal do_wait(DriveSession& session, std::string_view argument, Json& answer) {
@@ -339,7 +343,7 @@ Refusal do_wait(DriveSession& session, std::string_view argument, Json& answer) 
 }
 
 void press_exe(DriveSession& session) {
-    session.simulator->machine.enter_request = 1;
+    session.simulator->machine.keys.enter_request = true;
     tick(session);
 }
 
@@ -354,9 +358,9 @@ Refusal do_exe(DriveSession& session, std::string_view argument, Json&) {
 void type_bytes(DriveSession& session, std::string_view bytes) {
     Machine& m = session.simulator->machine;
     for (const char c : bytes) {
-        m.key_string.assign({&c, 1});
+        m.keys.key_string.assign({&c, 1});
         tick(session);
-        m.key_string.clear();
+        m.keys.key_string.clear();
         tick(session);
     }
 }
@@ -367,15 +371,15 @@ Refusal do_type(DriveSession& session, std::string_view argument, Json&) {
 }
 
 /// Whether a key, and not just its character, is what the machine waits for.
-bool waits_for_key(const Machine& m) {
-    return m.run_state == STATE_RUN && (m.stmt_kind == KIND_PROMPT || m.stmt_kind == KIND_RESULT);
+bool waits_for_first_key(const Machine& m) {
+    return m.run.run_state == STATE_RUN && (m.eval.stmt_kind == KIND_PROMPT || m.eval.stmt_kind == KIND_RESULT);
 }
 
 /// A key with this character goes down, and comes up after a tick.
 void press_character(DriveSession& session, std::string_view character) {
     constexpr int HELD_CODE = 256; // no virtual key's
-    session.simulator->machine.key_string = character;
-    session.simulator->machine.held_key = HELD_CODE;
+    session.simulator->machine.keys.key_string = character;
+    session.simulator->machine.keys.held_key = HELD_CODE;
     set_key_down(session, HELD_CODE, true);
     tick(session);
     set_key_down(session, HELD_CODE, false);
@@ -384,9 +388,9 @@ void press_character(DriveSession& session, std::string_view character) {
 
 Refusal do_enter(DriveSession& session, std::string_view argument, Json&) {
     const Machine& m = session.simulator->machine;
-    if (m.stmt_kind == KIND_INPUT_ERROR) // a refused entry's error takes a key of its own
+    if (m.eval.stmt_kind == KIND_INPUT_ERROR) // a refused entry's error takes a key of its own
         press_character(session, argument.substr(0, 1));
-    if (!argument.empty() && waits_for_key(m)) {
+    if (!argument.empty() && waits_for_first_key(m)) {
         press_character(session, argument.substr(0, 1));
         argument.remove_prefix(1);
     }
@@ -433,10 +437,7 @@ Refusal do_click(DriveSession& session, std::string_view argument, Json&) {
     for (const auto& [name, click] : BUTTONS) {
         if (name != button || !x || !y)
             continue;
-        Machine& m = session.simulator->machine;
-        const int zoom = std::exchange(m.zoom, 1); // these are coordinates of the unscaled LCD
-        on_lcd_click(m, click, static_cast<int>(*x), static_cast<int>(*y), 0);
-        m.zoom = zoom;
+        on_lcd_click(session.simulator->machine, click, static_cast<int>(*x), static_cast<int>(*y));
         return {};
     }
     return "Say left, double or right, and two whole numbers.";
@@ -456,7 +457,7 @@ Refusal do_snapshot(DriveSession& session, std::string_view argument, Json&) {
 }
 
 Refusal do_sound(DriveSession& session, std::string_view argument, Json& answer) {
-    const Tone& tone = session.simulator->machine.tone;
+    const Tone& tone = session.simulator->machine.sound.tone;
     answer["playing"] = session.tone_playing;
     answer["samples"] = tone.samples;
     answer["half_period"] = tone.half_period;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Driving a machine from a script: one command a line, one line of JSON for each. No window and no clock; time passes
 // only by commands, so the same commands give the same answers. docs/drive.md describes the protocol.
 #pragma once

@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: MIT
 // What the driving protocol shows of a machine, and which of its fields it sets.
 #pragma once
 
+#include "core/fields.h"
 #include "shell/simulator.h"
 
 #include <nlohmann/json_fwd.hpp>
@@ -10,19 +12,8 @@
 
 namespace quillon {
 
-/// A field that `set` takes.
-struct DriveField {
-    std::string_view name;
-    long long lowest;
-    long long highest;
-    int Machine::*field; ///< null for the random seed, which is unsigned
-};
-
-/// The field of this name that `set` takes, null when there is none.
-const DriveField* find_settable_field(std::string_view name);
-
-/// Sets one field and no other.
-void set_field(Machine& m, const DriveField& field, long long number);
+/// The highest number that a script may set a field to.
+long long highest_to_set(const Field& field);
 
 /// Machine text as UTF-8: each byte as the code point of the same number.
 std::string machine_text(std::string_view bytes);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading dots.
 #include "terminal/lcd_cells.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The LCD for a terminal: its dots read off the canvas, and packed two by two into half blocks.
 #pragma once
 

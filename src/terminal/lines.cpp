@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading input with the C library.
 #include "terminal/lines.h"
 

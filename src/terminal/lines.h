@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading input: a line, or all of it.
 #pragma once
 

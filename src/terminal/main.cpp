@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // quillon-cli: listings in the terminal.
 #include "terminal/command_line.h"
 

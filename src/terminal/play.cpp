@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Playing: the loop of ticks and keys.
 #include "terminal/play.h"
 
@@ -66,7 +67,7 @@ void show_message(Play& play, const std::string& text) {
 }
 
 void connect_host(Play& play, const PlayOptions& options) {
-    Host& host = play.simulator.machine.host;
+    Host& host = play.simulator.around.host;
     host.show_message = [&play](const std::string& text, MessageIcon) { show_message(play, text); };
     host.copy_text = [&play](std::string_view text) { play.clipboard = to_unicode(clipboard_part(text)); };
     host.paste_text = [&play] { return pasted_part(play.clipboard); };
@@ -87,7 +88,7 @@ void connect_host(Play& play, const PlayOptions& options) {
 /// was named cannot be read.
 bool start(Play& play, const PlayOptions& options) {
     Simulator& s = play.simulator;
-    if (!use_catalogue(s.machine, options.catalogue))
+    if (!use_catalogue(s.around.catalogue, options.catalogue))
         return false;
     s.files = find_data_files(read_environment(), program_folder());
     s.reads_pipes = true;
@@ -97,7 +98,7 @@ bool start(Play& play, const PlayOptions& options) {
         s.files = {};
     const bool was_read = options.listing.empty() || s.listing_was_read;
     if (!was_read)
-        print_load_fault(options.listing, s.machine.system_message);
+        print_load_fault(options.listing, s.machine.error.system_message);
     return was_read;
 }
 
@@ -106,8 +107,8 @@ std::string message_of(const Play& play) {
     if (!play.messages.empty())
         return play.messages.front();
     const Machine& m = play.simulator.machine;
-    const std::string_view detail = m.error_detail.view();
-    if (m.error_code != ERROR_NONE)
+    const std::string_view detail = m.error.error_detail.view();
+    if (failed(m))
         return std::string(detail.substr(0, detail.find_first_of("\r\n")));
     const std::size_t dropped = play.typist.dropped;
     return dropped != 0 ? "Too many keys at once: " + std::to_string(dropped) + " were dropped" : "";
@@ -145,7 +146,7 @@ void take_key(Play& play, const TerminalInput& input) {
     }
     if (input.key.virtual_key == VIRTUAL_KEY_ESCAPE)
         drop_typed_keys(play.typist, play.simulator);
-    const auto event = key_event_for(input.key, play.level, play.simulator.machine.ascii_mode != 0);
+    const auto event = key_event_for(input.key, play.level, play.simulator.machine.settings.ascii_mode);
     play.level = LEVEL_NONE;
     if (event)
         type_key(play.typist, *event);
@@ -177,7 +178,7 @@ bool wait_for_key(Play& play, Clock::time_point until) {
 }
 
 Clock::time_point next_tick(const Play& play) {
-    return Clock::now() + std::chrono::milliseconds(play.simulator.machine.timer_interval);
+    return Clock::now() + std::chrono::milliseconds(play.simulator.machine.settings.timer_interval);
 }
 
 void play_on(Play& play) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `quillon-cli play`: the whole machine in a terminal.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Mapping and holding keys.
 #include "terminal/play_keys.h"
 
@@ -54,9 +55,9 @@ KeyEvent::Kind down_kind(KeyLevel level) {
 
 /// Whether the tick that comes asks for the key that is down, so that the key has been used after it.
 bool tick_uses_key(const Machine& m) {
-    if (m.sound_ticks_left > 1 && m.sound_holds_run != 0)
+    if (m.sound.sound_ticks_left > 1 && m.sound.sound_holds_run)
         return false;
-    return m.error_code != ERROR_NONE || m.run_state != STATE_RUN || m.stmt_kind == KIND_INPUT_ERROR;
+    return failed(m) || m.run.run_state != STATE_RUN || m.eval.stmt_kind == KIND_INPUT_ERROR;
 }
 
 /// The key comes up; the machine has seen enough of it.
@@ -72,7 +73,7 @@ void release_key(Typist& typist, Simulator& s) {
 /// While a tone holds the machine, a key that acts at once overtakes those that wait for its end.
 void let_urgent_key_through(Typist& typist, Simulator& s) {
     const auto urgent = std::find_if(typist.waiting.begin(), typist.waiting.end(), is_urgent);
-    if (s.machine.sound_holds_run == 0 || urgent == typist.waiting.end())
+    if (!s.machine.sound.sound_holds_run || urgent == typist.waiting.end())
         return;
     typist.waiting.erase(typist.waiting.begin(), urgent);
     if (typist.down)
@@ -152,15 +153,15 @@ bool tick_with_keys(Typist& typist, Simulator& s) {
     constexpr int HELD_MAX_MS = 1000;
     press_next(typist, s);
     const bool uses_key = tick_uses_key(s.machine);
-    s.machine.host.key_read = [&typist] { typist.read = true; };
+    s.around.host.key_read = [&typist] { typist.read = true; };
     const bool changed = simulator_tick(s);
     save_when_due(s, steady_milliseconds());
     if (!typist.down)
         return changed;
     ++typist.ticks_down;
     const bool waits = !s.keys.events.empty(); // the queue has kept it back for this tick
-    const bool too_long = typist.ticks_down * s.machine.timer_interval >= HELD_MAX_MS;
-    const bool types_nothing = s.machine.key_string.empty();
+    const bool too_long = typist.ticks_down * s.machine.settings.timer_interval >= HELD_MAX_MS;
+    const bool types_nothing = s.machine.keys.key_string.empty();
     if (!waits && (uses_key || typist.read || types_nothing || too_long))
         release_key(typist, s);
     return changed;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Keys of a terminal as keys of the machine. A terminal tells no key-up and no modifiers of most keys: a key counts as
 // down until a tick has used it, and a prefix key chooses the level of the next one.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Drawing with curses.
 #include "terminal/play_screen.h"
 
@@ -89,8 +90,8 @@ bool has_room_for_blocks() { return COLS >= LCD_COLUMNS && LINES >= LCD_ROWS + O
 
 /// Whether the machine is at a place in a program.
 bool shows_line(const Machine& m) {
-    const bool at_line = m.cur_line < m.areas[static_cast<std::size_t>(m.cur_area)].line_count;
-    return m.run_state != STATE_SELECT && m.run_state != STATE_COMMAND && at_line;
+    const bool at_line = m.program.cur_line < static_cast<int>(current_area(m).lines.size());
+    return m.run.run_state != STATE_SELECT && m.run.run_state != STATE_COMMAND && at_line;
 }
 
 } // namespace
@@ -110,21 +111,21 @@ void set_lcd_colours(const Simulator& s) {
     ::use_default_colors();
     constexpr int CUBE_COLOURS = 256;
     if (COLORS >= CUBE_COLOURS)
-        ::init_pair(LCD_PAIR, cube_colour(s.settings.pal_on), cube_colour(s.settings.pal_bg));
+        ::init_pair(LCD_PAIR, cube_colour(s.preferences.pal_on), cube_colour(s.preferences.pal_bg));
     else
         ::init_pair(LCD_PAIR, COLOR_BLACK, COLOR_GREEN);
 }
 
 std::string status_text(const Simulator& s, KeyLevel level) {
     const Machine& m = s.machine;
-    const int area = shows_line(m) ? m.cur_area : m.run_page;
+    const int area = shows_line(m) ? m.program.cur_area : m.settings.run_page;
     std::string text = "P" + std::to_string(area);
     if (shows_line(m))
         text += " line " + std::to_string(current_line_number(m));
-    text += m.overdrive != 0 ? "  Overdrive " : "  ";
-    text += std::to_string(m.timer_interval) + " ms  ^A level: ";
+    text += m.speed.overdrive ? "  Overdrive " : "  ";
+    text += std::to_string(m.settings.timer_interval) + " ms  ^A level: ";
     text += level_name(level);
-    text += m.trace_mode != 0 ? "  TRACE: Tab steps" : "";
+    text += m.trace.trace_mode ? "  TRACE: Tab steps" : "";
     return text + "  F5 run  F6 command  ^C stop  ^Q leave";
 }
 

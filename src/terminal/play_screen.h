@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The screen of `play`: the LCD in half blocks, or as a line of text where that is wanted, where there is no room for
 // them or the terminal has no UTF-8; the indicators, a message, and a status line.
 #pragma once

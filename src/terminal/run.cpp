@@ -1,16 +1,17 @@
+// SPDX-License-Identifier: MIT
 // Running a listing to its end, with EXE held down.
 #include "terminal/run.h"
 
 #include "core/charset.h"
 #include "core/errors.h"
-#include "core/listing.h"
+#include "core/program.h"
+#include "core/run_control.h"
 #include "driver/tick.h"
 #include "shell/commands.h"
 #include "shell/listing_file.h"
 #include "shell/saved_values.h"
 #include "shell/settings.h"
 #include "shell/simulator.h"
-#include "statements/input.h"
 #include "terminal/catalogue_choice.h"
 #include "terminal/lines.h"
 #include "terminal/printing.h"
@@ -36,14 +37,15 @@ std::string output_text(std::string_view machine_text) {
 
 /// Where the program is, as STOP shows it: beyond the last line, there.
 std::string position(const Machine& m) {
-    const int last_line = m.areas[static_cast<std::size_t>(m.cur_area)].line_count - 1;
-    return "P" + std::to_string(m.cur_area) + "-" + std::to_string(line_number(m, std::min(m.cur_line, last_line)));
+    const int last_line = static_cast<int>(current_area(m).lines.size()) - 1;
+    return "P" + std::to_string(m.program.cur_area) + "-" +
+           std::to_string(line_number(m, std::min(m.program.cur_line, last_line)));
 }
 
 void print_program_error(const Machine& m) {
-    const std::string_view line(m.display_line, DISPLAY_LINE_SIZE);
+    const std::string_view line(m.screen.display_line.data(), DISPLAY_LINE_SIZE);
     const std::string_view shown = line.substr(0, line.find_last_not_of(' ') + 1);
-    std::fprintf(stderr, "%s\n%s", to_unicode(shown).c_str(), printable_lines(m.error_detail).c_str());
+    std::fprintf(stderr, "%s\n%s", to_unicode(shown).c_str(), printable_lines(m.error.error_detail).c_str());
 }
 
 std::uint32_t milliseconds_since_epoch() {
@@ -52,7 +54,7 @@ std::uint32_t milliseconds_since_epoch() {
 }
 
 bool use_settings(Machine& m, const std::vector<std::string>& assignments) {
-    Settings settings;
+    StoredSettings settings;
     for (const std::string& assignment : assignments) {
         const std::size_t equals = std::min(assignment.find('='), assignment.size());
         const std::string key = assignment.substr(0, equals);
@@ -63,7 +65,7 @@ bool use_settings(Machine& m, const std::vector<std::string>& assignments) {
             return false;
         }
     }
-    apply_settings(m, settings);
+    apply_settings(m, settings.machine);
     return true;
 }
 
@@ -97,11 +99,11 @@ bool load_program(Simulator& s, const std::string& listing) {
     const bool is_file = listing != "-";
     const auto [result, is_cut] = is_file ? load_listing(m, listing) : load_standard_input(m);
     if (result != LoadResult::LOADED)
-        print_load_fault(listing, m.system_message);
+        print_load_fault(listing, m.error.system_message);
     else if (is_cut)
-        print_error(listing + ": " + std::string(m.system_message));
+        print_error(listing + ": " + std::string(m.error.system_message));
     if (is_file)
-        s.settings.last_file = listing;
+        s.preferences.last_file = listing;
     return result == LoadResult::LOADED;
 }
 
@@ -120,7 +122,7 @@ bool read_values(Machine& m, const std::string& path) {
 /// Puts everything in place and starts the program; false, with a message, when that cannot be.
 bool start_program(Simulator& s, const RunOptions& options) {
     Machine& m = s.machine;
-    if (!use_catalogue(m, options.catalogue) || !use_settings(m, options.settings))
+    if (!use_catalogue(s.around.catalogue, options.catalogue) || !use_settings(m, options.settings))
         return false;
     if (!options.values.empty() && !read_values(m, options.values))
         return false;
@@ -135,8 +137,8 @@ bool start_program(Simulator& s, const RunOptions& options) {
 }
 
 bool has_ended(const Machine& m) {
-    const bool under_way = m.run_state == STATE_RUN || m.run_state == STATE_PRINT_WAIT ||
-                           m.run_state == STATE_STOPPED || m.run_state == STATE_INPUT;
+    const bool under_way = m.run.run_state == STATE_RUN || m.run.run_state == STATE_PRINT_WAIT ||
+                           m.run.run_state == STATE_STOPPED || m.run.run_state == STATE_INPUT;
     return !under_way;
 }
 
@@ -149,10 +151,10 @@ struct FedKeys {
 
 void feed_key(FedKeys& fed, Machine& m) {
     if (fed.keys.empty())
-        return m.key_string.clear();
+        return m.keys.key_string.clear();
     fed.index += fed.read && fed.index < fed.keys.size() ? 1 : 0;
     fed.read = false;
-    m.key_string = std::string_view(fed.keys).substr(fed.index, 1);
+    m.keys.key_string = std::string_view(fed.keys).substr(fed.index, 1);
 }
 
 /// A run, between two ticks.
@@ -179,7 +181,7 @@ void end_prompt(Run& run) {
     if (isatty(STDIN_FILENO) != 0)
         run.shown.stands = true; // the terminal has shown the entry and the end of the line
     else
-        finish_shown_lines(run.shown, run.echo ? run.simulator.machine.entry_line.text.view() : "");
+        finish_shown_lines(run.shown, run.echo ? run.simulator.machine.entry.entry_line.text.view() : "");
 }
 
 /// Puts the next line of standard input in the place of an entry; false when there is none.
@@ -191,7 +193,7 @@ bool enter_line(Run& run) {
         run.entry.pop_back();
     Machine& m = run.simulator.machine;
     begin_entry(m);
-    m.entry_line.text = from_unicode(run.entry);
+    m.entry.entry_line.text = from_unicode(run.entry);
     end_prompt(run);
     return true;
 }
@@ -200,10 +202,10 @@ bool enter_line(Run& run) {
 void run_tick(Run& run) {
     Machine& m = run.simulator.machine;
     feed_key(run.keys, m);
-    m.enter_request = 1;
+    m.keys.enter_request = true;
     machine_tick(m); // without what a simulator's tick does for a keyboard and a picture
     follow_display(run.shown, m);
-    if (m.stmt_kind == KIND_INPUT_ERROR)
+    if (m.eval.stmt_kind == KIND_INPUT_ERROR)
         print_error(position(m) + ": INPUT needs a number, not \"" + run.entry + "\"");
 }
 
@@ -212,15 +214,15 @@ RunStatus tick_to_the_end(Run& run, const std::optional<std::uint64_t>& max_tick
     for (std::uint64_t tick = 0; !has_ended(m); ++tick) {
         if (max_ticks && tick >= *max_ticks)
             return RUN_TICKS_USED;
-        if (m.stmt_kind == KIND_INPUT_ERROR)
+        if (m.eval.stmt_kind == KIND_INPUT_ERROR)
             prompt_again(m);
-        if (m.stmt_kind == KIND_PROMPT && !enter_line(run))
+        if (m.eval.stmt_kind == KIND_PROMPT && !enter_line(run))
             return RUN_NO_INPUT;
         run_tick(run);
         if (!write_shown(run))
             return RUN_ENDED;
     }
-    return m.error_code != ERROR_NONE ? RUN_ERROR : RUN_ENDED;
+    return failed(m) ? RUN_ERROR : RUN_ENDED;
 }
 
 /// Says why the program has not come to its own end.
@@ -235,12 +237,13 @@ void print_end(const Machine& m, RunStatus status, const RunOptions& options) {
 }
 
 void connect(Run& run, const RunOptions& options) {
-    Machine& m = run.simulator.machine;
-    m.host.milliseconds = milliseconds_since_epoch;
-    m.host.show_message = [&m](const std::string& text, MessageIcon) {
+    const Machine& m = run.simulator.machine;
+    Host& host = run.simulator.around.host;
+    host.milliseconds = milliseconds_since_epoch;
+    host.show_message = [&m](const std::string& text, MessageIcon) {
         print_error(position(m) + ": " + one_line(text));
     };
-    m.host.key_read = [&run] { run.keys.read = true; };
+    host.key_read = [&run] { run.keys.read = true; };
     run.keys.keys = from_unicode(options.keys);
     run.shown.write = [&run](std::string_view text) { run.output += output_text(text); };
     run.echo = options.echo;

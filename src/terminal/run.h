@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `quillon-cli run`: runs a listing as fast as it goes and prints what it shows.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Following the display line.
 #include "terminal/shown_lines.h"
 
@@ -49,15 +50,15 @@ void end_line(ShownLines& shown) {
 
 /// Takes over what the display shows now. A text that scrolls in counts as shown from its start.
 void update_line(ShownLines& shown, const Machine& m, bool scrolling) {
-    const std::string_view display(m.display_line, DISPLAY_LINE_SIZE);
+    const std::string_view display(m.screen.display_line.data(), DISPLAY_LINE_SIZE);
     if (shown.scrolling && !scrolling) { // the last twelve characters have moved to the front
         shown.scrolled = shown.line.size() - std::min<std::size_t>(shown.line.size(), DISPLAY_WIDTH);
         shown.extent = DISPLAY_WIDTH;
     }
-    shown.extent = std::max(shown.extent, static_cast<std::size_t>(m.display_cursor));
+    shown.extent = std::max(shown.extent, static_cast<std::size_t>(m.screen.display_cursor));
     std::string end(display.substr(0, shown.extent));
     if (scrolling)
-        end += m.pending_print_text.view().substr(0, COLUMNS_MAX - shown.extent);
+        end += m.run.scroll.pending_print_text.view().substr(0, COLUMNS_MAX - shown.extent);
     const std::size_t handed_on = shown.written - std::min(shown.written, shown.scrolled);
     shown.rewritten = shown.rewritten || end.compare(0, handed_on, shown.line, shown.scrolled, handed_on) != 0;
     shown.line.replace(shown.scrolled, std::string::npos, end);
@@ -65,21 +66,22 @@ void update_line(ShownLines& shown, const Machine& m, bool scrolling) {
 
 /// A bare PRINT, or a reset, has taken the line away.
 bool line_was_dropped(const ShownLines& shown, const Machine& m) {
-    if (m.print_clear_pending != 0)
+    if (m.screen.print_clear_pending)
         return true;
-    const std::string_view display(m.display_line, DISPLAY_LINE_SIZE);
-    return m.display_cursor == 0 && !shown.line.empty() && display.find_last_not_of(' ') == std::string_view::npos;
+    const std::string_view display(m.screen.display_line.data(), DISPLAY_LINE_SIZE);
+    return m.screen.display_cursor == 0 && !shown.line.empty() &&
+           display.find_last_not_of(' ') == std::string_view::npos;
 }
 
 } // namespace
 
 void follow_display(ShownLines& shown, const Machine& m) {
-    if (m.error_code != ERROR_NONE)
+    if (failed(m))
         return; // its text has replaced the line
-    const bool scrolling = m.stmt_kind == KIND_SCROLL;
-    const bool printing = scrolling || m.stmt_kind == KIND_PRINT;
-    const bool idle = !printing && !shown.printing && !shown.stands && m.run_state == STATE_RUN;
-    if (idle && m.display_cursor == shown.last_cursor)
+    const bool scrolling = m.eval.stmt_kind == KIND_SCROLL;
+    const bool printing = scrolling || m.eval.stmt_kind == KIND_PRINT;
+    const bool idle = !printing && !shown.printing && !shown.stands && m.run.run_state == STATE_RUN;
+    if (idle && m.screen.display_cursor == shown.last_cursor)
         return;
     if (shown.stands)
         start_line(shown);
@@ -89,15 +91,15 @@ void follow_display(ShownLines& shown, const Machine& m) {
         start_line(shown);
     } else {
         update_line(shown, m, scrolling);
-        const bool halted = m.run_state == STATE_STOPPED && !shown.line.empty();
-        if (m.run_state == STATE_PRINT_WAIT || halted)
+        const bool halted = m.run.run_state == STATE_STOPPED && !shown.line.empty();
+        if (m.run.run_state == STATE_PRINT_WAIT || halted)
             end_line(shown);
         else if (!printing && !shown.rewritten)
             write_rest(shown);
     }
     shown.printing = printing;
     shown.scrolling = scrolling;
-    shown.last_cursor = m.display_cursor;
+    shown.last_cursor = m.screen.display_cursor;
 }
 
 void finish_shown_lines(ShownLines& shown, std::string_view tail) {

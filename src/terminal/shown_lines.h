@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a program shows, as lines of text: follows the display line from tick to tick, with EXE held down, and puts
 // together again what scrolled by.
 #pragma once

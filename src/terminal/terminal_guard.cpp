@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Signals and modes of the terminal. The handlers call nothing but what POSIX allows in one: write, tcsetattr,
 // sigaction and raise.
 #include "terminal/terminal_guard.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The terminal as it was: noted before anything changes it, and put back at the end of the program, whatever that is,
 // a crash included. What a handler of signals needs is made ready beforehand.
 #pragma once

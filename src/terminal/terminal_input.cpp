@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading keys with curses.
 #include "terminal/terminal_input.h"
 

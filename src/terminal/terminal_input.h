@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What comes from the terminal's keyboard, by what it means for `play`.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Ticks allocate nothing. This program counts every `new`; it stands alone because it replaces that operator.
 #include "tests/support/cases_file.h"
 #include "tests/support/test_machine.h"
@@ -33,22 +34,22 @@ namespace {
 /// something was allocated.
 std::string end_of(const std::string& program, int digits) {
     TestMachine machine;
-    machine.m.set_f_digits = digits;
+    machine.m.settings.set_f_digits = digits;
     machine.start(program);
-    machine.m.wait_print_sc = machine.m.wait_print_sc_ini = 1;
-    machine.m.host.is_key_down = [](int) { return true; };
+    machine.m.settings.wait_print_sc = machine.m.settings.wait_print_sc_ini = 1;
+    machine.simulator->around.host.is_key_down = [](int) { return true; };
     const char* end = "never";
     allocations = 0;
     counting = true;
     for (int i = 0; i < 300; ++i) {
-        machine.m.enter_request = i % 8 == 0 ? 1 : 0;
+        machine.m.keys.enter_request = i % 8 == 0;
         const bool down = i % 8 == 4 || i % 8 == 5;
-        machine.m.key_string = down ? "1" : "";
-        machine.m.held_key = down ? '1' : 0;
+        machine.m.keys.key_string = down ? "1" : "";
+        machine.m.keys.held_key = down ? '1' : 0;
         machine.tick();
-        if (machine.m.run_state == STATE_ENDED)
-            end = machine.m.error_code == ERROR_NONE ? "ends" : "fails";
-        else if (machine.m.run_state == STATE_COMMAND)
+        if (machine.m.run.run_state == STATE_ENDED)
+            end = !failed(machine.m) ? "ends" : "fails";
+        else if (machine.m.run.run_state == STATE_COMMAND)
             end = "command mode";
     }
     counting = false;

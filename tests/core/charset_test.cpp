@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Escapes of special characters, how the character set looks outside the machine, and how strings are ordered.
 #include "core/charset.h"
 

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 // The error report: the text on the display, the detail with its location block, and the state that follows.
 #include "core/errors.h"
 
-#include "core/listing.h"
+#include "core/program.h"
 #include "shell/encoding.h"
 #include "tests/support/evaluation.h"
 #include "tests/support/scripts.h"
@@ -34,14 +35,14 @@ protected:
     Machine& m = machine.m;
 
     void run_area_2(std::string_view lines) {
-        m.run_page = 2;
+        m.settings.run_page = 2;
         machine.start("[P2]\n" + std::string(lines));
         machine.tick(10);
     }
 };
 
 TEST_F(Errors, TheDetailEndsWithItsPlace) {
-    m.catalogue = plain_catalogue();
+    machine.simulator->around.catalogue = plain_catalogue();
     const std::pair<std::string, std::string> rows[] = {
         {"10 A=1\n30 FOO 5\n", "Unknown:\"foo\"" + block(1, 30, "FOO 5")},
         {"10 A=1:  FOO:B=2\n", "Unknown:\"foo\"" + block(0, 10, "FOO:B=2")},
@@ -58,7 +59,7 @@ TEST_F(Errors, TheDetailEndsWithItsPlace) {
     };
     for (const auto& [lines, detail] : rows) {
         run_area_2(lines);
-        EXPECT_EQ(m.error_detail.view(), detail) << lines;
+        EXPECT_EQ(m.error.error_detail.view(), detail) << lines;
     }
 }
 
@@ -68,26 +69,26 @@ TEST_F(Errors, ALongPathIsCutBetweenCharacters) {
         for (int i = 0; i < 1000; ++i)
             path += "日";
         compose_system_message(m, MESSAGE_CANNOT_OPEN, ":[%s]", path.c_str());
-        EXPECT_GT(m.system_message.size(), 2000U);
-        EXPECT_TRUE(is_valid_utf8(m.system_message)) << length;
+        EXPECT_GT(m.error.system_message.size(), 2000U);
+        EXPECT_TRUE(is_valid_utf8(m.error.system_message)) << length;
     }
 }
 
 TEST_F(Errors, AMissingCatalogueLeavesTheFixedParts) {
-    m.catalogue = {};
+    machine.simulator->around.catalogue = {};
     run_area_2("10 FOO\n");
-    EXPECT_EQ(m.error_detail.view(),
+    EXPECT_EQ(m.error.error_detail.view(),
               ":\"foo\"\r\n\r\n\r\n:2\r\n:0\r\n:\"10\"\r\n\r\n\r\n------------------------\r\n::::FOO"
               "\r\n------------------------\r\n");
 }
 
 TEST_F(Errors, ACommandLineHasNoPlace) {
-    m.catalogue = plain_catalogue();
-    m.run_state = STATE_COMMAND;
+    machine.simulator->around.catalogue = plain_catalogue();
+    m.run.run_state = STATE_COMMAND;
     EXPECT_EQ(outcome_of(m, "1/0"), "ERR3 100%s of zero");
-    EXPECT_EQ(m.error_detail.view(), "100%s of zero");
+    EXPECT_EQ(m.error.error_detail.view(), "100%s of zero");
     EXPECT_EQ(moment(machine), "command-error 0 4 [ERR3]");
-    EXPECT_EQ(m.prev_state, STATE_COMMAND);
+    EXPECT_EQ(m.run.prev_state, STATE_COMMAND);
 }
 
 TEST_F(Errors, TheDisplayNamesAreaAndLine) {
@@ -99,8 +100,8 @@ TEST_F(Errors, TheDisplayNamesAreaAndLine) {
     for (const auto& [lines, shown] : rows) {
         run_area_2(lines);
         EXPECT_EQ(machine.display(), shown) << lines;
-        EXPECT_EQ(m.display_cursor, static_cast<int>(std::string_view(shown).size()));
-        EXPECT_EQ(std::pair(m.run_state, m.prev_state), std::pair(int{STATE_ENDED}, int{STATE_RUN})) << lines;
+        EXPECT_EQ(m.screen.display_cursor, static_cast<int>(std::string_view(shown).size()));
+        EXPECT_EQ(std::pair(m.run.run_state, m.run.prev_state), std::pair(STATE_ENDED, STATE_RUN)) << lines;
     }
 }
 

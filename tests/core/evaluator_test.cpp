@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Statements, expressions and cells: precedence, operand kinds, strings, the range of factors, nesting, assignments,
 // how a statement ends, subscripts, and the errors of all levels.
 #include "core/interpreter.h"
@@ -27,9 +28,9 @@ protected:
         clear_variables(m);
         const std::pair<char, double> numbers[] = {{'B', 2}, {'C', -3}, {'N', 9}, {'W', 25}, {'Y', 1e200}};
         for (const auto& [letter, number] : numbers)
-            store_number(*variable_cell(m, letter - 'A', 0), number);
-        store_string(*variable_cell(m, 'S' - 'A', 0), "TEXT");
-        store_string(*variable_cell(m, 'X' - 'A', 0), "TEXT");
+            store_number(cell_at(m, variable_cell(letter - 'A', 0)), number);
+        store_string(cell_at(m, variable_cell('S' - 'A', 0)), "TEXT");
+        store_string(cell_at(m, variable_cell('X' - 'A', 0)), "TEXT");
         before = m.variables;
     }
 
@@ -43,34 +44,34 @@ protected:
                 continue;
             char number[32];
             std::snprintf(number, sizeof number, "%.10g", now.number);
-            text += ", " + (&now == &dollar_var(m) ? "$" : std::string(now.name.view())) + " ";
-            text += now.kind == 1 ? "'" + std::string(now.text.view()) + "'" : number;
-            EXPECT_TRUE(now.kind == 1 ? now.number == 0 : now.text.empty()) << text;
+            text += ", " + (&now == &dollar_var(m) ? "$" : std::string(cell_name(static_cast<int>(i)).view())) + " ";
+            text += now.kind == CELL_STRING ? "'" + std::string(now.text.view()) + "'" : number;
+            EXPECT_TRUE(now.kind == CELL_STRING ? now.number == 0 : now.text.empty()) << text;
         }
         return text;
     }
 
     /// What a row of the file gives in the statement context `kind`.
-    OutcomeOfCase in_context(int kind) {
+    OutcomeOfCase in_context(StmtKind kind) {
         return [this, kind](const FileCase& row) {
             const std::string outcome = outcome_of(m, row.input, kind);
-            return m.nesting_depth == 0 ? outcome : outcome + " and it is still nested";
+            return m.eval.nesting_depth == 0 ? outcome : outcome + " and it is still nested";
         };
     }
 
     std::string operand_record(std::string_view expression) {
         outcome_of(m, expression);
         char record[64];
-        std::snprintf(record, sizeof record, "%d %g %d", static_cast<int>(m.value.kind), m.value.number,
-                      m.value.complete);
-        return m.operand_done == 1 ? record : "none";
+        std::snprintf(record, sizeof record, "%d %g %d", static_cast<int>(m.eval.value.kind), m.eval.value.number,
+                      m.eval.value.complete);
+        return m.eval.operand_done ? record : "none";
     }
 
     std::string assignment(std::string_view statement) {
         set_cells();
         std::string outcome = outcome_of(m, statement);
         outcome += changes();
-        const bool whole = m.error_code != ERROR_NONE || (m.value.complete == 1 && m.operand_done == 0);
+        const bool whole = failed(m) || (m.eval.value.complete && !m.eval.operand_done);
         return whole ? outcome : outcome + ", and an operand is left";
     }
 };
@@ -92,16 +93,16 @@ TEST_F(Evaluator, AssignsOrRefuses) {
 TEST_F(Evaluator, SubscriptsNameCells) {
     expect_cases("core/variables.txt", [this](const FileCase& row) {
         const std::string outcome = outcome_of(m, row.input);
-        return m.error_code == ERROR_NONE ? std::string(m.value.variable->name.view()) : outcome;
+        return !failed(m) ? std::string(cell_name(m.eval.value.cell).view()) : outcome;
     });
 }
 
 TEST_F(Evaluator, CellsHaveTheirNamesAndHoldNothing) {
-    init_variables(m);
+    clear_variables(m);
     for (int i = 0; i < CELL_COUNT; ++i) {
         const Variable& cell = m.variables[static_cast<std::size_t>(i)];
-        EXPECT_EQ(cell.name.view(), i < 26 ? std::string(1, static_cast<char>('A' + i)) : std::to_string(i - 25));
-        EXPECT_TRUE(cell.kind == -1 && cell.text.empty() && cell.number == 0) << i;
+        EXPECT_EQ(cell_name(i).view(), i < 26 ? std::string(1, static_cast<char>('A' + i)) : std::to_string(i - 25));
+        EXPECT_TRUE(cell.kind == CELL_UNASSIGNED && cell.text.empty() && cell.number == 0) << i;
     }
     EXPECT_EQ(&dollar_var(m), &m.variables[222]);
 }
@@ -111,23 +112,23 @@ TEST_F(Evaluator, WordsWithoutEffect) {
          {"LIST", "CLEAR", "DEFM", "SAVE", "LOAD", "PUT", "GET", "VER", "VERIFY", "PASS", "DATA", "REM"}) {
         for (const char* rest : {"", " 5", " \"A:B\"", " 1,,;FOO)1.2.3", " A(5,\"\\zz"}) {
             EXPECT_EQ(outcome_of(m, word + std::string(rest)), "0") << word << rest;
-            EXPECT_EQ(m.token, TOKEN_END) << word << rest;
-            EXPECT_EQ(m.error_detail.view(), "") << word << rest;
+            EXPECT_EQ(m.eval.token, TOKEN_END) << word << rest;
+            EXPECT_EQ(m.error.error_detail.view(), "") << word << rest;
         }
         outcome_of(m, word + std::string(" A(B=1):A=1"));
-        EXPECT_EQ(m.token, std::string_view(word) == "REM" ? TOKEN_END : TOKEN_COLON) << word;
+        EXPECT_EQ(m.eval.token, std::string_view(word) == "REM" ? TOKEN_END : TOKEN_COLON) << word;
     }
     EXPECT_EQ(changes(), "") << "a skipped statement evaluates nothing";
 }
 
 TEST_F(Evaluator, CommandModeDropsAnUnknownTokenBehindAnExpression) {
     for (const char* text : {"5 5", "A=5 MOD", "5 FOO", "5 A"}) {
-        m.run_state = STATE_COMMAND;
+        m.run.run_state = STATE_COMMAND;
         EXPECT_EQ(outcome_of(m, text), "5") << text;
-        EXPECT_EQ(m.token, 0) << text;
+        EXPECT_EQ(m.eval.token, TOKEN_UNKNOWN) << text;
     }
     EXPECT_EQ(outcome_of(m, "5;"), "ERR2 SYSTEM 4:';'");
-    m.run_state = STATE_COMMAND;
+    m.run.run_state = STATE_COMMAND;
     EXPECT_EQ(outcome_of(m, "MOD"), "ERR2 SYSTEM 4:0x000e (TOKEN_ID)");
 }
 
@@ -149,9 +150,9 @@ TEST_F(Evaluator, SpecialCharactersAndLongTexts) {
 
 TEST_F(Evaluator, OnlyAnExpressionLeavesAnOperand) {
     for (const char* statement : {"E=1", "1<2", "PASS", "PRINT 1"}) {
-        m.operand_done = 1;
+        m.eval.operand_done = true;
         outcome_of(m, statement);
-        EXPECT_EQ(m.operand_done, 0) << statement;
+        EXPECT_FALSE(m.eval.operand_done) << statement;
     }
 }
 
@@ -171,7 +172,7 @@ TEST_F(Evaluator, NestsDeeplyButNotWithoutBound) {
             const std::string outcome = outcome_of(m, repeated(open, depth) + "1" + repeated(close, depth));
             const std::string expected = depth > 32 ? "ERR2 SYSTEM 4:0x" : open[0] == 'D' ? "0" : "1";
             EXPECT_EQ(outcome.substr(0, expected.size()), expected) << open;
-            EXPECT_EQ(m.nesting_depth, 0) << open;
+            EXPECT_EQ(m.eval.nesting_depth, 0) << open;
         }
     }
     for (int i = 0; i < 200; ++i)

@@ -1,12 +1,14 @@
+// SPDX-License-Identifier: MIT
 // Loading listings: the format, every fault with its line, what a failed load leaves, and the DATA index.
-#include "core/listing.h"
+#include "core/program.h"
+#include "core/program_text.h"
 
-#include "core/data_index.h"
+#include "core/data_items.h"
+#include "core/fields.h"
 #include "core/interpreter.h"
 #include "core/variables.h"
 #include "tests/support/cases_file.h"
 #include "tests/support/evaluation.h"
-#include "tests/support/record_difference.h"
 #include "tests/support/test_machine.h"
 
 #include <gtest/gtest.h>
@@ -21,11 +23,11 @@ namespace {
 std::string outline(const Machine& m) {
     std::string text;
     for (std::size_t n = 0; n < AREA_COUNT; ++n) {
-        const ProgramArea& area = m.areas[n];
+        const ProgramArea& area = m.listing->areas[n];
         if (area.used)
             text += (text.empty() ? "P" : " P") + std::to_string(n);
-        for (int i = 0; i < area.line_count; ++i)
-            text += (i == 0 ? " " : ",") + std::to_string(area.lines[static_cast<std::size_t>(i)].number);
+        for (std::size_t i = 0; i < area.lines.size(); ++i)
+            text += (i == 0 ? " " : ",") + std::to_string(area.lines[i].number);
     }
     return text;
 }
@@ -33,7 +35,7 @@ std::string outline(const Machine& m) {
 /// "P0 10: 'A' 'B' P1": areas, lines and items in the order of the index.
 std::string index_of(const Machine& m) {
     std::string text;
-    for (const DataItem* item = m.data_index.data(); item->kind != DataItem::END; ++item) {
+    for (const DataItem* item = m.listing->data.data(); item->kind != DataItem::END; ++item) {
         const std::string arg = std::to_string(item->arg);
         text += text.empty() ? "" : " ";
         text += item->kind == DataItem::AREA   ? "P" + arg
@@ -66,7 +68,7 @@ protected:
 
     std::string loaded(std::string_view text) {
         const std::string result = outcome(text);
-        return m.run_state == STATE_SELECT ? result : result + ", and no area can be selected";
+        return m.run.run_state == STATE_SELECT ? result : result + ", and no area can be selected";
     }
 
     /// The message; and what is left of the listing before.
@@ -74,12 +76,12 @@ protected:
         TestMachine fresh;
         fresh.load(text);
         machine.load("[P0]\n10 DATA 1\n[P5]\n10 A\n");
-        m.for_depth = m.gosub_depth = 1;
-        m.scan_ptr = m.token_start = m.saved_scan_ptr = m.stmt_start = m.areas[0].lines[0].text;
+        m.program.for_depth = m.program.gosub_depth = 1;
+        m.eval.next = m.entry.saved_next = m.program.stmt_start = 1;
         const std::string message = outcome(text);
-        EXPECT_TRUE(m.listing_text.empty());
-        EXPECT_EQ(m.run_state, STATE_SELECT);
-        EXPECT_EQ(m.data_index[0].kind, DataItem::END);
+        EXPECT_TRUE(m.listing->text.empty());
+        EXPECT_EQ(m.run.run_state, STATE_SELECT);
+        EXPECT_EQ(m.listing->data[0].kind, DataItem::END);
         return message + outline(m) + record_difference(m, fresh.m);
     }
 
@@ -117,13 +119,13 @@ TEST_F(Listing, Format) {
 
 TEST_F(Listing, LinesAreTheTextBehindTheirNumber) {
     ASSERT_TRUE(machine.load("[P0]\r\n10 A=1\r\n20\tB:C\n30  \n40 D"));
-    const auto& lines = m.areas[0].lines;
-    EXPECT_STREQ(lines[0].text, " A=1\r");
-    EXPECT_STREQ(lines[1].text, "\tB:C");
-    EXPECT_STREQ(lines[3].text, " D");
-    m.run_state = STATE_RUN;
-    EXPECT_STREQ(select_area(m, 0), " A=1\r");
-    EXPECT_EQ(select_area(m, 5), nullptr);
+    const auto& lines = m.listing->areas[0].lines;
+    EXPECT_STREQ(source_at(m, lines[0].text), " A=1\r");
+    EXPECT_STREQ(source_at(m, lines[1].text), "\tB:C");
+    EXPECT_STREQ(source_at(m, lines[3].text), " D");
+    m.run.run_state = STATE_RUN;
+    EXPECT_EQ(select_area(m, 0), lines[0].tokens);
+    EXPECT_EQ(select_area(m, 5), NOWHERE);
     EXPECT_EQ(failure_of(m), "ERR5 SYSTEM 24[Page:5]");
 }
 
@@ -134,9 +136,9 @@ TEST_F(Listing, LinesAreFoundAgainAmongMany) {
     ASSERT_TRUE(machine.load(text));
     for (int round = 0; round < 2; ++round) {
         for (int line = 0; line < LINES_PER_AREA; ++line) {
-            EXPECT_EQ(find_line(m, 32 * line), line);
-            EXPECT_EQ(find_line(m, 32 * line), line);
-            EXPECT_EQ(find_line(m, 32 * line + 64 * LINES_PER_AREA), -1);
+            EXPECT_EQ(find_line(*m.listing, m.program.cur_area, 32 * line), line);
+            EXPECT_EQ(find_line(*m.listing, m.program.cur_area, 32 * line), line);
+            EXPECT_EQ(find_line(*m.listing, m.program.cur_area, 32 * line + 64 * LINES_PER_AREA), -1);
         }
     }
 }
@@ -146,22 +148,22 @@ TEST_F(Listing, Limits) {
     for (int area = 0; area < AREA_COUNT; ++area)
         full += area_of(area, LINES_PER_AREA);
     ASSERT_TRUE(machine.load(full));
-    for (const ProgramArea& area : m.areas)
-        EXPECT_EQ(area.line_count, LINES_PER_AREA);
+    for (const ProgramArea& area : m.listing->areas)
+        EXPECT_EQ(area.lines.size(), std::size_t{LINES_PER_AREA});
     EXPECT_EQ(outcome(area_of(0, LINES_PER_AREA + 1)), "SYSTEM 70(MAX:512)");
 }
 
 TEST_F(Listing, ALoadKeepsVariablesAndSettings) {
     store_number(m.variables[0], 5);
-    m.run_page = 3;
-    m.print_mode = 1;
-    m.run_state = STATE_COMMAND;
-    m.host.milliseconds = [] { return 4711U; };
+    m.settings.run_page = 3;
+    m.screen.print_mode = true;
+    m.run.run_state = STATE_COMMAND;
+    machine.simulator->around.host.milliseconds = [] { return 4711U; };
     ASSERT_TRUE(machine.load("[P0]\n10 A\n"));
     EXPECT_EQ(m.variables[0].number, 5);
-    EXPECT_EQ(m.run_page, 3);
-    EXPECT_EQ(m.print_mode, 0);
-    EXPECT_EQ(m.run_state, STATE_SELECT);
+    EXPECT_EQ(m.settings.run_page, 3);
+    EXPECT_FALSE(m.screen.print_mode);
+    EXPECT_EQ(m.run.run_state, STATE_SELECT);
     EXPECT_EQ(m.random_seed, 4711U);
 }
 
@@ -183,19 +185,19 @@ TEST_F(Listing, HasItsDataItems) {
         EXPECT_EQ(data_of_line(line), "P0 10: " + items) << line;
     EXPECT_EQ(data_of("[P7]\n10 DATA A\n20 DATA B\n[P2]\n5 DATA C\n[P4]\n[P0]\n1 PRINT\n"),
               "P0 P2 5: 'C' P4 P7 10: 'A' 20: 'B'");
-    m.cur_area = 9;
-    m.data_pos = 77;
+    m.program.cur_area = 9;
+    m.program.data_pos = 77;
     restore_area_data(m);
-    EXPECT_EQ(m.data_pos, 0) << "an area that the listing does not know reads from the start";
+    EXPECT_EQ(m.program.data_pos, 0) << "an area that the listing does not know reads from the start";
     EXPECT_EQ(system_message_of(m).substr(0, 9), "SYSTEM 72");
 }
 
 TEST_F(Listing, RunsNothingForItsDataItems) {
     EXPECT_EQ(data_of("[P0]\n10 A(B=5)=1:A(1/0)=2:Z(999)=1:C$(FOO)=1\n20 A(PRINT 1):DATA 1\n"), "P0 20: '1'");
     for (const Variable& cell : m.variables)
-        EXPECT_EQ(cell.kind, -1);
-    EXPECT_EQ(m.error_detail.view(), "");
-    EXPECT_EQ(m.error_code, ERROR_NONE);
+        EXPECT_EQ(cell.kind, CELL_UNASSIGNED);
+    EXPECT_EQ(m.error.error_detail.view(), "");
+    EXPECT_EQ(m.error.error_code, ERROR_NONE);
 }
 
 TEST_F(Listing, HasFiveHundredAndTwelveEntriesOfDataAtMost) {
@@ -203,8 +205,8 @@ TEST_F(Listing, HasFiveHundredAndTwelveEntriesOfDataAtMost) {
     for (int i = 0; i < 508; ++i)
         items += "x,";
     EXPECT_TRUE(machine.load("[P0]\n1 DATA " + items + "y\n"));
-    EXPECT_EQ(m.data_index[510].text.view(), "y");
-    EXPECT_EQ(m.data_index[511].kind, DataItem::END);
+    EXPECT_EQ(m.listing->data[510].text.view(), "y");
+    EXPECT_EQ(m.listing->data[511].kind, DataItem::END);
     const std::string lines = "[P0]\n1 DATA " + items + "\n";
     for (const char* more : {"2 DATA x\n", "2 DATA x\n3 DATA y\n", "[P1]\n1 DATA x,y,z\n[P2]\n"}) {
         EXPECT_FALSE(machine.load(lines + more)) << more;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A locale with a decimal comma, as a toolkit may set it, changes no number: the program of this test has the tests of
 // functions in it too, and all run under that locale. The build makes it.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the machine shows for a value.
 #include "core/number_format.h"
 
@@ -29,23 +30,23 @@ protected:
     TestMachine machine;
     Machine& m = machine.m;
 
-    void SetUp() override { m.run_state = STATE_RUN; }
+    void SetUp() override { m.run.run_state = STATE_RUN; }
 
     /// What PRINT shows for the operand of the machine.
     std::string shown() {
         NumberText text;
         const bool any = format_number(m, text);
-        if (m.error_code != ERROR_NONE)
+        if (failed(m))
             return failure_of(m);
         return any ? readable(text) : "nothing";
     }
 
     std::string shown(double x, int e_digits = -1, int f_digits = -1) {
-        m.set_e_digits = e_digits;
-        m.set_f_digits = f_digits;
-        m.value.kind = VALUE_NUMBER;
-        m.value.number = x;
-        m.value.variable = nullptr;
+        m.settings.set_e_digits = e_digits;
+        m.settings.set_f_digits = f_digits;
+        m.eval.value.kind = VALUE_NUMBER;
+        m.eval.value.number = x;
+        m.eval.value.cell = NO_CELL;
         return shown();
     }
 
@@ -58,7 +59,7 @@ protected:
     }
 
     std::string shown_expression(std::string_view expression) {
-        m.set_e_digits = m.set_f_digits = -1;
+        m.settings.set_e_digits = m.settings.set_f_digits = -1;
         outcome_of(m, expression);
         return shown();
     }
@@ -71,9 +72,9 @@ TEST_F(NumberFormat, KnownCases) {
                  {{"a number", [this](const FileCase& row) { return shown_with_settings(row.input); }},
                   {"an expression", [this](const FileCase& row) { return shown_expression(row.input); }}});
     EXPECT_EQ(shown_expression("\" E B\""), "_E B");
-    m.value.kind = VALUE_CURSOR;
+    m.eval.value.kind = VALUE_CURSOR;
     EXPECT_EQ(shown(), "nothing");
-    m.value.kind = VALUE_NONE;
+    m.eval.value.kind = VALUE_NONE;
     EXPECT_EQ(shown(), "nothing");
 }
 
@@ -92,7 +93,7 @@ TEST_F(NumberFormat, NoTextIsLongerThanAValueHolds) {
 }
 
 TEST_F(NumberFormat, CommandModeHasNoSignBlank) {
-    m.run_state = STATE_COMMAND;
+    m.run.run_state = STATE_COMMAND;
     EXPECT_EQ(shown(123.456), "123.456");
     EXPECT_EQ(shown(-1.5), "-1.5");
     EXPECT_EQ(shown(2, -1, 1), "2.0");

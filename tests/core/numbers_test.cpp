@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Conversions between doubles and decimal text. Where no tie decides, they give what the C library gives; ties, which
 // go away from zero on 17 significant digits, stand in a table.
 #include "core/numbers.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The quick ways with numbers give, bit by bit, what the slow ones give: rounding to six decimals, and the digits of a
 // number. Two million numbers: this stands in the program without sanitizers.
 #include "core/numbers.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The vocabulary and the slots of its table, and tokens of texts. Every text lies in a heap buffer of its
 // exact size, so reading beyond its NUL fails the test.
 #include "core/scanner.h"
@@ -27,7 +28,7 @@ std::string codes_of(std::string_view text) {
     const char* at = line.begin();
     for (;;) {
         const Token token = scan_token(at);
-        codes += (codes.empty() ? "" : " ") + std::to_string(token.code);
+        codes += (codes.empty() ? "" : " ") + std::to_string(number_of(token.code));
         if (token.code == TOKEN_END || token.fault != ScanFault::NONE || codes.size() > 1000)
             return codes;
         EXPECT_GT(token.end, at) << text;
@@ -74,10 +75,10 @@ std::string code_of(const std::string& word) {
     std::string mixed = word;
     for (std::size_t i = 1; i < mixed.size(); i += 2)
         mixed[i] = to_lower(mixed[i]);
-    const int code = lookup_keyword(word);
+    const TokenCode code = lookup_keyword(word);
     EXPECT_EQ(lookup_keyword(lower(word)), code) << word;
     EXPECT_EQ(lookup_keyword(mixed), code) << word;
-    return std::to_string(code);
+    return std::to_string(number_of(code));
 }
 
 TEST(Scanner, TokensOfTexts) {
@@ -150,7 +151,7 @@ TEST(Keywords, HaveTheirCodesAndAnyOtherWordThatOfTheLastInItsSlot) {
                 continue;
             const int at = slot_of(word);
             const int expected = at < 0 || !codes.contains(at) ? 0 : codes[at];
-            ASSERT_EQ(lookup_keyword(word), expected) << word;
+            ASSERT_EQ(number_of(lookup_keyword(word)), expected) << word;
             ++strangers[expected];
             negative += at < 0 ? 1 : 0;
         }

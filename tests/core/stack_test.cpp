@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How much stack the deepest expressions need. This stands in the program without sanitizers, whose frames are as large
 // as those that people run: expressions are evaluated on a painted stack, and the paint that is left is counted.
 #include "core/interpreter.h"
@@ -28,19 +29,26 @@ struct Nest {
     int deepest = 0;      ///< the most that was accepted
 };
 
+/// Makes a text the machine's listing; the place of its first token.
+TokenIndex place_listing(Machine& m, const std::string& text) {
+    ListingFault fault;
+    m.listing.pointer = make_listing("[P0]\n0 " + text, fault);
+    return m.listing->areas[0].lines[0].tokens;
+}
+
 void* evaluate_all_depths(void* argument) {
     Nest& nest = *static_cast<Nest*>(argument);
     Machine& m = *nest.m;
     std::string text = "1";
     for (int depth = 1; depth <= NESTING_DEPTH_MAX + 1; ++depth) {
         text = nest.open + text + nest.close;
-        m.run_state = STATE_RUN;
-        m.error_code = ERROR_NONE;
-        m.stmt_kind = KIND_NONE;
-        m.for_depth = m.gosub_depth = 0;
-        m.scan_ptr = text.c_str();
+        m.run.run_state = STATE_RUN;
+        m.error.error_code = ERROR_NONE;
+        m.eval.stmt_kind = KIND_NONE;
+        m.program.for_depth = m.program.gosub_depth = 0;
+        m.eval.next = place_listing(m, text);
         eval_statement(m);
-        if (m.error_code == ERROR_NONE)
+        if (!failed(m))
             nest.deepest = depth;
     }
     return nullptr;
@@ -91,7 +99,9 @@ std::vector<Nest> all_nests(const Language& language) {
 
 TEST(Stack, TheDeepestNestingNeedsLessThan64KiB) {
     const auto machine = std::make_unique<Machine>();
-    machine->language = &basic_language();
+    Surroundings around;
+    around.language = &basic_language();
+    machine->around.pointer = &around;
     std::size_t most = 0;
     for (Nest& nest : all_nests(basic_language())) {
         nest.m = machine.get();

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bounded text: what is longer is cut, and nothing is written beyond.
 #include "core/text.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Machines side by side: each does what it does alone, for nothing of a machine lies outside its record.
 #include "tests/support/scripts.h"
 
@@ -19,17 +20,17 @@ constexpr const char* PROGRAMS[] = {
 /// A machine that runs one of the programs, and everything it showed.
 struct Recording {
     explicit Recording(const char* program) {
-        machine.m.wait_print_sc = 2;
-        machine.m.wait_print_sc_ini = 5;
+        machine.m.settings.wait_print_sc = 2;
+        machine.m.settings.wait_print_sc_ini = 5;
         machine.start(program);
     }
 
     void tick() {
         const Machine& m = machine.m;
-        machine.m.enter_request = shown.size() % 13 == 0 ? 1 : 0;
+        machine.m.keys.enter_request = shown.size() % 13 == 0;
         machine.tick();
-        shown.push_back(moment(machine) + machine.display() + " " + std::to_string(m.cur_line) + " " +
-                        std::to_string(m.variables[0].number) + " " + m.error_detail.c_str());
+        shown.push_back(moment(machine) + machine.display() + " " + std::to_string(m.program.cur_line) + " " +
+                        std::to_string(m.variables[0].number) + " " + m.error.error_detail.c_str());
     }
 
     TestMachine machine;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A window from which a file can be dragged: what file managers do, for the test of dropping one. Its argument is the
 // file's address, where any byte of a name can be written.
 #include <QApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The built-in pictures: their sizes, that their pixels say what the sprite and key tables say, and their contrast.
 #include "display/glz.h"
 #include "display/image.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // GLZ0: exact streams, refusals, round trips, steps, and ten thousand damaged streams.
 #include "display/glz.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The bitmap form of palettised images, and the colours of the LCD.
 #include "display/image.h"
 

@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: MIT
 // The LCD's picture: every character dot by dot, offsets, indicators by state and in their order, colours, and that
 // nothing is drawn where nothing changed. The font stands in font.txt a second time, the places of the sprites here.
 #include "display/lcd.h"
+
+#include "core/display_line.h"
 
 #include "display/font.h"
 #include "display/sprite_table.h"
@@ -74,8 +77,8 @@ void copy_sprite(Canvas& target, const Canvas& skin, int x, int y, const Rectang
 
 /// The first visible column: the line scrolls for a cursor beyond it, one sooner where a cursor is shown behind text.
 int expected_offset(const Machine& m) {
-    const int width = m.run_state == STATE_INPUT || m.run_state == STATE_COMMAND ? 11 : 12;
-    return m.display_cursor > width && m.display_cursor < 510 ? m.display_cursor - width : 0;
+    const int width = is_typing(m) ? 11 : 12;
+    return m.screen.display_cursor > width && m.screen.display_cursor < 510 ? m.screen.display_cursor - width : 0;
 }
 
 /// The whole picture drawn the plain way: the panel, twelve cells, eight indicators one over the other. Their names, as
@@ -84,7 +87,7 @@ Canvas drawn_plainly(const Canvas& skin, const Machine& m, std::vector<std::stri
     Canvas canvas = make_canvas(392, 88, 0);
     copy_sprite(canvas, skin, 0, 0, SPRITES[0]);
     for (int cell = 0; cell < 12; ++cell) {
-        int code = static_cast<unsigned char>(m.display_line[expected_offset(m) + cell]);
+        int code = static_cast<unsigned char>(m.screen.display_line[expected_offset(m) + cell]);
         code = code < 0x20 || code > 0x9F ? 0x94 : code;
         copy_sprite(canvas, skin, 8 + 32 * cell, 40, {code % 16 * 32, 432 - 48 * (code / 16 - 2), 32, 42});
     }
@@ -92,12 +95,17 @@ Canvas drawn_plainly(const Canvas& skin, const Machine& m, std::vector<std::stri
         int x, y, first, state;
         const char* names[3];
     };
-    const bool stop = m.run_state == 1 || m.run_state == 3 || m.run_state == 8;
+    const int run_state = number_of(m.run.run_state);
+    const bool stop = run_state == 1 || run_state == 3 || run_state == 8;
     const Indicator indicators[] = {
-        {4, 16, 129, m.ctrl_flag, {"", "EXT", ""}},         {32, 4, 137, m.shift_flag, {"", "S", ""}},
-        {32, 20, 144, m.alt_flag, {"", "F", ""}},           {48, 8, 133, m.run_state == 5 ? 1 : 0, {"RUN", "WRT", ""}},
-        {84, 16, 141, m.angle_unit, {"DEG", "RAD", "GRA"}}, {184, 16, 135, m.trace_mode, {"", "TR", ""}},
-        {296, 16, 131, m.print_mode, {"", "PRT", ""}},      {332, 16, 139, stop ? 1 : 0, {"", "STOP", ""}},
+        {4, 16, 129, m.keys.ctrl_flag, {"", "EXT", ""}},
+        {32, 4, 137, m.keys.shift_flag, {"", "S", ""}},
+        {32, 20, 144, m.keys.alt_flag, {"", "F", ""}},
+        {48, 8, 133, run_state == 5 ? 1 : 0, {"RUN", "WRT", ""}},
+        {84, 16, 141, number_of(m.settings.angle_unit), {"DEG", "RAD", "GRA"}},
+        {184, 16, 135, m.trace.trace_mode, {"", "TR", ""}},
+        {296, 16, 131, m.screen.print_mode, {"", "PRT", ""}},
+        {332, 16, 139, stop ? 1 : 0, {"", "STOP", ""}},
     };
     lit.clear();
     for (const auto& [x, y, first, state, names] : indicators) {
@@ -131,19 +139,21 @@ TEST(LcdPicture, IsTheSamePartByPartAsDrawnWhole) {
         SCOPED_TRACE(round);
         if (round == 300)
             install_skin(lcd.simulator->lcd, speckled_skin());
-        for (int* flag : {&m.ctrl_flag, &m.shift_flag, &m.alt_flag, &m.trace_mode, &m.print_mode})
-            *flag = below(4) == 0 ? 1 - *flag : *flag;
-        m.angle_unit = below(4) == 0 ? below(3) : m.angle_unit;
-        m.run_state = below(3) == 0 ? below(10) : m.run_state;
+        for (bool* flag :
+             {&m.keys.ctrl_flag, &m.keys.shift_flag, &m.keys.alt_flag, &m.trace.trace_mode, &m.screen.print_mode})
+            *flag = below(4) == 0 ? !*flag : *flag;
+        m.settings.angle_unit = below(4) == 0 ? static_cast<AngleUnit>(below(3)) : m.settings.angle_unit;
+        m.run.run_state = below(3) == 0 ? static_cast<RunState>(below(10)) : m.run.run_state;
         const int cursors[] = {below(30), below(520), 510 - below(3), 10 + below(4), -below(3), INT_MAX, INT_MIN};
-        m.display_cursor = below(3) == 0 ? cursors[below(7)] : m.display_cursor;
+        m.screen.display_cursor = below(3) == 0 ? cursors[below(7)] : m.screen.display_cursor;
         for (int i = 0; i < 3; ++i)
-            m.display_line[below(round % 3 == 0 ? 40 : 511)] = static_cast<char>(below(256));
+            m.screen.display_line[below(round % 3 == 0 ? 40 : 511)] = static_cast<char>(below(256));
+        ASSERT_EQ(first_visible_column(m), expected_offset(m));
+        m.screen.display_offset = expected_offset(m);
         const bool drawn = lcd.render();
         const Canvas& canvas = lcd.simulator->lcd.canvas;
         ASSERT_TRUE(canvas.pixels == drawn_plainly(lcd.simulator->lcd.skin, m, lit).pixels);
         ASSERT_EQ(lit_indicators(lcd.simulator->lcd), lit);
-        ASSERT_EQ(m.display_offset, expected_offset(m));
         ASSERT_TRUE(drawn || canvas.pixels == before.pixels) << "a change that nobody was told of";
         before = canvas;
     }
@@ -153,11 +163,12 @@ TEST(LcdPicture, IsDrawnOnlyWhereSomethingChanged) {
     Lcd lcd;
     const std::tuple<const char*, void (*)(Lcd&), bool> rows[] = {
         {"the first time", [](Lcd&) {}, true},
-        {"outside of what is visible", [](Lcd& t) { t.m.display_line[12] = 'X'; }, false},
-        {"the last column", [](Lcd& t) { t.m.display_line[11] = '\x94'; }, true},
-        {"a code that looks the same", [](Lcd& t) { t.m.display_line[11] = '\x01'; }, false},
-        {"an indicator", [](Lcd& t) { t.m.shift_flag = 1; }, true},
-        {"what is not in the picture", [](Lcd& t) { t.m.error_code = -11, t.m.zoom = t.m.run_page = 3; }, false},
+        {"outside of what is visible", [](Lcd& t) { t.m.screen.display_line[12] = 'X'; }, false},
+        {"the last column", [](Lcd& t) { t.m.screen.display_line[11] = '\x94'; }, true},
+        {"a code that looks the same", [](Lcd& t) { t.m.screen.display_line[11] = '\x01'; }, false},
+        {"an indicator", [](Lcd& t) { t.m.keys.shift_flag = true; }, true},
+        {"what is not in the picture",
+         [](Lcd& t) { t.m.error.error_code = ERROR_SYNTAX, t.m.settings.zoom = t.m.settings.run_page = 3; }, false},
         {"a skin", [](Lcd& t) { install_skin(t.simulator->lcd, speckled_skin()); }, true},
         {"no skin", [](Lcd& t) { install_skin(t.simulator->lcd, make_indexed_image(511, 480, 0)); }, false},
     };
@@ -169,7 +180,7 @@ TEST(LcdPicture, IsDrawnOnlyWhereSomethingChanged) {
     TestMachine without_skin;
     EXPECT_FALSE(simulator_tick(*without_skin.simulator));
     Lcd blinking; // the selected area, and nothing between
-    blinking.m.cursor_interval = 13;
+    blinking.m.settings.cursor_interval = 13;
     int drawn = 0;
     for (int i = 0; i < 150; ++i)
         drawn += simulator_tick(*blinking.simulator) ? 1 : 0;
@@ -179,9 +190,9 @@ TEST(LcdPicture, IsDrawnOnlyWhereSomethingChanged) {
 TEST(LcdColours, AreThoseOfTheSettingsWithTheirHalfTone) {
     for (const bool configured : {false, true}) {
         TestMachine t;
-        Settings& settings = t.simulator->settings;
+        Preferences& preferences = t.simulator->preferences;
         if (configured)
-            settings.pal_on = 0xFF0103, settings.pal_off = 0x01FF08, settings.pal_bg = 0x123456;
+            preferences.pal_on = 0xFF0103, preferences.pal_off = 0x01FF08, preferences.pal_bg = 0x123456;
         load_skin(*t.simulator, "");
         std::set<Colour> colours;
         for (const Rectangle part : {Rectangle{0, 84, 64, 12}, {0, 40, 80, 12}, {32, 336, 32, 42}}) // EXT, STOP, "A"

@@ -165,7 +165,7 @@ class Completeness(unittest.TestCase):
     def test_settable_fields(self):
         rows = self.table_rows("Fields that can be set")
         described = {row[0].strip("`"): (int(row[1]), int(row[2])) for row in rows}
-        self.assertEqual(set(described), set(found_in("src/terminal/drive_state.cpp", r'^    \{"(\w+)", -?\d+, \d+, ')))
+        self.assertEqual(set(described), set(found_in("src/core/fields.cpp", r'(\w+),[^,\n]+,[^,\n]+,\s+(?:SETTABLE|FIELD_SETTABLE)')) | {"random_seed"})
         with Drive() as drive:
             for name, (lowest, highest) in described.items():
                 with self.subTest(name):

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Functions: values in the three angle units, the ends of domains, argument lists, the random generator, strings, KEY$,
 // and CSR in PRINT.
 #include "functions/list_functions.h"
@@ -42,12 +43,12 @@ TEST(Functions, KeyReadsWhatIsPending) {
     TestMachine t;
     for (const auto& [key, shown] : rows) {
         t.start("PRINT KEY$;KEY;\"<\"");
-        t.m.key_string = key;
+        t.m.keys.key_string = key;
         t.wait();
         EXPECT_EQ(t.display(), shown);
     }
     t.start("B=LEN(KEY$)");
-    t.m.key_string = "\x0A";
+    t.m.keys.key_string = "\x0A";
     t.run_through();
     EXPECT_EQ(cell(t, 'B').number, 1) << "the paste key's code is let through";
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The PC keyboard: every row of the key-down table and every cell of the two key tables in both modes, Alt, characters
 // of the user's own layout, and the function keys.
 #include "keys/key_map.h"
@@ -15,27 +16,27 @@ namespace {
 
 /// A machine in one of the modes, and a host that notes what keys ask of it.
 struct KeyMachine : TestMachine {
-    explicit KeyMachine(int ascii_mode) {
-        m.ascii_mode = ascii_mode;
-        m.host.run_command = [this](int command) { log += std::to_string(command); };
-        m.host.resize_window = [this] { log += "resize"; };
-        m.host.take_snapshot = [this] { log += "snapshot"; };
-        m.host.write_dump = [this] { log += "dump"; };
+    explicit KeyMachine(bool ascii_mode) {
+        m.settings.ascii_mode = ascii_mode;
+        simulator->around.host.run_command = [this](int command) { log += std::to_string(command); };
+        simulator->around.host.resize_window = [this] { log += "resize"; };
+        simulator->around.host.take_snapshot = [this] { log += "snapshot"; };
+        simulator->around.host.write_dump = [this] { log += "dump"; };
     }
 
     /// The pending key after a key-down with Shift (1), Ctrl (2), Alt (4) held.
     std::string typed(int virtual_key, int modifiers = 0) {
         hold(modifiers);
-        m.key_string = "OLD";
-        m.held_key = 0;
+        m.keys.key_string = "OLD";
+        m.keys.held_key = 0;
         on_key_down(m, virtual_key, false);
-        return std::string(m.key_string.view());
+        return std::string(m.keys.key_string.view());
     }
 
     void hold(int modifiers) {
-        m.shift_flag = modifiers & 1;
-        m.ctrl_flag = modifiers >> 1 & 1;
-        m.alt_flag = modifiers >> 2;
+        m.keys.shift_flag = (modifiers & 1) != 0;
+        m.keys.ctrl_flag = (modifiers & 2) != 0;
+        m.keys.alt_flag = (modifiers & 4) != 0;
     }
 
     std::string log;
@@ -61,42 +62,42 @@ TEST(KeyMap, EveryVirtualKey) {
         expected.merge(std::map(rows.at(ascii_mode != 0 ? "types in ASCII mode" : "types in machine mode")));
         for (int key = -1; key <= 300; ++key) {
             SCOPED_TRACE(std::to_string(key) + " in mode " + std::to_string(ascii_mode));
-            KeyMachine t(ascii_mode);
+            KeyMachine t(ascii_mode != 0);
             const bool acts = acting.contains(key);
             std::string text = key >= 32 && key <= 127 && !acts ? escaped(std::string(1, static_cast<char>(key))) : "";
             if (expected.contains(key))
                 text = expected[key];
             EXPECT_EQ(escaped(t.typed(key)), text);
-            EXPECT_EQ(t.m.held_key, text.empty() || key == 187 ? 0 : key);
+            EXPECT_EQ(t.m.keys.held_key, text.empty() || key == 187 ? 0 : key);
             EXPECT_EQ(t.log, acts ? acting.at(key) : "");
-            EXPECT_EQ(t.m.enter_request, key == 13 ? 1 : 0);
-            EXPECT_EQ(t.m.trace_step_request, 0);
+            EXPECT_EQ(t.m.keys.enter_request, key == 13);
+            EXPECT_FALSE(t.m.trace.trace_step_request);
         }
     }
 }
 
 TEST(KeyMap, KeysThatDependOnTheMachine) {
-    KeyMachine t(1);
+    KeyMachine t(true);
     on_key_down(t.m, 13, true);
-    EXPECT_EQ(t.m.enter_request, 0) << "Enter, held";
-    t.m.trace_mode = 1;
+    EXPECT_FALSE(t.m.keys.enter_request) << "Enter, held";
+    t.m.trace.trace_mode = true;
     t.typed(9);
-    EXPECT_EQ(t.m.trace_step_request, 1);
-    t.m.run_state = STATE_COMMAND;
+    EXPECT_TRUE(t.m.trace.trace_step_request);
+    t.m.run.run_state = STATE_COMMAND;
     EXPECT_EQ(t.typed(27) + t.typed(19) + t.log, "") << "there is nothing to stop in command mode";
     for (const int zoom : {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 12}) {
         t.typed(113);
-        EXPECT_EQ(t.m.zoom, zoom);
+        EXPECT_EQ(t.m.settings.zoom, zoom);
     }
     for (int i = 0; i < 20; ++i)
         t.typed(112);
-    EXPECT_EQ(t.m.zoom, 1);
+    EXPECT_EQ(t.m.settings.zoom, 1);
 }
 
 /// What a key types on all levels of a mode: "[A,GOSUB ,a,\\ci,SIN ]".
 OutcomeOfCase levels(int ascii_mode) {
     return [=](const FileCase& row) {
-        KeyMachine t(ascii_mode);
+        KeyMachine t(ascii_mode != 0);
         const int key = row.input.size() == 1 ? as_byte(row.input[0]) : std::stoi(row.input);
         std::string joined = "[" + escaped(t.typed(key, 0));
         for (int modifiers = 1; modifiers <= 4; ++modifiers)
@@ -115,28 +116,28 @@ TEST(KeyMap, AltTypesFunctionWordsInMachineModeOnly) {
                                              {31, ""},      {127, "\x7F"}, {128, ""},  {13, ""},   {115, "s"}};
     for (const int ascii_mode : {0, 1}) {
         for (const auto& [key, text] : keys) {
-            KeyMachine t(ascii_mode);
+            KeyMachine t(ascii_mode != 0);
             t.hold(4);
-            t.m.key_string = "OLD";
-            t.m.held_key = 'X';
+            t.m.keys.key_string = "OLD";
+            t.m.keys.held_key = 'X';
             on_sys_key_down(t.m, key);
-            EXPECT_EQ(t.m.key_string.view(), ascii_mode != 0 ? "OLD" : text) << key;
-            EXPECT_EQ(t.m.held_key, ascii_mode != 0 ? 'X' : text.empty() ? 0 : key) << key;
+            EXPECT_EQ(t.m.keys.key_string.view(), ascii_mode != 0 ? "OLD" : text) << key;
+            EXPECT_EQ(t.m.keys.held_key, ascii_mode != 0 ? 'X' : text.empty() ? 0 : key) << key;
             EXPECT_EQ(t.log, "") << key;
         }
     }
 }
 
 TEST(KeyMap, CharactersAreTypedAsTheyAreButForTheCaseOfLetters) {
-    KeyMachine t(1);
+    KeyMachine t(true);
     const std::string before = "aAzZ5\"_@[{`\x87";
     const std::string typed[] = {"AAZZ5\"_@[{`\x87", "aazz5\"_@[{`\x87"};
     for (const int shift : {0, 1}) {
         t.hold(shift);
         for (std::size_t i = 0; i < before.size(); ++i) {
             on_character(t.m, before[i], CHARACTER_KEY_BASE + 7);
-            EXPECT_EQ(t.m.key_string.view(), typed[shift].substr(i, 1));
-            EXPECT_EQ(t.m.held_key, CHARACTER_KEY_BASE + 7);
+            EXPECT_EQ(t.m.keys.key_string.view(), typed[shift].substr(i, 1));
+            EXPECT_EQ(t.m.keys.held_key, CHARACTER_KEY_BASE + 7);
         }
     }
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The soft keyboard at work: what a press, holding and a release do, tick by tick. What every key does is tested
 // through the driving protocol.
 #include "keys/soft_keyboard.h"
@@ -26,7 +27,6 @@ struct SoftKeyboard : TestMachine {
     SoftKeyboard() {
         load("[P0]\n10 GOTO 10\n[P3]\n10 A=3\n");
         open_soft_keyboard(m);
-        m.soft_changed = 0;
     }
     void down(Place key) { soft_mouse_down(m, key.first, key.second); }
     void up() { soft_mouse_up(m); }
@@ -58,20 +58,25 @@ struct SoftKeyboard : TestMachine {
         run_host_command(*simulator, COMMAND_LINE);
         exe();
         tick();
-        ASSERT_EQ(m.run_state, STATE_COMMAND);
+        ASSERT_EQ(m.run.run_state, STATE_COMMAND);
     }
-    [[nodiscard]] std::string entry() const { return std::string(m.entry_line.text); }
-    /// Whether redrawing was asked for since the last question.
-    bool redrawn() { return std::exchange(m.soft_changed, 0) != 0; }
+    [[nodiscard]] std::string entry() const { return std::string(m.entry.entry_line.text); }
+    /// Whether the keyboard looks other than at the last question.
+    bool redrawn() {
+        const std::pair now(current_soft_layer(m), m.soft.soft_highlight);
+        return std::exchange(drawn, now) != now;
+    }
+
+    std::pair<int, int> drawn{0, -1}; ///< the layer and the key shown pressed
 };
 
 std::string latches_after(const FileCase& row) {
     SoftKeyboard t;
     t.keys(row.input);
-    std::string on = t.m.shift_flag != 0 ? "S" : "";
-    on += t.m.alt_flag != 0 ? "F" : "";
-    on += t.m.ctrl_flag != 0 ? "X" : "";
-    EXPECT_TRUE(t.redrawn());
+    std::string on = t.m.keys.shift_flag ? "S" : "";
+    on += t.m.keys.alt_flag ? "F" : "";
+    on += t.m.keys.ctrl_flag ? "X" : "";
+    t.redrawn();
     t.tick();
     EXPECT_FALSE(t.redrawn()) << "nothing has changed";
     return on + (on.empty() ? "" : " ") + std::to_string(current_soft_layer(t.m));
@@ -81,10 +86,10 @@ std::string typed_by(const FileCase& row) {
     SoftKeyboard t;
     t.enter_command_mode();
     t.keys(row.input);
-    if (t.m.run_state != STATE_COMMAND)
+    if (t.m.run.run_state != STATE_COMMAND)
         return moment(t);
-    const std::string entry = t.entry().insert(static_cast<std::size_t>(t.m.display_cursor), "|");
-    return entry + (t.m.soft_shift_latch != 0 ? " S" : "");
+    const std::string entry = t.entry().insert(static_cast<std::size_t>(t.m.screen.display_cursor), "|");
+    return entry + (t.m.soft.soft_shift_latch ? " S" : "");
 }
 
 TEST(SoftKeyboard, TypesAndLatches) {
@@ -101,19 +106,19 @@ TEST(SoftKeyboard, HoldsAKeyFromItsPressToItsRelease) {
         EXPECT_FALSE(t.redrawn()) << "nothing before the tick";
         for (const bool first : {true, false}) {
             soft_keyboard_tick(t.m);
-            EXPECT_EQ(t.m.key_string.view(), text);
-            EXPECT_EQ(t.m.soft_key_code, text[0]);
-            EXPECT_EQ(t.m.soft_highlight, highlight);
-            EXPECT_EQ(t.m.enter_request, *text == 0 && first ? 1 : 0) << "EXE comes once";
+            EXPECT_EQ(t.m.keys.key_string.view(), text);
+            EXPECT_EQ(t.m.soft.soft_key_code, text[0]);
+            EXPECT_EQ(t.m.soft.soft_highlight, highlight);
+            EXPECT_EQ(t.m.keys.enter_request, *text == 0 && first ? 1 : 0) << "EXE comes once";
             EXPECT_EQ(t.redrawn(), first);
-            t.m.enter_request = 0;
+            t.m.keys.enter_request = false;
         }
         t.up();
-        EXPECT_EQ(t.m.soft_key_code, text[0]) << "nothing before the tick";
+        EXPECT_EQ(t.m.soft.soft_key_code, text[0]) << "nothing before the tick";
         soft_keyboard_tick(t.m);
-        EXPECT_EQ(t.m.soft_key_code, 0);
-        EXPECT_TRUE(t.m.key_string.empty());
-        EXPECT_EQ(t.m.soft_highlight, -1);
+        EXPECT_EQ(t.m.soft.soft_key_code, 0);
+        EXPECT_TRUE(t.m.keys.key_string.empty());
+        EXPECT_EQ(t.m.soft.soft_highlight, -1);
         EXPECT_TRUE(t.redrawn());
     }
 }
@@ -128,7 +133,7 @@ TEST(SoftKeyboard, TypesTheKeyThatBeginsAnEntry) {
 
     SoftKeyboard ready;
     ready.keys("S 3");
-    EXPECT_EQ(ready.m.run_page, 3);
+    EXPECT_EQ(ready.m.settings.run_page, 3);
     ready.tick(20);
     EXPECT_EQ(moment(ready), "run 17 8 [READY P3]") << "the area's key is none to the prompt";
     ready.keys("A");
@@ -146,17 +151,18 @@ TEST(SoftKeyboard, ShowsKeysToKeyOnlyWhileTheyAreHeld) {
 }
 
 TEST(SoftKeyboard, BreaksOnceAndOnlyWhatRuns) {
-    for (int state = STATE_RUN; state <= STATE_TO_COMMAND; ++state) {
+    for (int number = 0; number <= number_of(STATE_TO_COMMAND); ++number) {
+        const auto state = static_cast<RunState>(number);
         SoftKeyboard t;
         std::string commands;
-        t.m.host.run_command = [&commands](int command) { commands += std::to_string(command); };
-        t.m.run_state = state;
-        t.m.key_string = "A";
+        t.simulator->around.host.run_command = [&commands](int command) { commands += std::to_string(command); };
+        t.m.run.run_state = state;
+        t.m.keys.key_string = "A";
         t.keys("BRK+");
         for (int tick = 0; tick < 30; ++tick)
             soft_keyboard_tick(t.m);
-        EXPECT_EQ(commands, state == STATE_COMMAND ? "" : "40004") << state;
-        EXPECT_TRUE(t.m.key_string.empty());
+        EXPECT_EQ(commands, state == STATE_COMMAND ? "" : "40004") << number;
+        EXPECT_TRUE(t.m.keys.key_string.empty());
     }
 }
 
@@ -166,17 +172,17 @@ TEST(SoftKeyboard, LeavesNothingBehindWhenItIsClosed) {
         SoftKeyboard t;
         t.enter_command_mode();
         t.keys(by_its_key ? "EXT CLOSE+ 5" : "EXT A+ 5");
-        EXPECT_EQ(t.m.soft_open, 1) << "it closes on the release";
+        EXPECT_EQ(t.m.soft.soft_open, 1) << "it closes on the release";
         t.up();
         if (!by_its_key)
             run_host_command(*t.simulator, COMMAND_SOFT_KEYBOARD);
         t.tick(30);
-        EXPECT_EQ(t.m.soft_open + t.m.soft_ctrl_latch + t.m.ctrl_flag + t.m.soft_key_code, 0);
-        EXPECT_TRUE(t.m.key_string.empty());
+        EXPECT_EQ(t.m.soft.soft_open + t.m.soft.soft_ctrl_latch + t.m.keys.ctrl_flag + t.m.soft.soft_key_code, 0);
+        EXPECT_TRUE(t.m.keys.key_string.empty());
         t.keys("A"); // closed, it takes nothing
         open_soft_keyboard(t.m);
         t.tick(3);
-        EXPECT_EQ(t.m.soft_highlight, -1);
+        EXPECT_EQ(t.m.soft.soft_highlight, -1);
         EXPECT_EQ(t.entry(), by_its_key ? "" : "a");
     }
 }
@@ -187,7 +193,7 @@ TEST(SoftKeyboard, IgnoresPressesOutsideItsGrid) {
     for (const auto& [row, column] : {Place{-1, 0}, {0, -1}, {4, 0}, {0, 14}, {4, -14}, {2, 28}, {-1, 14}}) {
         t.click({row, column});
         EXPECT_EQ(t.entry(), "") << row << ' ' << column;
-        EXPECT_EQ(t.m.soft_highlight, -1);
+        EXPECT_EQ(t.m.soft.soft_highlight, -1);
     }
     for (const auto& [layer, index] : {std::pair{-1, 0}, {6, 0}, {0, -1}, {0, 56}})
         EXPECT_EQ(soft_key(layer, index).kind, SoftKeyKind::NONE) << layer << ' ' << index;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Message catalogues: keys and line breaks (catalogue.txt), lengths and encodings.
 #include "shell/catalogue.h"
 #include "shell/encoding.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the window asks for beside the commands (window.txt), what goes to the clipboard, and the list of recent
 // listings. What each command changes, by its number, is tested through the driving protocol.
 #include "shell/clipboard.h"
@@ -21,10 +22,10 @@ TEST(HostRun, NeedsAListing) {
         }
         run_host_command(*t.simulator, COMMAND_RUN);
         EXPECT_EQ(t.messages, std::vector<std::string>{"SYSTEM 3\x01"});
-        EXPECT_EQ(t.m.run_state, STATE_SELECT) << "nothing of a refused listing runs, nor of the one before it";
-        t.m.run_state = STATE_RUN;
+        EXPECT_EQ(t.m.run.run_state, STATE_SELECT) << "nothing of a refused listing runs, nor of the one before it";
+        t.m.run.run_state = STATE_RUN;
         run_host_command(*t.simulator, COMMAND_STOP);
-        EXPECT_EQ(t.m.run_state, STATE_RUN);
+        EXPECT_EQ(t.m.run.run_state, STATE_RUN);
     }
 }
 
@@ -32,12 +33,12 @@ TEST(HostRun, OfAnUnusedAreaShowsNoOldFault) {
     TestMachine t;
     t.start("A=1/0");
     t.wait();
-    EXPECT_FALSE(t.m.error_detail.empty());
+    EXPECT_FALSE(t.m.error.error_detail.empty());
     run_host_command(*t.simulator, COMMAND_PAGE_0 + 5);
     run_host_command(*t.simulator, COMMAND_RUN);
-    EXPECT_EQ(t.m.run_state, STATE_COMMAND);
-    EXPECT_EQ(t.m.error_code, ERROR_NONE);
-    EXPECT_TRUE(t.m.error_detail.empty());
+    EXPECT_EQ(t.m.run.run_state, STATE_COMMAND);
+    EXPECT_EQ(t.m.error.error_code, ERROR_NONE);
+    EXPECT_TRUE(t.m.error.error_detail.empty());
 }
 
 TEST(ConfigurationDialog, TakesOverWhatItBeganWith) {
@@ -49,14 +50,14 @@ TEST(ConfigurationDialog, TakesOverWhatItBeganWith) {
         EXPECT_EQ(accept_configuration(*t.simulator, fields), std::vector<int>());
         const Configuration again = begin_configuration(*t.simulator);
         EXPECT_EQ(again.start_mode, start_mode);
-        EXPECT_EQ(t.simulator->settings.start_mode, start_mode);
-        EXPECT_EQ(again.editor + t.simulator->settings.editor, "vivi");
+        EXPECT_EQ(t.simulator->preferences.start_mode, start_mode);
+        EXPECT_EQ(again.editor + t.simulator->preferences.editor, "vivi");
     }
 }
 
 std::string title_of(const FileCase& row) {
     TestMachine t;
-    t.simulator->settings.last_file = row.input;
+    t.simulator->preferences.last_file = row.input;
     t.simulator->listing_was_read = true;
     return window_title(*t.simulator);
 }
@@ -65,8 +66,8 @@ std::string title_of(const FileCase& row) {
 std::string call_of_editor(const FileCase& row) {
     TestMachine t;
     const std::size_t end = row.input.find("<");
-    t.simulator->settings.editor = row.input.substr(0, end);
-    t.simulator->settings.last_file = row.input.substr(end + 1);
+    t.simulator->preferences.editor = row.input.substr(0, end);
+    t.simulator->preferences.last_file = row.input.substr(end + 1);
     const auto call = editor_call(*t.simulator);
     std::string told = call ? call->program : "";
     for (const std::string& argument : call ? call->arguments : t.messages)

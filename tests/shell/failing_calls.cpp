@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The functions in the way of the C library's: each counts, and fails when its turn has come.
 #include "tests/shell/failing_calls.h"
 

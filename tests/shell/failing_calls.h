@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // System calls that fail when a test wants them to, and children that die at any of theirs. The linker puts the
 // functions of failing_calls.cpp in the way of the C library's (see its list of --wrap options).
 #pragma once

@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: MIT
 // Reading files: what is read, what is missing and what is there but cannot be read, through any fault and
 // interruption; listings in files.
 #include "shell/files.h"
 
 #include "core/errors.h"
+#include "core/fields.h"
 #include "shell/listing_file.h"
 #include "tests/shell/failing_calls.h"
 #include "tests/support/evaluation.h"
-#include "tests/support/record_difference.h"
 #include "tests/support/temporary_file.h"
 #include "tests/support/test_machine.h"
 
@@ -85,9 +86,9 @@ TEST(ListingFile, ThatCannotBeReadChangesNothing) {
     TestMachine machine, other;
     for (TestMachine* same : {&machine, &other}) {
         ASSERT_TRUE(same->load("[P0]\n10 DATA 1\n"));
-        same->m.run_state = STATE_RUN;
+        same->m.run.run_state = STATE_RUN;
         same->m.random_seed = 99;
-        same->m.data_pos = 1;
+        same->m.program.data_pos = 1;
     }
     for (const std::string& path :
          {folder.path, folder / "missing", plain + "/below", std::string(), std::string("/proc/self/mem"),
@@ -96,14 +97,14 @@ TEST(ListingFile, ThatCannotBeReadChangesNothing) {
         const bool too_large = path == huge || path == "/dev/zero";
         const std::string expected = too_large ? "SYSTEM 1" : "SYSTEM 2:[" + path.substr(0, 1000);
         EXPECT_EQ(system_message_of(machine.m).substr(0, expected.size()), expected);
-        other.m.system_message = machine.m.system_message;
+        other.m.error.system_message = machine.m.error.system_message;
         EXPECT_EQ(record_difference(machine.m, other.m), "") << path;
-        EXPECT_EQ(machine.m.areas[0].line_count, 1) << path;
+        EXPECT_EQ(machine.m.listing->areas[0].lines.size(), 1U) << path;
     }
     std::filesystem::resize_file(huge, LISTING_SIZE_MAX);
     EXPECT_EQ(load_listing(machine.m, huge).result, LoadResult::LOADED);
     EXPECT_EQ(load_listing(machine.m, plain).result, LoadResult::LOADED);
-    EXPECT_EQ(machine.m.areas[1].line_count, 1);
+    EXPECT_EQ(machine.m.listing->areas[1].lines.size(), 1U);
 }
 
 TEST(ListingFile, MayBeAPipeForThoseWhoWait) {
@@ -119,7 +120,7 @@ TEST(ListingFile, MayBeAPipeForThoseWhoWait) {
     });
     EXPECT_EQ(load_listing(machine.m, path).result, LoadResult::LOADED);
     writer.join();
-    EXPECT_EQ(machine.m.areas[0].line_count, 2);
+    EXPECT_EQ(machine.m.listing->areas[0].lines.size(), 2U);
 }
 
 } // namespace

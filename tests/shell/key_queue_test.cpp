@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Typing faster than the machine ticks: every key through the queue and simulator_tick, at the prompt of INPUT, on the
 // command line and with KEY$ (key_queue.txt). The test makes the ticks, so "between two ticks" is what it says.
 #include "core/charset.h"
@@ -21,7 +22,7 @@ constexpr Modifiers ALT{.alt = true};
 /// Somebody at a keyboard. The modifiers of each event are those of its moment, as a window sends them.
 struct Typist : TestMachine {
     explicit Typist(std::string_view program = "END", bool ascii_mode = true) {
-        m.ascii_mode = ascii_mode ? 1 : 0;
+        m.settings.ascii_mode = ascii_mode ? 1 : 0;
         start(program);
         tick(2);
     }
@@ -51,7 +52,7 @@ struct Typist : TestMachine {
         else if (word == "lost")
             release_all_keys(simulator->keys);
         else if (word == "latch")
-            m.soft_shift_latch = 1;
+            m.soft.soft_shift_latch = true;
         else if (has("now"))
             simulator->modifiers = modifiers;
         else if (has("down") || has("again"))
@@ -76,14 +77,14 @@ struct Typist : TestMachine {
             tick();
         tick(4);
         EXPECT_TRUE(simulator->keys.events.empty());
-        EXPECT_TRUE(m.key_string.empty()) << "every key is up again";
+        EXPECT_TRUE(m.keys.key_string.empty()) << "every key is up again";
     }
     void enter_command_mode() {
         run_host_command(*simulator, COMMAND_LINE);
         exe();
-        ASSERT_EQ(m.run_state, STATE_COMMAND);
+        ASSERT_EQ(m.run.run_state, STATE_COMMAND);
     }
-    [[nodiscard]] std::string entry() const { return std::string(m.entry_line.text); }
+    [[nodiscard]] std::string entry() const { return std::string(m.entry.entry_line.text); }
 };
 
 std::string between_bars(const std::string& text) {
@@ -106,7 +107,7 @@ std::string entry_of(const FileCase& row) {
             t.enter_command_mode();
         t.play_all(row.input);
         t.settle();
-        EXPECT_EQ(t.m.run_state, input ? STATE_INPUT : STATE_COMMAND);
+        EXPECT_EQ(t.m.run.run_state, input ? STATE_INPUT : STATE_COMMAND);
         entries[input ? 1 : 0] = between_bars(t.entry());
     }
     return entries[0] == entries[1] ? entries[0] : entries[0] + " but at the prompt " + entries[1];
@@ -161,10 +162,10 @@ std::string seen_on_the_way(const FileCase& row) {
         if (mark + 1 == script.size())
             t.settle();
         seen += (seen.empty() ? "" : " ") + (t.entry().empty() ? t.display() : t.entry()) +
-                (t.m.key_string.empty() ? "" : "+");
+                (t.m.keys.key_string.empty() ? "" : "+");
     }
-    return seen + (t.m.shift_flag != 0 ? " shift" : "") + (t.m.ctrl_flag != 0 ? " ctrl" : "") +
-           (t.m.alt_flag != 0 ? " alt" : "");
+    return seen + (t.m.keys.shift_flag ? " shift" : "") + (t.m.keys.ctrl_flag ? " ctrl" : "") +
+           (t.m.keys.alt_flag ? " alt" : "");
 }
 
 TEST(KeyQueue, LosesNothing) {
@@ -183,8 +184,8 @@ TEST(KeyQueue, LetsStopThroughAToneAndKeepsWhatIsTyped) {
         if (stops)
             t.tap(27);
         t.tick(6);
-        EXPECT_EQ(t.m.run_state, stops ? STATE_STOPPED : STATE_RUN);
-        EXPECT_EQ(t.m.sound_holds_run, 1);
+        EXPECT_EQ(t.m.run.run_state, stops ? STATE_STOPPED : STATE_RUN);
+        EXPECT_EQ(t.m.sound.sound_holds_run, 1);
         t.tick(150);
         EXPECT_EQ(t.entry(), stops ? "" : "AAB");
     }

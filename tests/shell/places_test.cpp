@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where files are looked for, by what the environment says and what is there (places.txt).
 #include "shell/places.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole files or none: after a kill at any system call, after any call that fails, and with several writers at once.
 #include "shell/safe_write.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The settings file: every key with its ends (settings.txt), the written form to the byte, what else stands in the
 // file.
 #include "shell/settings.h"
@@ -24,11 +25,11 @@ const std::string DEFAULT_TEXT = get_file(QUILLON_TESTS "/shell/settings_default
 const std::string OTHER_TEXT = get_file(QUILLON_TESTS "/shell/settings_other.ini");
 
 TEST(Settings, AreWrittenToTheByte) {
-    EXPECT_EQ(settings_text(Settings{}), DEFAULT_TEXT);
+    EXPECT_EQ(settings_text({}), DEFAULT_TEXT);
     const LoadedSettings read = parse_settings(OTHER_TEXT);
     EXPECT_EQ(read.messages, Numbers{});
-    EXPECT_EQ(read.settings.editor, "/opt/my editor");
-    EXPECT_EQ(read.settings.pal_on, 0xFF8000U);
+    EXPECT_EQ(read.settings.preferences.editor, "/opt/my editor");
+    EXPECT_EQ(read.settings.preferences.pal_on, 0xFF8000U);
     EXPECT_EQ(settings_text(read.settings), OTHER_TEXT);
 }
 
@@ -56,19 +57,20 @@ TEST(Settings, PathsComeBackByteForByte) {
         "",         "/a b/c.bas",        " /blanks ", "\"/quoted\"",          "/a\"b", "\"", "/a\"",
         "/x;y=[z]", "/\xC3\xA4\xFF\x80", "/tab\t\r",  std::string(5000, 'p'),
     };
-    Settings settings;
+    StoredSettings settings;
+    Preferences& preferences = settings.preferences;
     for (const std::string& path : paths) {
-        settings.editor = settings.last_file = path;
-        const Settings read = parse_settings(settings_text(settings)).settings;
+        preferences.editor = preferences.last_file = path;
+        const Preferences read = parse_settings(settings_text(settings)).settings.preferences;
         EXPECT_EQ(read.editor, path);
         EXPECT_EQ(read.last_file, path);
     }
-    settings.editor = Settings{}.editor;
+    preferences.editor = Preferences{}.editor;
     for (const std::string& path : {std::string("/a\nTIMER= 7"), std::string("/a\0b", 4)}) {
-        settings.last_file = path;
+        preferences.last_file = path;
         EXPECT_EQ(settings_text(settings), DEFAULT_TEXT) << path;
     }
-    EXPECT_EQ(parse_lines("LASTFILE = /plain path").settings.last_file, "/plain path");
+    EXPECT_EQ(parse_lines("LASTFILE = /plain path").settings.preferences.last_file, "/plain path");
 }
 
 TEST(Settings, KeepWhatElseStandsInTheFile) {
@@ -76,8 +78,8 @@ TEST(Settings, KeepWhatElseStandsInTheFile) {
                              "  THEME = dark\r\n\n;TIMER= 5\nTimer=40\ngarbage\nPCMBEEP=0\nLANG=ja\n"
                              "TIMER=50\n[Other]\n[QZS]\nTIMER=60\nlast";
     const LoadedSettings read = parse_settings(text);
-    EXPECT_EQ(read.settings.timer_interval, 40);
-    EXPECT_EQ(read.settings.pcm_beep, 1);
+    EXPECT_EQ(read.settings.machine.timer_interval, 40);
+    EXPECT_TRUE(read.settings.machine.pcm_beep);
     std::string expected = DEFAULT_TEXT;
     expected.replace(expected.find("TIMER= 30"), 9, "TIMER= 40");
     expected.replace(expected.find("CURSOR_INT= 13"), 14, "CURSOR_INT= 10");
@@ -88,10 +90,10 @@ TEST(Settings, KeepWhatElseStandsInTheFile) {
 }
 
 TEST(Settings, OneByOne) {
-    Settings settings;
+    StoredSettings settings;
     Numbers messages;
     EXPECT_TRUE(set_setting(settings, "timer", "10", messages));
-    EXPECT_EQ(settings.cursor_interval, 41);
+    EXPECT_EQ(settings.machine.cursor_interval, 41);
     EXPECT_TRUE(set_setting(settings, "ZOOM", "13", messages));
     EXPECT_EQ(messages, Numbers{2});
     for (const char* key : {"", "TIMERS", "PALETTE", "CURSOR_INT", "PCMBEEP"})
@@ -101,25 +103,18 @@ TEST(Settings, OneByOne) {
 TEST(Settings, GoIntoTheRecordAndBack) {
     const auto machine = std::make_unique<Machine>();
     Machine& m = *machine;
-    m.pcm_beep = 0;
-    m.saved_run_state = STATE_INPUT;
-    const Settings settings = parse_settings(OTHER_TEXT).settings;
-    apply_settings(m, settings);
-    EXPECT_EQ((Numbers{m.angle_unit, m.run_page, m.timer_interval, m.zoom, m.ascii_mode, m.wait_print_sc_ini}),
-              (Numbers{1, 9, 5, 8, 0, 7}));
-    EXPECT_EQ((Numbers{m.wait_print_sc, m.cursor_interval, m.pcm_beep, m.set_f_digits, m.set_e_digits, m.set_g_digits}),
-              (Numbers{3, 83, 1, 9, 8, 18}));
-    EXPECT_EQ((Numbers{m.beep_volume, m.saved_run_state}), (Numbers{0, STATE_INPUT}));
-
-    Settings back = settings;
-    m.zoom = 12;
-    m.overdrive = 1;
-    m.saved_timer_interval = 77;
-    collect_settings(m, back);
-    EXPECT_EQ((Numbers{back.zoom, back.timer_interval}), (Numbers{12, 77}));
-    EXPECT_EQ(back.last_file, "/users/me/a.bas");
-    apply_settings(m, settings); // Overdrive stays
-    EXPECT_EQ((Numbers{m.timer_interval, m.saved_timer_interval}), (Numbers{5, 5}));
+    const StoredSettings settings = parse_settings(OTHER_TEXT).settings;
+    apply_settings(m, settings.machine);
+    EXPECT_EQ(m.settings, settings.machine);
+    EXPECT_FALSE(m.settings == Settings{});
+    m.settings.zoom = 12;
+    m.speed.overdrive = true;
+    m.speed.saved_timer_interval = 77;
+    const StoredSettings back = collect_settings(m, settings.preferences);
+    EXPECT_EQ((Numbers{back.machine.zoom, back.machine.timer_interval}), (Numbers{12, 77}));
+    EXPECT_EQ(back.preferences.last_file, "/users/me/a.bas");
+    apply_settings(m, settings.machine); // Overdrive stays
+    EXPECT_EQ((Numbers{m.settings.timer_interval, m.speed.saved_timer_interval}), (Numbers{5, 5}));
 }
 
 TEST(Settings, MayHaveTheLineEndsOfAnySystem) {
@@ -127,10 +122,10 @@ TEST(Settings, MayHaveTheLineEndsOfAnySystem) {
         std::string text = "[QZS] ZOOM=3\n; mine\nRUNPAGE=4\nNEW=1\n[OTHER]\nX=1\n";
         for (std::size_t at = 0; (at = text.find('\n', at)) != std::string::npos; at += std::string_view(ends).size())
             text.replace(at, 1, ends);
-        const Settings settings = parse_settings(text).settings;
-        EXPECT_EQ((std::vector{settings.zoom, settings.run_page}), (std::vector{3, 4}));
-        EXPECT_EQ(settings.other_lines, (std::vector<std::string>{"; mine", "NEW=1"}));
-        EXPECT_TRUE(settings.other_sections.starts_with("[OTHER]"));
+        const auto [machine, preferences] = parse_settings(text).settings;
+        EXPECT_EQ((std::vector{machine.zoom, machine.run_page}), (std::vector{3, 4}));
+        EXPECT_EQ(preferences.other_lines, (std::vector<std::string>{"; mine", "NEW=1"}));
+        EXPECT_TRUE(preferences.other_sections.starts_with("[OTHER]"));
     }
 }
 
@@ -144,7 +139,7 @@ TEST(Settings, LiveInAFile) {
     for (const std::string& before : {OTHER_TEXT, foreign, huge}) {
         ++files;
         put_file(path, before);
-        EXPECT_TRUE(write_settings(path, Settings{}));
+        EXPECT_TRUE(write_settings(path, {}));
         EXPECT_EQ(get_file(path), DEFAULT_TEXT);
         EXPECT_TRUE(files == 1 || get_file(path + (files == 2 ? ".bad" : ".bad1")) == before);
         EXPECT_EQ(folder.names().size(), files) << "the old one is kept where it is not understood";

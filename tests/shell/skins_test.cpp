@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Skins from files: what is taken, every refusal with its text and names that lead out of the folder (skins.txt), and
 // what brings the default skin back.
 #include "shell/skins.h"
@@ -48,7 +49,7 @@ std::string changed(std::string file, const std::string& change) {
 struct Skins : ::testing::Test {
     Skins() {
         put_file(folder / "dots.bmp", skin_file());
-        t.simulator->settings.last_file = folder / "program.bas";
+        t.simulator->preferences.last_file = folder / "program.bas";
         load_skin(*t.simulator, "");
         t.tick();
     }
@@ -76,7 +77,7 @@ struct Skins : ::testing::Test {
 };
 
 TEST_F(Skins, TakeEveryPixelAndColourFromTheFile) {
-    t.simulator->settings.pal_on = 0xFF0000; // colours that the file does not take
+    t.simulator->preferences.pal_on = 0xFF0000; // colours that the file does not take
     EXPECT_EQ(load("dots.bmp"), "");
     for (int y = 0; y < 480; ++y)
         for (int x = 0; x < 512; ++x)
@@ -102,11 +103,11 @@ TEST_F(Skins, AreRefusedWithTheirTextAndNotLookedForOutsideTheirFolder) {
     ASSERT_EQ(::mkfifo((folder / "sub/pipe.bmp").c_str(), 0600), 0);
     std::filesystem::create_symlink("/dev/zero", folder / "sub/endless.bmp");
     std::filesystem::create_symlink("ring.bmp", folder / "sub/ring.bmp");
-    t.simulator->settings.last_file = folder / "sub/program.bas";
+    t.simulator->preferences.last_file = folder / "sub/program.bas";
     const auto told_of = [this](const std::string& name) {
         EXPECT_EQ(load("dots.bmp"), "");
         std::string text = load(name);
-        EXPECT_EQ(t.m.error_code, 0);
+        EXPECT_FALSE(failed(t.m));
         EXPECT_EQ(is_default(), name != "dots.bmp");
         std::erase_if(text, [](char c) { return c == '\x01' || c == '|'; });
         return std::regex_replace(text, std::regex(folder.path), "FOLDER");
@@ -114,7 +115,7 @@ TEST_F(Skins, AreRefusedWithTheirTextAndNotLookedForOutsideTheirFolder) {
     const auto told_of_file = [&](const FileCase& row) {
         put_file(folder / "sub/bad.bmp", changed(skin_file(), row.input));
         const std::string text = told_of("bad.bmp");
-        EXPECT_EQ(t.m.error_detail.view(), "SYSTEM 8\x01" + text.substr(8));
+        EXPECT_EQ(t.m.error.error_detail.view(), "SYSTEM 8\x01" + text.substr(8));
         return text;
     };
     const auto told_of_name = [&](const FileCase& row) {
@@ -127,7 +128,7 @@ TEST_F(Skins, LieInTheWorkingFolderWithoutAListing) {
     const std::filesystem::path was = std::filesystem::current_path();
     std::filesystem::current_path(folder.path);
     for (const char* listing : {"", "program.bas"}) {
-        t.simulator->settings.last_file = listing;
+        t.simulator->preferences.last_file = listing;
         EXPECT_EQ(load("dots.bmp"), "");
         EXPECT_EQ(t.simulator->skin_name, "dots.bmp");
         EXPECT_EQ(load(""), "");
@@ -143,7 +144,7 @@ TEST_F(Skins, ComeFromAProgramAndGoWithIt) {
     t.tick(3);
     EXPECT_EQ(told(), "SYSTEM 2\x01 \"none.bmp\"|");
     EXPECT_TRUE(is_default());
-    EXPECT_EQ(t.m.error_code, 0) << "no error of the program";
+    EXPECT_FALSE(failed(t.m)) << "no error of the program";
     t.tick();
     EXPECT_EQ(t.m.variables[0].number, 2);
     t.start("GLOAD \"dots.bmp\"\nGLOAD \"\"");

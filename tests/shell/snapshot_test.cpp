@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Snapshots: the file byte by byte against the canvas, their numbers, and the keys for snapshot and dump.
 #include "shell/snapshot.h"
 
@@ -81,11 +82,11 @@ TEST(FileServices, PutSnapshotsOnTheDesktopAndTheDumpWhereOneWorks) {
     use_file_services(*t.simulator);
     std::vector<std::string> notes;
     t.simulator->window.note = [&notes](const std::string& text) { notes.push_back(text); };
-    t.m.catalogue.sections["SNAPSHOT"] = {{0, "no free name"}, {1, "picture lost:"}, {2, "picture:"}};
-    t.m.catalogue.sections["DUMP"] = {{0, "dump lost:"}, {1, "dump:"}};
-    t.m.variables[0].kind = 0;
+    t.simulator->around.catalogue.sections["SNAPSHOT"] = {{0, "no free name"}, {1, "picture lost:"}, {2, "picture:"}};
+    t.simulator->around.catalogue.sections["DUMP"] = {{0, "dump lost:"}, {1, "dump:"}};
+    t.m.variables[0].kind = CELL_NUMBER;
     t.m.variables[0].number = 2;
-    t.m.zoom = 7; // the picture is that of the canvas all the same
+    t.m.settings.zoom = 7; // the picture is that of the canvas all the same
     t.tick();
     on_key_down(t.m, F12, false);
     EXPECT_EQ(get_file(home / "Desktop/qzsnap_000.bmp"), snapshot_bitmap(t.simulator->lcd.canvas));
@@ -113,7 +114,7 @@ TEST(FileServices, PutSnapshotsOnTheDesktopAndTheDumpWhereOneWorks) {
     EXPECT_EQ(notes, (std::vector<std::string>{"picture: " + home / "Desktop/qzsnap_000.bmp",
                                                "dump: " + home / "debug_002.bin",
                                                "picture: " + home / "Desktop/qzsnap_255.bmp"}));
-    EXPECT_TRUE(t.m.key_string.empty());
+    EXPECT_TRUE(t.m.keys.key_string.empty());
     std::filesystem::current_path(was);
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From one run to the next: what a start reads, in which order it acts, what an end writes, and the same through
 // `quillon-cli run`.
 #include "shell/startup.h"
@@ -27,12 +28,12 @@ struct Startup : ::testing::Test {
         runs.push_back(std::make_unique<TestMachine>());
         TestMachine& t = *runs.back();
         t.simulator->files = files;
-        t.m.host.milliseconds = [] { return 99U; };
-        t.m.host.show_message = [this](const std::string& text, MessageIcon) {
+        t.simulator->around.host.milliseconds = [] { return 99U; };
+        t.simulator->around.host.show_message = [this](const std::string& text, MessageIcon) {
             order += text.substr(0, text.find('\x01')) + "|";
         };
-        t.m.host.stop_tone = [this] { order += "stop-tone|"; };
-        t.simulator->window.toggle_soft_keyboard = [this, &t] { order += t.m.soft_open != 0 ? "open|" : "close|"; };
+        t.simulator->around.host.stop_tone = [this] { order += "stop-tone|"; };
+        t.simulator->window.toggle_soft_keyboard = [this, &t] { order += t.m.soft.soft_open ? "open|" : "close|"; };
         order.clear();
         EXPECT_TRUE(start_simulator(*t.simulator, named));
         return t;
@@ -51,7 +52,7 @@ TEST_F(Startup, WithoutFilesIsThePowerOnState) {
     TestMachine& t = start();
     EXPECT_EQ(order, "");
     EXPECT_EQ(home.names(), std::set<std::string>{}) << "a start writes nothing";
-    EXPECT_EQ(t.m.run_state, STATE_SELECT);
+    EXPECT_EQ(t.m.run.run_state, STATE_SELECT);
     EXPECT_EQ(lit_indicators(t.simulator->lcd), (std::vector<std::string_view>{"WRT", "DEG"})) << "it is drawn";
     t.tick();
     EXPECT_EQ(t.visible(), "P  123456789");
@@ -62,7 +63,7 @@ TEST_F(Startup, WithoutFilesIsThePowerOnState) {
     put_file(home / ".config", "a file where a folder should be");
     const auto unsaved = shut_down_simulator(*t.simulator);
     EXPECT_EQ(unsaved, (std::vector{files.settings, files.saved_values, files.recent_listings}));
-    t.m.catalogue.sections["SAVE"][0] = "Lost:\r\n";
+    t.simulator->around.catalogue.sections["SAVE"][0] = "Lost:\r\n";
     EXPECT_EQ(unsaved_text(*t.simulator, {"a", "b"}), "Lost:\r\na\r\nb\r\n");
     EXPECT_EQ(order, "") << "how it is told is for the caller to say";
     TestMachine without_files;
@@ -81,8 +82,8 @@ TEST_F(Startup, KeepsStateToTheNextRun) {
     for (const int command : {COMMAND_PAGE_0 + 7, COMMAND_ZOOM_1 + 2, +COMMAND_ASCII_MODE, +COMMAND_GRA,
                               +COMMAND_SOFT_KEYBOARD, +COMMAND_OVERDRIVE})
         run_host_command(*first.simulator, command);
-    first.m.set_f_digits = 4;
-    first.simulator->settings.pal_on = 0x123456;
+    first.m.settings.set_f_digits = 4;
+    first.simulator->preferences.pal_on = 0x123456;
     const ValuesImage kept = values_image(first.m);
     shut_down_simulator(*first.simulator);
 
@@ -91,10 +92,12 @@ TEST_F(Startup, KeepsStateToTheNextRun) {
     EXPECT_EQ(second.simulator->recent, RecentListings{listing});
     EXPECT_EQ(window_title(*second.simulator), "Quillon Simulator. [last.bas]");
     const Machine& m = second.m;
-    EXPECT_EQ((std::vector{m.run_page, m.zoom, m.ascii_mode, m.angle_unit, m.saved_run_state, m.soft_open}),
-              (std::vector{7, 3, 0, +ANGLE_GRA, 0, 1}));
-    EXPECT_EQ((std::vector{m.set_f_digits, m.timer_interval, m.overdrive, m.cursor_interval}),
-              (std::vector{4, 30, 0, 13}))
+    EXPECT_EQ((std::vector{m.settings.run_page, m.settings.zoom, number_of(m.settings.angle_unit),
+                           number_of(m.run.saved_run_state)}),
+              (std::vector{7, 3, 2, 0}));
+    EXPECT_TRUE(!m.settings.ascii_mode && m.soft.soft_open && !m.speed.overdrive);
+    EXPECT_EQ((std::vector{m.settings.set_f_digits, m.settings.timer_interval, m.settings.cursor_interval}),
+              (std::vector{4, 30, 13}))
         << "the interval is not Overdrive's";
     EXPECT_EQ(m.random_seed, 99U) << "a load seeds anew";
     const Canvas& skin = second.simulator->lcd.skin;
@@ -122,7 +125,7 @@ TEST_F(Startup, GoesByItsOrderAndSoDoesTheEnd) {
     order.clear();
     shut_down_simulator(*t.simulator);
     EXPECT_NE(order.find("stop-tone|"), std::string::npos) << order;
-    EXPECT_EQ(t.m.soft_open, 0);
+    EXPECT_FALSE(t.m.soft.soft_open);
     EXPECT_TRUE(saved("SOFTKEY= 1")) << "it was open at the end";
     EXPECT_TRUE(saved("STARTMODE= 1"));
     TestMachine& next = start();
@@ -153,7 +156,7 @@ TEST_F(Startup, GoesOnWithoutAListing) {
             TestMachine& t = start(on_command_line ? listing : "");
             Simulator& s = *t.simulator;
             EXPECT_EQ(order, row.message) << "and nothing of a listing that is not asked for";
-            EXPECT_TRUE(t.m.listing_text.empty());
+            EXPECT_TRUE(t.m.listing->text.empty());
             EXPECT_EQ(s.lcd.skin.width, 512);
             EXPECT_EQ(window_title(s), row.is_named ? "Quillon Simulator. [last.bas]" : "Quillon Simulator.");
             shut_down_simulator(s);
@@ -165,7 +168,7 @@ TEST_F(Startup, GoesOnWithoutAListing) {
             put_file(listing, "[P0]\n10 A=1\n");
             run_host_command(s, COMMAND_RELOAD);
             EXPECT_EQ(order, row.message + row.message) << "mended";
-            EXPECT_FALSE(t.m.listing_text.empty());
+            EXPECT_FALSE(t.m.listing->text.empty());
             shut_down_simulator(s);
             EXPECT_TRUE(saved("LASTFILE = \"" + listing + "\""));
         }
@@ -180,7 +183,7 @@ TEST_F(Startup, KeepsWholePaths) {
     put_file("bas/t.bas", "[P0]\n10 A=1\n");
     for (const char* name : {"bas/t.bas", "./bas/./t.bas"}) {
         TestMachine& t = start(name);
-        EXPECT_EQ(t.simulator->settings.last_file, real);
+        EXPECT_EQ(t.simulator->preferences.last_file, real);
         EXPECT_TRUE(open_listing(*t.simulator, name));
         EXPECT_EQ(t.simulator->recent, RecentListings{real});
     }

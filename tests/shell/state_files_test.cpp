@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The files of the state: what a fault while reading, another instance or a kill costs.
 #include "shell/state_files.h"
 
@@ -71,7 +72,7 @@ TEST_F(State, IsNeverReplacedWhereItCouldNotBeRead) {
                     continue;
                 ++faults_of_this_file;
                 store_number(t.m.variables[0], 77);
-                t.m.run_page = 8;
+                t.m.settings.run_page = 8;
                 t.simulator->recent = {"/new.bas"};
                 save_state(*t.simulator);
                 EXPECT_EQ(get_file(path), before) << failed;
@@ -96,9 +97,9 @@ TEST_F(State, SaysWhatItDoesNotUnderstand) {
 TEST_F(State, OfTwoInstancesIsMerged) {
     TestMachine& first = instance();
     TestMachine& second = instance();
-    first.m.beep_volume = 7;
+    first.m.settings.beep_volume = 7;
     first.simulator->recent.insert(first.simulator->recent.begin(), "/first.bas");
-    second.m.run_page = 9;
+    second.m.settings.run_page = 9;
     second.simulator->recent.insert(second.simulator->recent.begin(), "/second.bas");
     EXPECT_EQ(save_state(*first.simulator), Unsaved{});
     EXPECT_EQ(save_state(*second.simulator), Unsaved{});
@@ -130,7 +131,7 @@ TEST_F(State, KeepsTheVariablesThatChangedLastAndTheOthersBeside) {
 TEST_F(State, IsSavedWhileTheProgramRuns) {
     TestMachine& t = instance();
     Simulator& s = *t.simulator;
-    t.m.beep_volume = 4;
+    t.m.settings.beep_volume = 4;
     const auto saves = [&](std::int64_t now) {
         store_number(t.m.variables[0], t.m.variables[0].number + 1);
         save_when_due(s, now);
@@ -142,10 +143,10 @@ TEST_F(State, IsSavedWhileTheProgramRuns) {
     EXPECT_TRUE(saves(105'000)) << "each 5 s while nothing runs";
     t.start("PRINT \"A\";:GOTO 10");
     t.tick();
-    ASSERT_EQ(t.m.run_state, STATE_RUN);
+    ASSERT_EQ(t.m.run.run_state, STATE_RUN);
     EXPECT_FALSE(saves(164'999));
     EXPECT_TRUE(saves(165'000)) << "each 60 s while something does";
-    s.settings.last_file = "/other.bas";
+    s.preferences.last_file = "/other.bas";
     EXPECT_TRUE(saves(165'001)) << "at once with another listing";
 }
 
@@ -153,7 +154,7 @@ TEST_F(State, ThatCannotBeSavedIsNotedOnce) {
     TestMachine& t = instance();
     std::filesystem::remove(files.settings);
     std::filesystem::create_directory(files.settings);
-    t.m.beep_volume = 4;
+    t.m.settings.beep_volume = 4;
     for (int i = 1; i <= 3; ++i)
         save_when_due(*t.simulator, i * 10'000);
     EXPECT_EQ(notes, std::vector<std::string>{files.settings + "\r\n"});
@@ -166,7 +167,7 @@ TEST_F(State, GrowsNoSettingsThatCouldNotBeReadAgain) {
     const std::string settings = "[QZS]\n;" + std::string((1 << 20) - 100, 'x') + "\n";
     put_file(files.settings, settings);
     TestMachine& t = instance();
-    t.m.run_page = 1;
+    t.m.settings.run_page = 1;
     EXPECT_EQ(save_state(*t.simulator), Unsaved{files.settings});
     EXPECT_EQ(get_file(files.settings), settings);
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reader of the files of cases: it passes over nothing.
 #include "tests/support/cases_file.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What programs and lines have changed in a machine, as one short text for the rows of a table.
 #pragma once
 

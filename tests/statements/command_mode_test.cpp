@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Command mode beyond the rows of command_lines.txt and dialogues.txt: the limits of the line editor, the clipboard, a
 // stopped INPUT meanwhile, and a clean start.
 #include "shell/commands.h"
@@ -14,8 +15,8 @@ namespace {
 
 struct CommandMode : public ::testing::Test, public CommandLine {
     void expect_entry(const std::string& text, std::size_t cursor) const {
-        EXPECT_EQ(m.entry_line.text.view(), text);
-        EXPECT_EQ(static_cast<std::size_t>(m.display_cursor), cursor) << text;
+        EXPECT_EQ(m.entry.entry_line.text.view(), text);
+        EXPECT_EQ(static_cast<std::size_t>(m.screen.display_cursor), cursor) << text;
     }
 
     void press_all(const std::vector<int>& keys) {
@@ -27,8 +28,8 @@ struct CommandMode : public ::testing::Test, public CommandLine {
 TEST_F(CommandMode, ShowsTheCursorAtOnceWithAKey) {
     type(*this, "A+B");
     press(*this, LEFT);
-    m.cursor_visible = 0;
-    m.blink_counter = 7;
+    m.screen.cursor_visible = false;
+    m.screen.blink_counter = 7;
     tick();
     EXPECT_EQ(display(), "A+B");
     press(*this, LEFT);
@@ -44,7 +45,7 @@ TEST_F(CommandMode, StopsAt127Characters) {
     expect_entry(text.substr(2) + "12", 127);
     press(*this, BACKSPACE);
     expect_entry(text.substr(2) + "1", 126);
-    EXPECT_EQ(m.display_offset, 126 - 11);
+    EXPECT_EQ(m.screen.display_offset, 126 - 11);
 }
 
 TEST_F(CommandMode, AppliesAHeldKeyOnce) {
@@ -64,7 +65,7 @@ TEST_F(CommandMode, AppliesAHeldKeyOnce) {
 }
 
 TEST_F(CommandMode, TypesWhatThereIsRoomForOfAWord) {
-    m.ascii_mode = 0;
+    m.settings.ascii_mode = false;
     type_at_once(*this, std::string(125, '1'));
     press(*this, 'A', SHIFT);
     expect_entry(std::string(125, '1') + "GO", 127);
@@ -74,21 +75,21 @@ TEST_F(CommandMode, PastesUpToTheFirstControlCharacter) {
     for (const std::string pasted : {"1+2|", "12|\r34", "|", "|\n1", "A\x7F|", "AB|\x87\x43", "123456789012345|"}) {
         std::string text = pasted;
         text.erase(text.find('|'), 1);
-        m.host.paste_text = [&text] { return BoundedText<15>(text); };
+        simulator->around.host.paste_text = [&text] { return BoundedText<15>(text); };
         press(*this, 'V', CTRL);
-        EXPECT_EQ(m.entry_line.text.view(), pasted.substr(0, pasted.find('|'))) << pasted;
+        EXPECT_EQ(m.entry.entry_line.text.view(), pasted.substr(0, pasted.find('|'))) << pasted;
         press(*this, HOME);
     }
     type(*this, "ABCDE");
     press_all({LEFT, LEFT, LEFT});
-    m.host.paste_text = [] { return BoundedText<15>("xy"); };
+    simulator->around.host.paste_text = [] { return BoundedText<15>("xy"); };
     press(*this, 'V', CTRL);
     expect_entry("ABxyE", 4);
 }
 
 TEST_F(CommandMode, CopiesTheEntryOrTheResult) {
     std::string copied;
-    m.host.copy_text = [&copied](std::string_view text) { copied += std::string(text) + "/"; };
+    simulator->around.host.copy_text = [&copied](std::string_view text) { copied += std::string(text) + "/"; };
     type(*this, "2+3.50");
     press(*this, 'C', CTRL);
     expect_entry("2+3.50", 6);
@@ -108,14 +109,14 @@ TEST_F(CommandMode, LeavesAStoppedInputItsVariables) {
         run_host_command(*simulator, COMMAND_STOP);
         press(*this, HOME);
         enter(*this, line);
-        if (m.stmt_kind == KIND_PROMPT)
+        if (m.eval.stmt_kind == KIND_PROMPT)
             enter(*this, "9");
-        else if (m.error_code != ERROR_NONE)
+        else if (failed(m))
             press(*this, HOME);
-        else if (m.run_state != STATE_COMMAND)
+        else if (m.run.run_state != STATE_COMMAND)
             exe();
-        EXPECT_EQ(m.history[0].view(), line);
-        ASSERT_EQ(m.run_state, STATE_COMMAND) << line;
+        EXPECT_EQ(m.entry.history[0].view(), line);
+        ASSERT_EQ(m.run.run_state, STATE_COMMAND) << line;
         for (const char* entry : {"", "5", "6"}) { // on with the program, and its two entries
             enter(*this, entry);
             wait();
@@ -133,12 +134,12 @@ TEST_F(CommandMode, TheCommandLineCommandStartsClean) {
         tick(3);
         run_host_command(*simulator, COMMAND_LINE);
         EXPECT_EQ(display(), "READY P0") << program;
-        EXPECT_EQ(m.error_detail.view(), "") << program;
-        EXPECT_EQ(m.history_index, -1) << program;
+        EXPECT_EQ(m.error.error_detail.view(), "") << program;
+        EXPECT_EQ(m.entry.history_index, -1) << program;
         EXPECT_EQ(says("5"), "5") << program;
         exe();
         tick(3);
-        EXPECT_EQ(m.run_state, STATE_COMMAND) << "nothing to go on with after " << program;
+        EXPECT_EQ(m.run.run_state, STATE_COMMAND) << "nothing to go on with after " << program;
     }
 }
 

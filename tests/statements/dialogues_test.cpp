@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A person and the machine: what is shown after each thing that the person does. In the files characters stand for
 // their keys and words in braces for other keys and events; the machine is at an empty command line below each heading.
 #include "shell/commands.h"
@@ -58,9 +59,9 @@ const std::map<std::string, Act> WORDS = {
     {"RUN", host_command(COMMAND_RUN)},
     {"load", [](CommandLine& t, const std::string& program) { t.load_program(program); }},
     {"start", start},
-    {"page", [](CommandLine& t, const std::string& area) { t.m.run_page = std::stoi(area); }},
+    {"page", [](CommandLine& t, const std::string& area) { t.m.settings.run_page = std::stoi(area); }},
     {"ticks", [](CommandLine& t, const std::string& count) { t.tick(std::stoi(count)); }},
-    {"machine-keys", [](CommandLine& t, const std::string&) { t.m.ascii_mode = 0; }},
+    {"machine-keys", [](CommandLine& t, const std::string&) { t.m.settings.ascii_mode = false; }},
     // text and EXE, all keys before the first tick
     {"fast", [](CommandLine& t, const std::string& text) { type_at_once(t, text + "\n"), t.wait(); }},
     // two keys, "3 EXE": the second goes down before the first comes up
@@ -87,21 +88,21 @@ void act(CommandLine& t, std::string_view doing) {
 /// state with what is displayed. At prompts and behind a program's end the variables follow.
 std::string seen(const TestMachine& t) {
     const Machine& m = t.m;
-    if (m.error_code != ERROR_NONE)
+    if (failed(m))
         return failure_of(t);
-    if (m.run_state == STATE_COMMAND || m.run_state == STATE_INPUT) {
-        const std::string_view line = m.entry_line.text.view();
-        const auto cursor = static_cast<std::size_t>(m.display_cursor);
-        return (m.run_state == STATE_INPUT ? "entry " : "line ") + escaped(line.substr(0, cursor)) + "|" +
+    if (m.run.run_state == STATE_COMMAND || m.run.run_state == STATE_INPUT) {
+        const std::string_view line = m.entry.entry_line.text.view();
+        const auto cursor = static_cast<std::size_t>(m.screen.display_cursor);
+        return (m.run.run_state == STATE_INPUT ? "entry " : "line ") + escaped(line.substr(0, cursor)) + "|" +
                escaped(line.substr(cursor));
     }
     std::string state = moment(t).substr(0, moment(t).find(' '));
-    if (m.stmt_kind == KIND_RESULT)
+    if (m.eval.stmt_kind == KIND_RESULT)
         state = "result";
-    const bool asks = m.run_state == STATE_RUN && m.stmt_kind == KIND_PROMPT;
+    const bool asks = m.run.run_state == STATE_RUN && m.eval.stmt_kind == KIND_PROMPT;
     if (asks)
         state = "asks";
-    const std::string changed = asks || m.run_state == STATE_ENDED ? changes(m) : "";
+    const std::string changed = asks || m.run.run_state == STATE_ENDED ? changes(m) : "";
     return state + (t.display().empty() ? "" : " ") + t.display() + changed;
 }
 

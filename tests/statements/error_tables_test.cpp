@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every error of the statements and functions: its code, its text in the catalogue and its detail; and the catalogues
 // themselves, which have every text that is asked for and no other. (Jumps, loops, conditions and PRINT: in their own
 // files. What an INPUT refuses: in print_input_test. Listings and expressions: in core.)
@@ -41,9 +42,9 @@ std::vector<FileCase> all_errors() {
 
 /// A detail without an error tells of a fault that the program has passed over.
 std::string outcome_of_run(TestMachine& t) {
-    if (t.m.error_code != ERROR_NONE)
+    if (failed(t.m))
         return failure_of(t.m);
-    EXPECT_EQ(t.m.run_state, STATE_ENDED);
+    EXPECT_EQ(t.m.run.run_state, STATE_ENDED);
     std::string text = "ok " + t.detail_id() + t.detail();
     std::erase(text, '\r');
     std::replace(text.begin(), text.end(), '\n', '|');

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // PRINT and INPUT beyond the rows of print.txt and dialogues.txt: the pace of PRINT, the longest texts, prompts and
 // entries, and every refusal. (The visible columns: in display/lcd_test.)
 #include "shell/commands.h"
@@ -18,15 +19,15 @@ TEST(Print, ScrollsAtTheConfiguredPace) {
         SCOPED_TRACE(ticks);
         TestMachine t;
         t.start(R"(PRINT "ABCDEFGHIJKLMN")");
-        t.m.wait_print_sc_ini = first;
-        t.m.wait_print_sc = others;
+        t.m.settings.wait_print_sc_ini = first;
+        t.m.settings.wait_print_sc = others;
         t.tick(ticks);
         EXPECT_EQ(moment(t), "run 10 13 [BCDEFGHIJKLM]");
         t.tick();
         EXPECT_EQ(moment(t), "wait 0 12 [CDEFGHIJKLMN]");
-        EXPECT_EQ(t.m.wait_counter, others);
-        EXPECT_EQ(t.m.state_after_scroll, STATE_RUN);
-        EXPECT_EQ(t.m.kind_after_scroll, KIND_NONE);
+        EXPECT_EQ(t.m.run.scroll.wait_counter, others);
+        EXPECT_EQ(t.m.run.scroll.state_after_scroll, STATE_RUN);
+        EXPECT_EQ(t.m.run.scroll.kind_after_scroll, KIND_NONE);
     }
 }
 
@@ -43,7 +44,7 @@ TEST(Print, CarriesTheLongestTexts) {
     t.tick(2);
     t.exe();
     EXPECT_EQ(moment(t), "run 7 12 [" + longest.substr(103, 12) + "]");
-    t.tick(t.m.wait_print_sc + 1);
+    t.tick(t.m.settings.wait_print_sc + 1);
     t.exe();
     EXPECT_EQ(moment(t), "wait 0 12 [" + longest.substr(106, 9) + "END]");
 }
@@ -68,12 +69,12 @@ TEST(Input, GoesOnWithItsListAfterAStop) {
     Asking t("INPUT \"X\",A,\"Y\",B\nPRINT A;B");
     enter(t, "5");
     t.wait();
-    const int token = t.m.token;
+    const TokenCode token = t.m.eval.token;
     run_host_command(*t.simulator, COMMAND_STOP);
     t.tick();
-    t.m.token = 'X'; // as some line that was typed meanwhile leaves it
+    t.m.eval.token = TOKEN_HASH; // as some line that was typed meanwhile leaves it
     t.exe();
-    EXPECT_EQ(t.m.token, token);
+    EXPECT_EQ(t.m.eval.token, token);
 }
 
 TEST(Input, RefusesWhatIsNoNumberAndAsksAgain) {
@@ -81,14 +82,14 @@ TEST(Input, RefusesWhatIsNoNumberAndAsksAgain) {
                               "1=1", "PRINT 1", "VAC",   "GOTO 10", "REM",   ")",   "C",   "Z(999)", ":",   " "}) {
         Asking t("A=7:B$=\"X\":C$=\"1\"\nINPUT A,D\nE=1");
         enter(t, entry);
-        EXPECT_EQ(t.m.error_code, ERROR_INPUT) << entry;
+        EXPECT_EQ(t.m.error.error_code, ERROR_INPUT) << entry;
         EXPECT_EQ(t.detail_id(), "INPUT 2") << entry;
         EXPECT_EQ(changes(t.m), " A=7 B$=X C$=1") << "nothing of it has been carried out: " << entry;
         t.tick(5);
         EXPECT_EQ(t.display(), "ERR2") << "until a key: " << entry;
         type(t, "9");
         EXPECT_EQ(moment(t), "run 11 1 [?]") << entry;
-        EXPECT_EQ(t.m.error_code, ERROR_NONE) << entry;
+        EXPECT_EQ(t.m.error.error_code, ERROR_NONE) << entry;
         for (const char* number : {"5", "6"}) { // the key that led back to the prompt is not typed
             enter(t, number);
             t.wait();

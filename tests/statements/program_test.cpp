@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // RUN, VAC, and DATA by areas and behind a fault. The other words are in words.txt, the rest of DATA in data.txt; how
 // words fail that the machine does not have, and what the index of DATA items holds, is in core's tests.
 #include "shell/commands.h"
@@ -14,20 +15,20 @@ TEST(Run, StartsTheSelectedAreaOrALineAnew) {
            "[P1]\n10 A=0:MODE 7:RUN 30\n20 PRINT \"NO\"\n30 GOSUB 40\n40 PRINT A:IF A<3;A=A+1:RUN 40.9\n");
     run_host_command(*t.simulator, COMMAND_RUN);
     EXPECT_EQ(t.run_through(), (std::vector<std::string>{" 1 7", " 2 7", "END"})) << "with the first DATA item";
-    EXPECT_EQ(t.m.for_depth, 1) << "the first run's loop is gone";
-    t.m.run_page = 1;
+    EXPECT_EQ(t.m.program.for_depth, 1) << "the first run's loop is gone";
+    t.m.settings.run_page = 1;
     run_host_command(*t.simulator, COMMAND_RUN);
     EXPECT_EQ(t.run_through(), (std::vector<std::string>{" 0", " 1", " 2", " 3"}));
-    EXPECT_EQ(t.m.gosub_depth, 0) << "the stacks are emptied";
-    EXPECT_EQ(t.m.print_mode, 1) << "there is no reset";
+    EXPECT_EQ(t.m.program.gosub_depth, 0) << "the stacks are emptied";
+    EXPECT_TRUE(t.m.screen.print_mode) << "there is no reset";
     for (const int page : {3, 4}) { // an area without lines, and none
         t.load("[P0]\n10 RUN:VAC\n[P3]\n");
-        t.m.run_page = 0;
+        t.m.settings.run_page = 0;
         run_host_command(*t.simulator, COMMAND_RUN);
-        t.m.run_page = page;
+        t.m.settings.run_page = page;
         t.tick(3);
-        EXPECT_EQ(t.m.run_state + t.m.base_state, 2 * STATE_COMMAND) << page;
-        EXPECT_EQ(t.m.error_detail.view(), "");
+        EXPECT_TRUE(t.m.run.run_state == STATE_COMMAND && t.m.run.base_state == STATE_COMMAND) << page;
+        EXPECT_EQ(t.m.error.error_detail.view(), "");
         EXPECT_EQ(cell(t, 'A').number, 3) << "the rest of the line is dropped";
     }
 }
@@ -35,12 +36,12 @@ TEST(Run, StartsTheSelectedAreaOrALineAnew) {
 TEST(Vac, ResetsTheTraceWindow) {
     TestMachine t;
     int resets = 0;
-    t.m.host.reset_trace = [&resets] { ++resets; };
-    for (const int trace_mode : {0, 1}) {
-        t.m.trace_mode = trace_mode;
+    t.simulator->around.host.reset_trace = [&resets] { ++resets; };
+    for (const bool trace_mode : {false, true}) {
+        t.m.trace.trace_mode = trace_mode;
         t.start("VAC");
         t.run_through();
-        EXPECT_EQ(resets, trace_mode);
+        EXPECT_EQ(resets, trace_mode ? 1 : 0);
     }
 }
 
@@ -48,7 +49,7 @@ TEST(Data, StaysAtAFault) {
     TestMachine t;
     t.start("DATA 1,X,3\nREAD B,A,C");
     t.run_through();
-    EXPECT_EQ(t.m.data_index[static_cast<std::size_t>(t.m.data_pos)].text.view(), "X");
+    EXPECT_EQ(t.m.listing->data[static_cast<std::size_t>(t.m.program.data_pos)].text.view(), "X");
 }
 
 TEST(Data, BelongsToItsArea) {
@@ -57,7 +58,7 @@ TEST(Data, BelongsToItsArea) {
            "[P3]\n10 RESTORE 20:READ A:PRINT A\n20 DATA 2\n[P4]\n10 RESTORE 20\n");
     const std::vector<std::string> shown[] = {{" 11", "ERR4 P1-20"}, {"ERR4 P2-10"}, {" 2"}, {"ERR4 P4-10"}};
     for (const int page : {1, 2, 3, 4, 3}) { // a start goes back to the first item
-        t.m.run_page = page;
+        t.m.settings.run_page = page;
         run_host_command(*t.simulator, COMMAND_RUN);
         EXPECT_EQ(t.run_through(), shown[page - 1]) << page;
     }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Programs in text files, and what they show, leave and report. The files' headings are the tests' below:
 //
 //   shows    the lines that stood in an EXE wait, with "|" between them
@@ -34,14 +35,14 @@ std::string shown_by(const std::string& program) {
 std::string end_of(TestMachine& t, const std::string& program) {
     t.start(program);
     t.run_through();
-    EXPECT_EQ(t.m.run_state, STATE_ENDED);
+    EXPECT_EQ(t.m.run.run_state, STATE_ENDED);
     return failure_of(t);
 }
 
 std::string failure_among_marks(const FileCase& row) {
     TestMachine t;
     const std::string end = end_of(t, with_marks(row.input));
-    EXPECT_EQ(t.m.gosub_depth, 0);
+    EXPECT_EQ(t.m.program.gosub_depth, 0);
     return end;
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // BEEP, BEEPS and BEEPWAIT: the tone's image byte by byte, its periods, volume, and how it holds the program.
 #include "shell/commands.h"
 #include "statements/sound.h"
@@ -16,11 +17,11 @@ namespace {
 /// A machine that notes its tones.
 struct SoundMachine : TestMachine {
     SoundMachine() {
-        m.host.play_tone = [this](std::span<const std::uint8_t> image) {
+        simulator->around.host.play_tone = [this](std::span<const std::uint8_t> image) {
             log += " play";
             played.assign(image.begin(), image.end());
         };
-        m.host.stop_tone = [this] { log += " stop"; };
+        simulator->around.host.stop_tone = [this] { log += " stop"; };
     }
 
     std::vector<std::uint8_t> played; ///< the last image
@@ -50,7 +51,7 @@ TEST(Tone, HasItsPeriodInEveryOctave) {
             const std::uint32_t half = (periods[semitone % 12] >> (semitone / 12)) * 16 / 3538944;
             const std::uint32_t samples = (2205 / (2 * half) + 1) * 2 * half;
             play_tone(t.m, octave, note, 100);
-            EXPECT_EQ(t.m.tone.half_period, static_cast<int>(half));
+            EXPECT_EQ(t.m.sound.tone.half_period, static_cast<int>(half));
             ASSERT_EQ(t.played.size(), 44 + samples);
             EXPECT_EQ(t.played[4] | t.played[5] << 8, static_cast<int>(samples + 36));
             EXPECT_EQ(t.played[40] | t.played[41] << 8, static_cast<int>(samples));
@@ -63,7 +64,7 @@ TEST(Tone, HasItsPeriodInEveryOctave) {
 TEST(Tone, IsAsLoudAsTheVolume) {
     SoundMachine t;
     for (const auto& [volume, sample] : {std::pair(0, 128), {1, 134}, {5, 160}, {9, 185}, {10, 192}}) {
-        t.m.beep_volume = volume;
+        t.m.settings.beep_volume = volume;
         play_tone(t.m, 4, 9, 100);
         EXPECT_EQ(t.played[44], sample) << volume;
         EXPECT_EQ(t.played.back(), 128) << volume;
@@ -73,14 +74,14 @@ TEST(Tone, IsAsLoudAsTheVolume) {
 std::string sounded(const FileCase& row) {
     const std::size_t at = row.input.rfind(" @ ");
     SoundMachine t;
-    t.m.timer_interval = std::stoi(row.heading);
+    t.m.settings.timer_interval = std::stoi(row.heading);
     t.start(row.input.substr(0, at));
     t.tick(std::stoi(row.input.substr(at + 3)));
     std::ostringstream shown;
-    shown << cell(t, 'A').number << ' ' << t.m.sound_ticks_left << ' ' << t.m.sound_holds_run << ' '
-          << t.m.tone.half_period << t.log;
+    shown << cell(t, 'A').number << ' ' << t.m.sound.sound_ticks_left << ' ' << t.m.sound.sound_holds_run << ' '
+          << t.m.sound.tone.half_period << t.log;
     run_host_command(*t.simulator, COMMAND_RUN);
-    EXPECT_EQ(t.m.sound_ticks_left, 0) << "a start stops it";
+    EXPECT_EQ(t.m.sound.sound_ticks_left, 0) << "a start stops it";
     return shown.str();
 }
 
@@ -88,11 +89,11 @@ TEST(Tone, HoldsTheProgramOrDoesNot) { expect_cases("statements/sound.txt", soun
 
 TEST(Beep, IsSilentWhenSwitchedOff) {
     SoundMachine t;
-    t.m.pcm_beep = 0;
+    t.m.settings.pcm_beep = false;
     t.start("BEEP:A=1:BEEPS 4,9,1000:BEEPWAIT:A=2:BEEP 5");
     t.tick(5);
     EXPECT_EQ(cell(t, 'A').number, 2);
-    EXPECT_EQ(t.m.sound_holds_run, 0);
+    EXPECT_EQ(t.m.sound.sound_holds_run, 0);
     t.tick();
     EXPECT_EQ(t.log + t.detail_id(), "BEEP 1");
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading files of test cases line by line.
 #include "tests/support/cases_file.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tables of test cases in text files beside the tests, read as a person reads them: without C++'s quotes.
 //
 //   # a comment

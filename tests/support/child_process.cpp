@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Child processes by fork.
 #include "tests/support/child_process.h"
 

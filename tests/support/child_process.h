@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The built program `quillon-cli` as a child process: what it writes, how it ends, and its pipes while it runs.
 #pragma once
 

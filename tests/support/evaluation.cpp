@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Single statements and expressions from texts.
 #include "tests/support/evaluation.h"
 
@@ -17,9 +18,9 @@ std::string without_marks(std::string_view text) {
 }
 
 std::string shown_result(const Machine& m, double number) {
-    const bool string = m.value.kind == VALUE_STRVAR || m.value.kind == VALUE_STRING;
-    if (string && m.operand_done != 0)
-        return "'" + std::string(m.value.text.view()) + "'";
+    const bool string = m.eval.value.kind == VALUE_STRVAR || m.eval.value.kind == VALUE_STRING;
+    if (string && m.eval.operand_done)
+        return "'" + std::string(m.eval.value.text.view()) + "'";
     char text[64];
     std::snprintf(text, sizeof text, "%.10g", number);
     return text;
@@ -27,28 +28,39 @@ std::string shown_result(const Machine& m, double number) {
 
 } // namespace
 
-std::string failure_of(const Machine& m) {
-    if (m.error_code == ERROR_NONE)
-        return "";
-    const std::string_view detail = m.error_detail;
-    return "ERR" + std::to_string(-m.error_code - 9) + " " + without_marks(detail.substr(0, detail.find("\r\n")));
+TokenIndex place_text(Machine& m, std::string_view text) {
+    if (text.size() <= m.entry.typed.text.capacity()) {
+        set_typed_line(m.entry.typed, text);
+        return TYPED;
+    }
+    ListingFault fault;
+    m.listing.pointer = make_listing("[P0]\n0 " + std::string(text), fault);
+    return m.listing->areas[0].lines[0].tokens;
 }
 
-std::string system_message_of(const Machine& m) { return without_marks(m.system_message); }
+std::string failure_of(const Machine& m) {
+    if (!failed(m))
+        return "";
+    const std::string_view detail = m.error.error_detail;
+    return "ERR" + std::to_string(-number_of(m.error.error_code) - 9) + " " +
+           without_marks(detail.substr(0, detail.find("\r\n")));
+}
 
-std::string outcome_of(Machine& m, std::string_view text, int kind) {
-    const ExactText line(text);
-    if (m.run_state != STATE_COMMAND)
-        m.run_state = STATE_RUN;
-    m.error_code = ERROR_NONE;
-    m.error_detail.clear();
-    m.stmt_kind = kind;
-    m.scan_ptr = line.begin();
-    m.value.complete = 0;
+std::string system_message_of(const Machine& m) { return without_marks(m.error.system_message); }
+
+std::string outcome_of(Machine& m, std::string_view text, StmtKind kind) {
+    if (m.run.run_state != STATE_COMMAND)
+        m.run.run_state = STATE_RUN;
+    m.error.error_code = ERROR_NONE;
+    m.error.error_detail.clear();
+    m.eval.stmt_kind = kind;
+    m.eval.next = place_text(m, text);
+    m.eval.value.complete = false;
     const double number = eval_statement(m);
-    m.scan_ptr = m.token_start = "";
-    m.stmt_start = nullptr;
-    return m.error_code == ERROR_NONE ? shown_result(m, number) : failure_of(m);
+    m.eval.next = 0;
+    m.eval.token_start = NOWHERE;
+    m.program.stmt_start = NOWHERE;
+    return !failed(m) ? shown_result(m, number) : failure_of(m);
 }
 
 } // namespace quillon::testing

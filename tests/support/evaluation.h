@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Single statements and expressions from texts, without a program around them.
 #pragma once
 
@@ -23,10 +24,14 @@ private:
     std::size_t size_;
 };
 
+/// Makes a text of one line ready to run: as the typed line, or where it is too long for that as the machine's listing.
+/// Returns the place of its first token.
+TokenIndex place_text(Machine& m, std::string_view text);
+
 /// What a statement gave: its number to ten digits ("14"), its string in quotes ("'AB'"), or how it failed: ERRn,
 /// the catalogue text as section and number, and the detail ("ERR2 SYSTEM 4:0x000e (TOKEN_ID)").
 /// The machine runs a program meanwhile (or stays in command mode), in the statement context `kind`.
-std::string outcome_of(Machine& m, std::string_view text, int kind = KIND_NONE);
+std::string outcome_of(Machine& m, std::string_view text, StmtKind kind = KIND_NONE);
 
 /// The error of a machine as `outcome_of` writes it; empty when there is none.
 std::string failure_of(const Machine& m);

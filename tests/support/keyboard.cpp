@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Keys.
 #include "tests/support/keyboard.h"
 
@@ -77,12 +78,12 @@ void CommandLine::load_program(std::string_view lines) {
 std::string CommandLine::says(std::string_view line) {
     enter(*this, line);
     wait();
-    const std::string shown = m.error_code == ERROR_NONE ? display() : failure_of(m);
-    if (m.run_state == STATE_COMMAND_ERROR || m.run_state == STATE_ENDED)
+    const std::string shown = !failed(m) ? display() : failure_of(m);
+    if (m.run.run_state == STATE_COMMAND_ERROR || m.run.run_state == STATE_ENDED)
         press(*this, HOME);
-    else if (m.run_state != STATE_COMMAND)
+    else if (m.run.run_state != STATE_COMMAND)
         exe();
-    EXPECT_EQ(m.run_state, STATE_COMMAND) << line;
+    EXPECT_EQ(m.run.run_state, STATE_COMMAND) << line;
     return shown;
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A person at the keyboard: keys that go through the key queue as those of a window do, and a command line to type on.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Random numbers of all magnitudes, many of them near the places where rounding decides.
 #pragma once
 

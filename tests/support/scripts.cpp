@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: MIT
 // Scripts for a machine under test.
 #include "tests/support/scripts.h"
 
 #include "core/charset.h"
+#include "keys/virtual_keys.h"
 #include "shell/commands.h"
 #include "tests/support/evaluation.h"
 
@@ -17,12 +19,12 @@ constexpr const char* STATE_NAMES[] = {"run",    "wait",    "input",         "st
 
 /// A tick with a key of the PC's keyboard or of the soft keyboard; it is up again at the end of the tick.
 void tick_with_key(TestMachine& t, int virtual_key, std::string_view key, int soft_key = 0) {
-    t.m.held_key = virtual_key;
-    t.m.key_string = key;
-    t.m.soft_key_code = soft_key;
+    t.m.keys.held_key = virtual_key;
+    t.m.keys.key_string = key;
+    t.m.soft.soft_key_code = soft_key;
     t.tick();
-    t.m.held_key = t.m.soft_key_code = 0;
-    t.m.key_string.clear();
+    t.m.keys.held_key = t.m.soft.soft_key_code = 0;
+    t.m.keys.key_string.clear();
 }
 
 void play_word(TestMachine& t, std::string_view word) {
@@ -32,11 +34,11 @@ void play_word(TestMachine& t, std::string_view word) {
     else if (word == "exe")
         t.exe();
     else if (word == "home")
-        tick_with_key(t, VIRTUAL_KEY_HOME, "\x06");
+        tick_with_key(t, VK_HOME, "\x06");
     else if (word == "up")
-        tick_with_key(t, VIRTUAL_KEY_UP, "\x08");
+        tick_with_key(t, VK_UP, "\x08");
     else if (word == "soft")
-        tick_with_key(t, 0, "", KEY_CLEAR);
+        tick_with_key(t, 0, "", number_of(KEY_CLEAR));
     else if (word == "run")
         run_host_command(*t.simulator, COMMAND_RUN);
     else if (word == "stop")
@@ -58,25 +60,26 @@ void play(TestMachine& t, std::string_view script) {
 std::string moment(const TestMachine& t) {
     std::string visible = t.visible();
     visible.erase(visible.find_last_not_of(' ') + 1);
-    return std::string(STATE_NAMES[t.m.run_state]) + " " + std::to_string(t.m.stmt_kind) + " " +
-           std::to_string(t.m.display_cursor) + " [" + visible + "]";
+    return std::string(STATE_NAMES[number_of(t.m.run.run_state)]) + " " +
+           std::to_string(number_of(t.m.eval.stmt_kind)) + " " + std::to_string(t.m.screen.display_cursor) + " [" +
+           visible + "]";
 }
 
 std::string failure_of(const TestMachine& t) {
-    if (t.m.error_code == ERROR_NONE && t.detail_id().empty())
+    if (!failed(t.m) && t.detail_id().empty())
         return "ok";
-    return (t.m.error_code == ERROR_NONE ? "ended" : t.display()) + " " + t.detail_id() + t.detail();
+    return (!failed(t.m) ? "ended" : t.display()) + " " + t.detail_id() + t.detail();
 }
 
 std::string printed(TestMachine& t, std::string_view setup, std::string_view expression) {
     t.start("VAC:MODE 4:SET N\n" + std::string(setup) + (setup.empty() ? "" : "\n") + "PRINT " +
             std::string(expression));
-    for (int i = 0; i < 2000 && t.m.run_state == STATE_RUN && t.m.stmt_kind != KIND_SCROLL; ++i)
+    for (int i = 0; i < 2000 && t.m.run.run_state == STATE_RUN && t.m.eval.stmt_kind != KIND_SCROLL; ++i)
         t.tick();
-    if (t.m.error_code != ERROR_NONE)
+    if (failed(t.m))
         return failure_of(t.m);
-    std::string shown(t.m.display_line, static_cast<std::size_t>(t.m.display_cursor));
-    shown += t.m.pending_print_text.view(); // what has yet to scroll in
+    std::string shown(t.m.screen.display_line.data(), static_cast<std::size_t>(t.m.screen.display_cursor));
+    shown += t.m.run.scroll.pending_print_text.view(); // what has yet to scroll in
     return escaped(std::string_view(shown).substr(shown.starts_with(' ') ? 1 : 0));
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Scripts for a machine under test, and what it looks like afterwards, each as one short text for the rows of a table.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A folder or a file for one test, gone at the end, and short ways to files.
 #pragma once
 

@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 // The machine for tests.
 #include "tests/support/test_machine.h"
 
 #include "core/charset.h"
-#include "core/listing.h"
+#include "core/program.h"
 #include "shell/commands.h"
 
 #include <sstream>
@@ -41,8 +42,8 @@ std::string numbered(std::string_view text) {
 } // namespace
 
 TestMachine::TestMachine() : simulator(std::make_unique<Simulator>()), m(simulator->machine) {
-    m.catalogue = naming_catalogue();
-    m.host.show_message = [this](const std::string& text, MessageIcon) { messages.push_back(text); };
+    simulator->around.catalogue = naming_catalogue();
+    simulator->around.host.show_message = [this](const std::string& text, MessageIcon) { messages.push_back(text); };
 }
 
 bool TestMachine::load(std::string_view listing) {
@@ -60,17 +61,13 @@ void TestMachine::tick(int count) {
 }
 
 void TestMachine::exe() {
-    m.enter_request = 1;
+    m.keys.enter_request = true;
     tick();
 }
 
 int TestMachine::wait(int most) {
     int ticks = 0;
-    const auto waits = [this] {
-        const bool asks = m.stmt_kind == KIND_PROMPT || m.stmt_kind == KIND_INPUT_ERROR || m.stmt_kind == KIND_RESULT;
-        return (m.run_state != STATE_RUN && m.run_state != STATE_TO_COMMAND) || asks || m.error_code != ERROR_NONE;
-    };
-    for (; ticks < most && !waits(); ++ticks)
+    for (; ticks < most && !waits_for_person(m) && !failed(m); ++ticks)
         tick();
     return ticks;
 }
@@ -78,31 +75,32 @@ int TestMachine::wait(int most) {
 std::vector<std::string> TestMachine::run_through(int most) {
     std::vector<std::string> lines;
     for (int i = 0; i < most; ++i) {
-        m.enter_request = 1;
+        m.keys.enter_request = true;
         tick();
-        const bool failed = m.error_code != ERROR_NONE;
-        if (failed || m.run_state == STATE_PRINT_WAIT)
-            lines.push_back(display().substr(0, static_cast<std::size_t>(m.display_cursor)));
-        if (failed || (m.run_state != STATE_RUN && m.run_state != STATE_PRINT_WAIT))
+        if (failed(m) || m.run.run_state == STATE_PRINT_WAIT)
+            lines.push_back(display().substr(0, static_cast<std::size_t>(m.screen.display_cursor)));
+        if (failed(m) || (m.run.run_state != STATE_RUN && m.run.run_state != STATE_PRINT_WAIT))
             break;
     }
     return lines;
 }
 
 std::string TestMachine::display() const {
-    const std::string_view line(m.display_line, DISPLAY_LINE_SIZE);
+    const std::string_view line(m.screen.display_line.data(), DISPLAY_LINE_SIZE);
     return escaped(line.substr(0, line.find_last_not_of(' ') + 1));
 }
 
-std::string TestMachine::visible() const { return escaped({m.display_line + m.display_offset, DISPLAY_WIDTH}); }
+std::string TestMachine::visible() const {
+    return escaped({m.screen.display_line.data() + m.screen.display_offset, DISPLAY_WIDTH});
+}
 
 std::string TestMachine::detail_id() const {
-    const std::string_view text = m.error_detail;
+    const std::string_view text = m.error.error_detail;
     return std::string(text.substr(0, std::min(text.find('\x01'), text.size())));
 }
 
 std::string TestMachine::detail() const {
-    std::string_view text = m.error_detail;
+    std::string_view text = m.error.error_detail;
     text.remove_prefix(std::min(text.find('\x01') + 1, text.size()));
     return std::string(text.substr(0, text.find("\r\n\r\n")));
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A machine for tests: loads program text, ticks, and tells what it shows, with special characters as their escapes.
 // Its catalogue answers every lookup with "SECTION number", so that a test sees which text was asked for.
 #pragma once

@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
 // What `check` finds: for each kind of finding a listing and its report, and listings that have none (check.txt).
 #include "tests/support/cases_file.h"
 #include "tests/support/child_process.h"
 #include "tests/support/temporary_file.h"
 #include "tests/support/test_machine.h"
 
-#include "core/listing.h"
+#include "core/program.h"
 #include "shell/commands.h"
 #include "terminal/check.h"
 
@@ -206,12 +207,12 @@ bool is_refused(TestMachine& t, const std::string& statement) {
         return true;
     // Nothing of the programs before, such as a format that fills the display.
     clear_variables(t.m);
-    t.m.set_e_digits = -1;
-    t.m.set_f_digits = -1;
+    t.m.settings.set_e_digits = -1;
+    t.m.settings.set_f_digits = -1;
     run_host_command(*t.simulator, COMMAND_RUN);
     for (int i = 0; i < 40; ++i)
         t.exe();
-    return t.m.error_code != ERROR_NONE || !t.detail_id().empty();
+    return failed(t.m) || !t.detail_id().empty();
 }
 
 TEST(CheckMutations, WhatIsAnErrorIsRefused) {

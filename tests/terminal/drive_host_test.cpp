@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The host's commands by number, through the driving protocol: what each changes in the whole state, from every run
 // state, that it changes nothing else, and what it asks of the window (host_commands.txt). Loads, from the same state.
 #include "shell/commands.h"
@@ -12,35 +13,36 @@ namespace {
 
 /// A machine in the middle of a program, with something in every field that a command could change.
 struct Used : Driven {
-    explicit Used(int run_state) {
+    explicit Used(RunState run_state) {
         load("[P0]\n10 FOR I=1 TO 9:GOSUB 20\n20 PRINT \"ABCDEFGHIJKLMNOPQ\";:PRINT\n30 DATA 1\n"
              "[P4]\n5 DATA 2,3\n7 A=1\n");
         all("run; tick 13; page 4; set timer_interval 31");
-        m().run_state = run_state;
-        m().prev_state = STATE_TO_COMMAND;
-        m().base_state = 3; // not what any command sets
-        m().saved_run_state = STATE_INPUT;
-        m().error_code = ERROR_ARITHMETIC;
-        m().error_detail = "left over";
-        m().saved_token = TOKEN_COLON;
-        m().program_ended = m().print_mode = m().sound_holds_run = 1;
-        m().stmt_kind = m().saved_stmt_kind = m().kind_after_scroll = KIND_PRINT;
-        m().state_after_scroll = STATE_PRINT_WAIT;
-        m().display_offset = m().angle_unit = 9;
-        m().zoom = 7;
+        m().run.run_state = run_state;
+        m().run.prev_state = STATE_TO_COMMAND;
+        m().run.base_state = STATE_STOPPED; // not what any command sets
+        m().run.saved_run_state = STATE_INPUT;
+        m().error.error_code = ERROR_ARITHMETIC;
+        m().error.error_detail = "left over";
+        m().run.resume.saved_token = TOKEN_COLON;
+        m().run.program_ended = m().screen.print_mode = m().sound.sound_holds_run = true;
+        m().eval.stmt_kind = m().run.resume.saved_stmt_kind = m().run.scroll.kind_after_scroll = KIND_PRINT;
+        m().run.scroll.state_after_scroll = STATE_PRINT_WAIT;
+        m().screen.display_offset = 9;
+        m().settings.angle_unit = static_cast<AngleUnit>(9);
+        m().settings.zoom = 7;
         m().random_seed = 99;
-        m().entry_line.text = "typed";
-        m().history[0] = "A=1";
-        m().history_index = 0;
-        m().tone.samples = 100;
-        m().sound_ticks_left = 4;
+        m().entry.entry_line.text = "typed";
+        m().entry.history[0] = "A=1";
+        m().entry.history_index = 0;
+        m().sound.tone.samples = 100;
+        m().sound.sound_ticks_left = 4;
     }
     Machine& m() { return session.simulator->machine; }
 
     /// Takes back what no machine can tick with.
     void make_whole() {
-        m().base_state = STATE_RUN;
-        m().angle_unit = ANGLE_DEG;
+        m().run.base_state = STATE_RUN;
+        m().settings.angle_unit = ANGLE_DEG;
     }
 };
 
@@ -57,9 +59,9 @@ std::string changes_by_commands(const FileCase& row) {
         for (const char state : states) {
             if (state == ' ')
                 continue;
-            Used t(state - '0');
+            Used t(static_cast<RunState>(state - '0'));
             const bool is_command = std::isdigit(number[0]) != 0;
-            t.m().trace_mode = is_command ? 0 : 1;
+            t.m().trace.trace_mode = !is_command;
             const TemporaryFile file(LISTINGS.contains(number) ? LISTINGS.at(number) : "");
             const std::string path = LISTINGS.contains(number) ? file.path : number;
             all_changes.insert(t.changed_by(is_command ? "host " + number : "load " + path));
@@ -89,9 +91,9 @@ TEST(HostCommands, LoadTheListingAgain) {
     std::filesystem::remove(path);
     EXPECT_EQ(t.changed_by("host 40015"), "system_message=:[" + path + "] | stop-sound | message-box :[" + path + "]")
         << "an editor may be saving it at this moment";
-    EXPECT_EQ(t.session.simulator->settings.last_file, path);
+    EXPECT_EQ(t.session.simulator->preferences.last_file, path);
     t.all("set cursor_interval 7; host 40043; host 40043");
-    EXPECT_EQ(t.m().cursor_interval, 7) << "blinking is not worked out anew";
+    EXPECT_EQ(t.m().settings.cursor_interval, 7) << "blinking is not worked out anew";
 }
 
 TEST(HostCommands, LeaveNoListingAfterAFaultyOne) {
@@ -100,12 +102,12 @@ TEST(HostCommands, LeaveNoListingAfterAFaultyOne) {
         SCOPED_TRACE(reload);
         Used t(STATE_RUN);
         Simulator& s = *t.session.simulator;
-        s.settings.last_file = reload ? faulty.path : good.path;
+        s.preferences.last_file = reload ? faulty.path : good.path;
         s.skin_name = "dots.bmp";
         t.all("host 40037; " + (reload ? "host 40015" : "load " + faulty.path));
-        EXPECT_EQ(s.settings.last_file, faulty.path) << "it stays, to be mended";
+        EXPECT_EQ(s.preferences.last_file, faulty.path) << "it stays, to be mended";
         EXPECT_EQ(t.state()["skin"], "");
-        EXPECT_EQ(t.m().data_index[0].kind, DataItem::END);
+        EXPECT_EQ(t.m().listing->data[0].kind, DataItem::END);
         t.make_whole();
         t.all("tick; run");
         EXPECT_EQ(t.state()["visible"], "P 0123 56789") << "nothing is there to run";

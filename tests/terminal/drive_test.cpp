@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The driving protocol: its commands (drive.txt), its refusals, and how it writes texts.
 #include "tests/support/cases_file.h"
 #include "tests/support/child_process.h"

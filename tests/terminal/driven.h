@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A driven machine for tests; every answer is read back as JSON.
 #pragma once
 

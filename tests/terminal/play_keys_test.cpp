@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Keys of a terminal: what the machine gets (play_keys.txt), and for how long a key counts as down.
 #include "tests/support/cases_file.h"
 #include "tests/support/test_machine.h"
@@ -22,14 +23,14 @@ constexpr int VIRTUAL_KEY_OVERDRIVE = 114; // F3
 /// What a key types in command mode, with special characters as their escapes.
 std::string typed(const TypedKey& key, KeyLevel level, bool ascii_mode) {
     TestMachine t;
-    t.m.ascii_mode = ascii_mode ? 1 : 0;
-    t.m.run_state = STATE_COMMAND;
+    t.m.settings.ascii_mode = ascii_mode ? 1 : 0;
+    t.m.run.run_state = STATE_COMMAND;
     Typist typist;
     if (const auto event = key_event_for(key, level, ascii_mode))
         type_key(typist, *event);
     for (int i = 0; i < 3; ++i)
         tick_with_keys(typist, *t.simulator);
-    std::string text(t.m.entry_line.text.view());
+    std::string text(t.m.entry.entry_line.text.view());
     char escaped[64];
     return escape_text(text, escaped, sizeof escaped);
 }
@@ -74,7 +75,7 @@ TEST(PlayKeys, AreDownUntilUsed) {
 /// A key that the program never reads comes up, so that those behind it get their turn.
 TEST(PlayKeys, ComeUpAfterASecond) {
     Playing t("GOTO 10", "x");
-    t.m.timer_interval = 100;
+    t.m.settings.timer_interval = 100;
     t.tick_with_keys(9);
     EXPECT_TRUE(t.typist.down);
     t.tick_with_keys(1);
@@ -104,8 +105,8 @@ TEST(PlayKeys, AreNotHeldUpByATone) {
     t.tick_with_keys(3);
     type_key(t.typist, *key_event_for({.virtual_key = VIRTUAL_KEY_OVERDRIVE}, LEVEL_NONE, true));
     t.tick_with_keys(3);
-    EXPECT_EQ(t.m.overdrive, 1);
-    EXPECT_NE(t.m.sound_ticks_left, 0);
+    EXPECT_EQ(t.m.speed.overdrive, 1);
+    EXPECT_NE(t.m.sound.sound_ticks_left, 0);
 }
 
 TEST(WrappedText, BreaksAtBlanksAndBesideWideCharacters) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `quillon-cli run` as a program: what it prints (run.txt), when, and how it ends.
 #include "terminal/shown_lines.h"
 #include "tests/support/cases_file.h"
@@ -190,8 +191,8 @@ TEST(ShownLines, OfAProgramThatJoinsWithoutEndStaySmall) {
     std::string expected;
     for (int i = 1; i <= 3000; ++i)
         expected += " " + std::to_string(i);
-    while (t.m.run_state != STATE_ENDED) {
-        t.m.enter_request = 1;
+    while (t.m.run.run_state != STATE_ENDED) {
+        t.m.keys.enter_request = true;
         t.follow();
         ASSERT_LT(t.shown.line.size(), 2000U);
     }
@@ -205,7 +206,7 @@ TEST(ShownLines, AreHandedOnAnewWhenTheirColumnIsMovedBack) {
     t.follow();
     t.follow();
     EXPECT_EQ(t.written, "ABCDEF");
-    t.m.display_cursor = 2;
+    t.m.screen.display_cursor = 2;
     for (const char* text : {"ABCDEF", "ABCDEF", "ABCDEF", "ABCDEF", "ABCDEF\nABXYZF\n"}) {
         t.follow();
         EXPECT_EQ(t.written, text);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The picture of the pocket computer for the About dialog.
 #include "draw_resources/drawings.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The default skin: glyph cells from the font, the indicators in both their looks, and the panel they lie on.
 #include "draw_resources/drawings.h"
 

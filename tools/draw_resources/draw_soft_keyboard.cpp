@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The soft keyboard's picture: for each layer 14 x 4 keys of 16 x 20 pixels with the legends of the key
 // table.
 #include "draw_resources/drawings.h"

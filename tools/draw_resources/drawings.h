@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The three pictures of the program, each drawn from its tables.
 #pragma once
 

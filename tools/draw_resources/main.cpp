@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Draws the program's pictures. The build runs it for the source file that holds them, compressed;
 // `draw_resources --bmp FOLDER` writes them as bitmap files instead, to look at or to start a skin from.
 #include "display/resources.h"

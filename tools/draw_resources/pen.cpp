@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Boxes and letters into palettised pictures.
 #include "draw_resources/pen.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Drawing into palettised pictures: boxes, letters from tables of readable strings, and the LCD's own font.
 #pragma once
 

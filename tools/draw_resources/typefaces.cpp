@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The letters of the indicators and of the key legends, drawn as they look.
 #include "draw_resources/typefaces.h"
 

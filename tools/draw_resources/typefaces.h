@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The two typefaces of the artwork that are not the LCD's font.
 #pragma once
 

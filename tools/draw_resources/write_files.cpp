@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Byte arrays as C++ source, and bitmap files.
 #include "draw_resources/write_files.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tool's output: the source file with the compressed pictures, and bitmap files to look at.
 #pragma once
 
