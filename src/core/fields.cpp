@@ -100,7 +100,7 @@ constexpr Field FIELDS[] = {
     FIELD(trace,    trace_step_flag,          0, 1,                 HIDDEN),
     FIELD(trace,    trace_step_request,       0, 1,                 HIDDEN),
     {"random_seed", [](const Machine& m) { return static_cast<long long>(m.random_seed); },
-     [](Machine& m, long long seed) { m.random_seed = static_cast<std::uint32_t>(seed); }, 0, SEED_MAX, SETTABLE},
+     [](Machine& m, long long seed) { m.random_seed = static_cast<std::uint32_t>(seed); }, 0, SEED_MAX, FIELD_SETTABLE | FIELD_SETTING},
 };
 // clang-format on
 #undef FIELD
