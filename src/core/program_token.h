@@ -22,6 +22,12 @@ using SourceOffset = std::int32_t;
 constexpr std::int32_t NOWHERE = -1;
 constexpr std::int32_t TYPED = 1 << 28; ///< far beyond the offsets of the largest listing
 
+/// Where the decoded text of a literal is kept.
+struct LiteralPlace {
+    std::uint32_t at;
+    std::uint32_t size;
+};
+
 struct ProgramToken {
     TokenCode code = TOKEN_END;
     std::int8_t letter = 0;   ///< of variables: 0-25, or DOLLAR_LETTER for $
@@ -29,10 +35,8 @@ struct ProgramToken {
     SourceOffset begin = 0;   ///< its first character
     union {
         double number = 0; ///< of TOKEN_NUMBER
-        struct {
-            std::uint32_t at, size;
-        } text;          ///< of TOKEN_STRING: where its decoded text is kept
-        ScanFault fault; ///< of TOKEN_LEXICAL_ERROR
+        LiteralPlace text; ///< of TOKEN_STRING
+        ScanFault fault;   ///< of TOKEN_LEXICAL_ERROR
     };
 };
 static_assert(sizeof(ProgramToken) == 16);
