@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What the desktop program costs, measured from outside under an X server of its own: start, idling, memory.
 
 usage: desktop.py QUILLON LISTING [TICKS]

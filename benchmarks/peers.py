@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """How long a statement takes here and in the BASIC interpreters of Debian: the same programs, one text per dialect.
 
 Each program runs several times in turn on every interpreter. What counts is the user time of the process, less that of

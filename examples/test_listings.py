@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Tests listings: runs them on a simulated machine, types at it, and looks at what it shows.
 
 Run it as it stands, or take it as a start for the tests of your own listings:

@@ -3,7 +3,7 @@
 // catalogue `b`; an input makes a bounded number of ticks.
 #include "fuzz/user.h"
 
-#include "terminal/drive.h"
+#include "protocols/drive.h"
 
 #include <algorithm>
 #include <charconv>

@@ -5,7 +5,7 @@
 #include "fuzz/user.h"
 
 #include "core/program.h"
-#include "terminal/check.h"
+#include "tooling/check.h"
 
 using namespace quillon;
 

@@ -6,7 +6,7 @@
 #include "fuzz/user.h"
 
 #include "core/program.h"
-#include "terminal/drive.h"
+#include "protocols/drive.h"
 
 #include <iterator>
 #include <string>

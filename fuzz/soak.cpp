@@ -9,7 +9,7 @@
 #include "core/program.h"
 #include "shell/commands.h"
 #include "shell/saved_values.h"
-#include "terminal/drive_state.h"
+#include "protocols/drive_state.h"
 
 #include <nlohmann/json.hpp>
 

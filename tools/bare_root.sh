@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Shows that the project builds on a bare machine: makes a Debian 12 root with nothing but git in FOLDER, clones the
 # committed state of this project into it, and runs `./dev run` and `./dev test` there, each timed, in a folder whose name
 # has blanks and letters that are not ASCII, and without a locale.

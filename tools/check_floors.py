@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Checks who includes whom in src/, and that the mains stay short.
 
 usage: check_floors.py ROOT
@@ -34,9 +35,11 @@ FLOORS = {
     "keys": Floor(below=("core",), outside=()),
     "display": Floor(below=("core",), outside=()),
     "driver": Floor(below=("core", *NEIGHBOURS), outside=()),
+    "tooling": Floor(below=("core",), outside=()),
     "shell": Floor(below=BELOW_SHELL, outside=("posix",)),
+    "protocols": Floor(below=(*BELOW_SHELL, "shell"), outside=("json",)),
     "desktop": Floor(below=(*BELOW_SHELL, "shell"), outside=("posix", "qt", "cli11")),
-    "terminal": Floor(below=(*BELOW_SHELL, "shell"), outside=("posix", "curses", "cli11", "json")),
+    "terminal": Floor(below=(*BELOW_SHELL, "tooling", "shell", "protocols"), outside=("posix", "curses", "cli11", "json")),
 }
 
 STANDARD_HEADERS = set("""
@@ -71,7 +74,7 @@ FAMILIES = {
     "curses": Family("curses, which only terminal knows",
                      re.compile(r"(ncursesw?/)?(n?curses|panel|menu|form|term|eti|unctrl)(w|_dll)?\.h|cursesw?\.h")),
     "cli11": Family("CLI11, which only the programs know", re.compile(r"CLI/.+")),
-    "json": Family("nlohmann-json, which only terminal knows", re.compile(r"nlohmann/.+")),
+    "json": Family("nlohmann-json, which only protocols and terminal know", re.compile(r"nlohmann/.+")),
     "posix": Family("a POSIX or C header, which only shell and the programs may use",
                     re.compile("|".join(re.escape(name) for name in sorted(POSIX_HEADERS)))),
 }

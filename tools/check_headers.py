@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Checks that every header of src/ compiles alone, included twice, and with --sources every source as well.
 
 usage: check_headers.py ROOT [--compiler CXX] [--jobs N] [--stamps FOLDER] [--folder NAME]... [--sources]

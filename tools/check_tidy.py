@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Runs clang-tidy over the sources of src/, in parallel, again only where something changed.
 
 usage: check_tidy.py ROOT --database FOLDER [--stamps FOLDER] [--jobs N] [--clang-tidy COMMAND]

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Reads the compile commands that the build exports (compile_commands.json)."""
 
 import json

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Pictures of the desktop program: those of the manual, or of every window by language, theme and scale, to look at.
 
 usage: desktop_pictures.py QUILLON QUILLON_CLI FOLDER

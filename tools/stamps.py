@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Remembers which files passed a check, so that a checker runs again only where something changed.
 
 A stamp says: this file passed under this key (tool, options, configuration) while the files it depends on had

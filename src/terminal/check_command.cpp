@@ -4,7 +4,7 @@
 
 #include "core/program.h"
 #include "shell/files.h"
-#include "terminal/check.h"
+#include "tooling/check.h"
 #include "terminal/printing.h"
 
 #include <nlohmann/json.hpp>

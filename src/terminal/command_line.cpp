@@ -3,7 +3,7 @@
 #include "terminal/command_line.h"
 
 #include "terminal/check_command.h"
-#include "terminal/drive.h"
+#include "protocols/drive.h"
 #include "terminal/lines.h"
 #include "terminal/play.h"
 #include "terminal/printing.h"

@@ -15,7 +15,7 @@
 #include "terminal/catalogue_choice.h"
 #include "terminal/lines.h"
 #include "terminal/printing.h"
-#include "terminal/shown_lines.h"
+#include "protocols/shown_lines.h"
 
 #include <unistd.h>
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The program's windows as a screen reader finds them: by the accessibility service of the screen's message bus.
 
 Import it when the environment is that of the screen: the service is found by it.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Dialogs, trace windows and the LCD as a screen reader finds them, with keys and clicks from outside.
 
 usage: dialogs_test.py QUILLON QUILLON_CLI DRAG_SOURCE [unittest's arguments]

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A real X server with a window manager for the tests of the desktop program, and what a person would do at it.
 
 Nothing here waits for time to pass: every wait is for a condition, and fails with what it saw last.

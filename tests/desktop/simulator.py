@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The desktop program under test: starting it, typing at it, and reading its LCD back from the screen."""
 
 import json

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A tone of the desktop program as the sound server plays it, recorded from a null sink's monitor.
 
 usage: sound_test.py QUILLON QUILLON_CLI DRAG_SOURCE [unittest's arguments]

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The main window in a real X server: keys, mouse, files and clipboard in, dots of the LCD out.
 
 usage: window_test.py QUILLON QUILLON_CLI DRAG_SOURCE [unittest's arguments]

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Finds the examples of a document: fenced blocks that belong together.
 
 An example begins with one of these blocks and ends with what comes out of it:

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Runs the examples of a document on quillon-cli and tells what the display showed, a line for each text.
 
 `run_listing` uses `quillon-cli run`; `hold_conversation` types at a machine in command mode by the driving protocol.

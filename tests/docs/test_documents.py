@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Every example of the manual does what its page says, every link leads somewhere, and nothing is missing."""
 
 import json
@@ -160,7 +161,7 @@ class Completeness(unittest.TestCase):
 
     def test_commands(self):
         described = {word for row in self.table_rows("Commands") for word in re.findall(r"`(\w+)", row[0])}
-        self.assertEqual(described, set(found_in("src/terminal/drive.cpp", r'\{"(\w+)", do_')))
+        self.assertEqual(described, set(found_in("src/protocols/drive.cpp", r'\{"(\w+)", do_')))
 
     def test_settable_fields(self):
         rows = self.table_rows("Fields that can be set")

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Every limit that the manual names is tried: a program at the limit, and one beyond it.
 
 The rows are those of the manual's table of limits; a row without a trial fails, and so does a trial without a row.

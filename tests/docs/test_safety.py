@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What the manual promises about files: a listing is never changed, and nothing is written without being asked for."""
 
 import os

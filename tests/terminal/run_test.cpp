@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // `quillon-cli run` as a program: what it prints (run.txt), when, and how it ends.
-#include "terminal/shown_lines.h"
+#include "protocols/shown_lines.h"
 #include "tests/support/cases_file.h"
 #include "tests/support/child_process.h"
 #include "tests/support/scripts.h"

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The help of quillon-cli is what docs/terminal.md shows, bash completes all that the help names, the highlighting files
 for editors name the words of the language, every listing of examples/ prints what stands beside it, and a snapshot has
 the pixels whose checksum the driving protocol tells."""

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """`quillon-cli play` in a terminal: what it shows, what keys do, and that the terminal is as it was afterwards."""
 
 import fcntl

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A throw-away source tree for the tests of the tools, and a way to run a tool on it."""
 
 import os

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The floors checker catches each kind of forbidden include (floors.txt) and lets the permitted ones pass."""
 
 import re

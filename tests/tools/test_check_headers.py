@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The header checker catches headers that do not stand alone, and looks again only where something changed."""
 
 import json

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The clang-tidy runner passes failures on, and looks again only where something changed. The linter is a
 stand-in that dislikes the word BAD in a source, so that no clang is needed here."""
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """./dev: its usage, and that `setup` asks for packages only where some are missing. The system's own commands
 are stand-ins here: nothing is looked up or installed."""
 

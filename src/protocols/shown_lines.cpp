@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Following the display line.
-#include "terminal/shown_lines.h"
+#include "protocols/shown_lines.h"
 
 #include <algorithm>
 

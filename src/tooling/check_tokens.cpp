@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Tokens: words, literals and variables, and reports about them.
-#include "terminal/check_reader.h"
+#include "tooling/check_reader.h"
 
 #include "core/charset.h"
 #include "core/interpreter.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Jumps and conditions: GOTO, GOSUB, RETURN, ON, IF.
-#include "terminal/check_reader.h"
+#include "tooling/check_reader.h"
 
 #include "core/machine.h"
 #include "core/numbers.h"

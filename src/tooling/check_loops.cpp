@@ -2,7 +2,7 @@
 // Loops: whether a FOR can come before each NEXT, by the ways that the program may take from line to line, and how
 // deep the text nests them.
 #include "core/machine.h"
-#include "terminal/check_listing.h"
+#include "tooling/check_listing.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A line, statement by statement, in the order in which the machine comes to them.
-#include "terminal/check_reader.h"
+#include "tooling/check_reader.h"
 
 namespace quillon {
 namespace {

@@ -3,8 +3,8 @@
 // only by commands, so the same commands give the same answers. docs/drive.md describes the protocol.
 #pragma once
 
+#include "protocols/shown_lines.h"
 #include "shell/simulator.h"
-#include "terminal/shown_lines.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The statements, a row for each.
-#include "terminal/check_reader.h"
+#include "tooling/check_reader.h"
 
 #include "core/charset.h"
 #include "core/machine.h"

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "core/token.h"
-#include "terminal/check.h"
+#include "tooling/check.h"
 
 #include <array>
 #include <map>

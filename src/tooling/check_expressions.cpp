@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Expressions, assignments and relations.
-#include "terminal/check_reader.h"
+#include "tooling/check_reader.h"
 
 namespace quillon {
 namespace {

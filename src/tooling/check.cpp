@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Taking a listing apart, and the report.
-#include "terminal/check.h"
+#include "tooling/check.h"
 
 #include "core/charset.h"
 #include "core/data_items.h"
 #include "core/listing_elements.h"
 #include "core/machine.h"
 #include "core/scanner.h"
-#include "terminal/check_listing.h"
+#include "tooling/check_listing.h"
 
 #include <algorithm>
 #include <tuple>
@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::string_view FINDING_WORDS[] = {
 #define FINDING(name, word) word,
-#include "terminal/check_findings.def"
+#include "tooling/check_findings.def"
 };
 
 // What cannot be loaded.

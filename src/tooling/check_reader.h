@@ -5,7 +5,7 @@
 
 #include "core/scanner.h"
 #include "core/states.h"
-#include "terminal/check_listing.h"
+#include "tooling/check_listing.h"
 
 #include <cstddef>
 #include <optional>

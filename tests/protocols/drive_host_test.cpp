@@ -2,8 +2,8 @@
 // The host's commands by number, through the driving protocol: what each changes in the whole state, from every run
 // state, that it changes nothing else, and what it asks of the window (host_commands.txt). Loads, from the same state.
 #include "shell/commands.h"
+#include "tests/protocols/driven.h"
 #include "tests/support/cases_file.h"
-#include "tests/terminal/driven.h"
 
 #include <algorithm>
 #include <sstream>
@@ -74,7 +74,7 @@ std::string changes_by_commands(const FileCase& row) {
 }
 
 TEST(HostCommands, ChangeTheirFieldsAndNoOtherFromEveryState) {
-    expect_cases("terminal/host_commands.txt", changes_by_commands);
+    expect_cases("protocols/host_commands.txt", changes_by_commands);
 }
 
 TEST(HostCommands, LoadTheListingAgain) {
@@ -162,7 +162,7 @@ std::string effect_of_key(Driven& drive, const std::string& place) {
 TEST(DriveSoft, ReachesEveryKeyOfEveryLayer) {
     const TemporaryFile listing("[P0]\n10 GOTO 10\n[P9]\n10 GOTO 10\n");
     Driven drive;
-    expect_cases("terminal/soft_keys.txt", [&](const FileCase& row) {
+    expect_cases("protocols/soft_keys.txt", [&](const FileCase& row) {
         std::string keys;
         for (int column = 0; column < 14; ++column) {
             drive.all("new; load " + listing.path + "; page 9; run; soft up; tick 2");

@@ -7,7 +7,7 @@
 
 #include "core/program.h"
 #include "shell/commands.h"
-#include "terminal/check.h"
+#include "tooling/check.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::string_view ALL_WORDS[] = {
 #define FINDING(name, word) word,
-#include "terminal/check_findings.def"
+#include "tooling/check_findings.def"
 };
 
 /// "2:4 error unknown-word" for each finding, with ", " between.
@@ -60,7 +60,7 @@ TEST(Check, FindsEachKindAndNothingElse) {
         return report;
     };
     expect_cases(
-        "terminal/check.txt",
+        "tooling/check.txt",
         {{"whole listings", [&](const FileCase& row) { return report_of(expanded(row.input) + "\n"); }},
          {"line 10 of P0", [&](const FileCase& row) { return report_of("[P0]\n10 " + expanded(row.input) + "\n"); }}});
     std::string many_lines = "[P0]\n";

@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
 // The commands of the driving protocol.
-#include "terminal/drive.h"
+#include "protocols/drive.h"
 
 #include "keys/key_map.h"
 #include "keys/lcd_click.h"
 #include "keys/soft_keyboard.h"
+#include "protocols/drive_state.h"
 #include "shell/catalogue.h"
 #include "shell/clipboard.h"
 #include "shell/commands.h"
 #include "shell/places.h"
 #include "shell/skins.h"
 #include "shell/snapshot.h"
-#include "terminal/drive_state.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The driving protocol: its commands (drive.txt), its refusals, and how it writes texts.
+#include "tests/protocols/driven.h"
 #include "tests/support/cases_file.h"
 #include "tests/support/child_process.h"
-#include "tests/terminal/driven.h"
 
 #include <sstream>
 
@@ -69,7 +69,7 @@ struct Sessions {
 
 TEST(Drive, DoesWhatItIsTold) {
     Sessions sessions;
-    expect_cases("terminal/drive.txt", [&](const FileCase& row) { return sessions.outcome_of(row); });
+    expect_cases("protocols/drive.txt", [&](const FileCase& row) { return sessions.outcome_of(row); });
 }
 
 TEST(Drive, RefusesOddBytesAndSkipsEmptyLinesAndComments) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The machine's fields as the driving protocol shows them.
-#include "terminal/drive_state.h"
+#include "protocols/drive_state.h"
 
 #include "core/variables.h"
 

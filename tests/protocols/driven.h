@@ -2,7 +2,7 @@
 // A driven machine for tests; every answer is read back as JSON.
 #pragma once
 
-#include "terminal/drive.h"
+#include "protocols/drive.h"
 #include "tests/support/temporary_file.h"
 
 #include <gtest/gtest.h>

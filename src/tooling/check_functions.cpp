@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The arguments of functions, a row for each shape.
-#include "terminal/check_reader.h"
+#include "tooling/check_reader.h"
 
 #include "core/machine.h"
 

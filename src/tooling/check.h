@@ -13,7 +13,7 @@ namespace quillon {
 /// What can be wrong with a listing.
 enum class FindingKind {
 #define FINDING(name, word) name,
-#include "terminal/check_findings.def"
+#include "tooling/check_findings.def"
 };
 
 /// The word that stands for a kind in reports for machines ("no-such-line"); it never changes.
