@@ -7,9 +7,9 @@
 #include "fuzz/user.h"
 
 #include "core/program.h"
+#include "protocols/drive_state.h"
 #include "shell/commands.h"
 #include "shell/saved_values.h"
-#include "protocols/drive_state.h"
 
 #include <nlohmann/json.hpp>
 

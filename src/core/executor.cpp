@@ -178,7 +178,8 @@ void check_statement_end(Machine& m) {
     const StatementHandler handler = statement_of(*m.around->language, m.eval.token).handler;
     if (m.eval.token == TOKEN_INPUT)
         next_token(m);
-    handler(m);
+    if (handler != nullptr) // the language of a machine without words has none
+        handler(m);
     m.eval.operand_done = false;
 }
 

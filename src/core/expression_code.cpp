@@ -21,8 +21,8 @@ constexpr std::uint32_t NO_CODE = ~std::uint32_t{0}; ///< in `expression_at`: ev
 struct Translation {
     const Machine& m;
     FastCode& code;
-    TokenIndex next; ///< the next token
-    Expression expression;
+    TokenIndex next = 0; ///< the next token
+    Expression expression{};
     int depth = 0;      ///< of nesting
     int used = 0;       ///< numbers on the stack
     bool begun = false; ///< the first operand has been seen

@@ -18,6 +18,7 @@ constexpr unsigned SETTABLE = FIELD_SHOWN | FIELD_SETTABLE | FIELD_SETTING;
 constexpr unsigned HIDDEN = 0;
 constexpr unsigned RESET = FIELD_RESET;
 
+// NOLINTNEXTLINE(cppcoreguidelines-macro-usage): the name is that of the member
 #define FIELD(part, field, lowest, highest, uses)                                                                      \
     {                                                                                                                  \
 #field, [](const Machine& m) { return static_cast<long long>(m.part.field); },                                    \
@@ -111,6 +112,7 @@ struct Piece {
     bool (*equal)(const Machine& a, const Machine& b);
 };
 
+// NOLINTNEXTLINE(cppcoreguidelines-macro-usage): likewise
 #define PIECE(name)                                                                                                    \
     {                                                                                                                  \
 #name, [](const Machine& a, const Machine& b) { return a.name == b.name; }                                     \

@@ -8,6 +8,7 @@
 #pragma once
 
 #include "core/listing.h"
+#include "core/numbers.h"
 #include "core/program_token.h"
 #include "core/states.h"
 #include "core/surroundings.h"
@@ -15,7 +16,6 @@
 
 #include <array>
 #include <cstdint>
-#include <cstring>
 #include <memory>
 
 namespace quillon {
@@ -33,7 +33,7 @@ using CellIndex = std::int16_t;
 constexpr CellIndex NO_CELL = -1;
 
 /// Whether two numbers have the same bits: zeros of different signs differ, equal not-a-numbers do not.
-inline bool same_bits(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+inline bool same_bits(double a, double b) { return bits_of(a) == bits_of(b); }
 
 /// A variable cell: it holds a number or a string.
 struct Variable {

@@ -28,7 +28,7 @@ struct LiteralPlace {
     std::uint32_t size;
 };
 
-struct ProgramToken {
+struct ProgramToken { // NOLINT(cppcoreguidelines-pro-type-member-init): a union has one of its members
     TokenCode code = TOKEN_END;
     std::int8_t letter = 0;   ///< of variables: 0-25, or DOLLAR_LETTER for $
     bool subscripted = false; ///< a variable directly followed by "(", which is the next token

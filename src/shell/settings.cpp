@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <limits>
 #include <optional>
+#include <type_traits>
 #include <variant>
 
 namespace quillon {
@@ -30,12 +31,11 @@ struct Range {
     int message = NO_MESSAGE; ///< of section "INI"
 };
 
-/// Where a setting is, by ways to read and write it.
 struct TextField {
-    const std::string& (*get)(const StoredSettings& settings);
-    void (*set)(StoredSettings& settings, std::string_view text);
+    std::string Preferences::*field;
 };
 
+/// A number, code or flag of either part, by ways to read and write it.
 struct NumberField {
     int (*get)(const StoredSettings& settings);
     void (*set)(StoredSettings& settings, int number);
@@ -47,16 +47,31 @@ struct ColourField {
 
 using NoField = std::monostate;
 
-#define TEXT(place)                                                                                                    \
-    TextField {                                                                                                        \
-        [](const StoredSettings& s) -> const std::string& { return s.place; },                                         \
-            [](StoredSettings& s, std::string_view text) { s.place = text; }                                           \
-    }
-#define NUMBER(place)                                                                                                  \
-    NumberField {                                                                                                      \
-        [](const StoredSettings& s) { return static_cast<int>(s.place); },                                             \
-            [](StoredSettings& s, int number) { s.place = static_cast<decltype(s.place)>(number); }                    \
-    }
+template <typename Number>
+Settings& part(StoredSettings& s, Number Settings::*) {
+    return s.machine;
+}
+template <typename Number>
+Preferences& part(StoredSettings& s, Number Preferences::*) {
+    return s.preferences;
+}
+template <typename Number>
+const Settings& part(const StoredSettings& s, Number Settings::*) {
+    return s.machine;
+}
+template <typename Number>
+const Preferences& part(const StoredSettings& s, Number Preferences::*) {
+    return s.preferences;
+}
+
+template <auto Member>
+constexpr NumberField number() {
+    return {[](const StoredSettings& s) { return static_cast<int>(part(s, Member).*Member); },
+            [](StoredSettings& s, int number) {
+                auto& place = part(s, Member).*Member;
+                place = static_cast<std::remove_reference_t<decltype(place)>>(number);
+            }};
+}
 
 struct Row {
     std::string_view label; ///< key, "=" and the blanks around it, as they are written
@@ -68,33 +83,30 @@ struct Row {
 // numbers that mean nothing (an angle unit or a file type that is none) or could only do harm (a negative wait).
 // clang-format off
 constexpr Row rows[] = {
-    {"EDITOR = ",                 TEXT(preferences.editor)},
-    {"LASTFILE = ",               TEXT(preferences.last_file)},
-    {"FILETYPE = ",               NUMBER(preferences.file_type),         Range{ 0,   3,  0}},
-    {"MODE = ",                   NUMBER(machine.angle_unit),        Range{ 0,   2,  0}},
-    {"RUNPAGE= ",                 NUMBER(machine.run_page),          Range{ 0,   9,  0, 0}},
-    {"TIMER= ",                   NUMBER(machine.timer_interval),    Range{TIMER_PERIOD_MIN, TIMER_PERIOD_MAX, 30, 1}},
-    {"ZOOM= ",                    NUMBER(machine.zoom),              Range{ 1, ZOOM_MAX, 1, 2}},
-    {"INPUTMODE= ",               NUMBER(machine.ascii_mode),        Range{ 0,   1,  1}},
-    {"WAITPRINTSC_INI= ",         NUMBER(machine.wait_print_sc_ini), Range{ 0, ANY,  0}},
-    {"WAITPRINTSC= ",             NUMBER(machine.wait_print_sc),     Range{ 0, ANY,  0}},
-    {"CURSOR_INT= ",              NUMBER(machine.cursor_interval)},
-    {"PCMBEEP= ",                 NUMBER(machine.pcm_beep)},
+    {"EDITOR = ",                 TextField{&Preferences::editor}},
+    {"LASTFILE = ",               TextField{&Preferences::last_file}},
+    {"FILETYPE = ",               number<&Preferences::file_type>(),       Range{ 0,   3,  0}},
+    {"MODE = ",                   number<&Settings::angle_unit>(),         Range{ 0,   2,  0}},
+    {"RUNPAGE= ",                 number<&Settings::run_page>(),           Range{ 0,   9,  0, 0}},
+    {"TIMER= ",                   number<&Settings::timer_interval>(),     Range{TIMER_PERIOD_MIN, TIMER_PERIOD_MAX, 30, 1}},
+    {"ZOOM= ",                    number<&Settings::zoom>(),               Range{ 1, ZOOM_MAX, 1, 2}},
+    {"INPUTMODE= ",               number<&Settings::ascii_mode>(),         Range{ 0,   1,  1}},
+    {"WAITPRINTSC_INI= ",         number<&Settings::wait_print_sc_ini>(),  Range{ 0, ANY,  0}},
+    {"WAITPRINTSC= ",             number<&Settings::wait_print_sc>(),      Range{ 0, ANY,  0}},
+    {"CURSOR_INT= ",              number<&Settings::cursor_interval>()},
+    {"PCMBEEP= ",                 number<&Settings::pcm_beep>()},
     {"PALETTE= \"0xRRGGBB\"",     NoField{}},
     {"PAL_ON = ",                 ColourField{&Preferences::pal_on}},
     {"PAL_OFF = ",                ColourField{&Preferences::pal_off}},
     {"PAL_BG = ",                 ColourField{&Preferences::pal_bg}},
-    {"DECIMAL = ",                NUMBER(machine.set_f_digits),      Range{-1,   9, -1, 4}},
-    {"INTEGER = ",                NUMBER(machine.set_e_digits),      Range{-1,   8, -1, 3}},
-    {"FIXED= ",                   NUMBER(machine.set_g_digits),      Range{ 0,  18,  9, 5}},
-    {"STARTMODE= ",               NUMBER(preferences.start_mode),        Range{ 0,   1,  0}},
-    {"BEEPVOLUME= ",              NUMBER(machine.beep_volume),       Range{ 0,  10, 10}},
-    {"SOFTKEY= ",                 NUMBER(preferences.soft_keyboard),     Range{ 0,   1,  0}},
+    {"DECIMAL = ",                number<&Settings::set_f_digits>(),       Range{-1,   9, -1, 4}},
+    {"INTEGER = ",                number<&Settings::set_e_digits>(),       Range{-1,   8, -1, 3}},
+    {"FIXED= ",                   number<&Settings::set_g_digits>(),       Range{ 0,  18,  9, 5}},
+    {"STARTMODE= ",               number<&Preferences::start_mode>(),      Range{ 0,   1,  0}},
+    {"BEEPVOLUME= ",              number<&Settings::beep_volume>(),        Range{ 0,  10, 10}},
+    {"SOFTKEY= ",                 number<&Preferences::soft_keyboard>(),   Range{ 0,   1,  0}},
 };
 // clang-format on
-
-#undef TEXT
-#undef NUMBER
 
 std::string_view key_of(const Row& row) { return row.label.substr(0, row.label.find_first_of(" =")); }
 
@@ -135,7 +147,7 @@ void append_text(std::string& out, std::string_view value) {
 
 void append_value(std::string& out, const Row& row, const StoredSettings& settings) {
     if (const auto* text = std::get_if<TextField>(&row.field))
-        append_text(out, text->get(settings));
+        append_text(out, settings.preferences.*text->field);
     if (const auto* number = std::get_if<NumberField>(&row.field))
         out += std::to_string(number->get(settings));
     if (const auto* colour = std::get_if<ColourField>(&row.field)) {
@@ -174,7 +186,7 @@ bool set_setting(StoredSettings& settings, std::string_view key, std::string_vie
     if (row == nullptr)
         return false;
     if (const auto* text = std::get_if<TextField>(&row->field))
-        text->set(settings, value.substr(0, value.find('\0')));
+        settings.preferences.*text->field = value.substr(0, value.find('\0'));
     else if (const auto* colour = std::get_if<ColourField>(&row->field))
         settings.preferences.*colour->field = static_cast<Colour>(parse_profile_integer(value)) & 0xFFFFFF;
     else if (const auto* number = std::get_if<NumberField>(&row->field); number != nullptr && row->range)
@@ -215,8 +227,8 @@ StoredSettings merge_settings(const StoredSettings& in_file, const StoredSetting
     StoredSettings merged = in_file;
     for (const Row& row : rows) {
         if (const auto* text = std::get_if<TextField>(&row.field);
-            text != nullptr && text->get(ours) != text->get(before))
-            text->set(merged, text->get(ours));
+            text != nullptr && ours.preferences.*text->field != before.preferences.*text->field)
+            merged.preferences.*text->field = ours.preferences.*text->field;
         if (const auto* number = std::get_if<NumberField>(&row.field);
             number != nullptr && (!row.range || number->get(ours) != number->get(before))) // without one: never read
             number->set(merged, number->get(ours));

@@ -4,8 +4,8 @@
 
 #include "core/program.h"
 #include "shell/files.h"
-#include "tooling/check.h"
 #include "terminal/printing.h"
+#include "tooling/check.h"
 
 #include <nlohmann/json.hpp>
 

@@ -2,8 +2,8 @@
 // Subcommands and their options.
 #include "terminal/command_line.h"
 
-#include "terminal/check_command.h"
 #include "protocols/drive.h"
+#include "terminal/check_command.h"
 #include "terminal/lines.h"
 #include "terminal/play.h"
 #include "terminal/printing.h"

@@ -7,6 +7,7 @@
 #include "core/program.h"
 #include "core/run_control.h"
 #include "driver/tick.h"
+#include "protocols/shown_lines.h"
 #include "shell/commands.h"
 #include "shell/listing_file.h"
 #include "shell/saved_values.h"
@@ -15,7 +16,6 @@
 #include "terminal/catalogue_choice.h"
 #include "terminal/lines.h"
 #include "terminal/printing.h"
-#include "protocols/shown_lines.h"
 
 #include <unistd.h>
 

@@ -7,6 +7,7 @@ usage: dialogs_test.py QUILLON QUILLON_CLI DRAG_SOURCE [unittest's arguments]
 import os
 import re
 import shutil
+import signal
 
 from desktop_case import DesktopTest, run_tests
 from screen import wait_until
@@ -155,10 +156,12 @@ class DialogsTest(DesktopTest):
         for answer, status in (("Cancel", None), ("Retry", 0), ("Discard", 1), (None, 1)):
             self.setUp()  # another home
             simulator, program = self.start(STEPS)
+            simulator.process.send_signal(signal.SIGSTOP)  # it must not save meanwhile
             shutil.rmtree(simulator.config, ignore_errors=True)
             os.makedirs(simulator.config)
             folder = os.path.join(simulator.config, "quillon")
             open(folder, "wb").close()  # a file where the folder should be
+            simulator.process.send_signal(signal.SIGCONT)
             if answer is None:
                 simulator.process.terminate()  # nobody is asked
             else:
