@@ -35,7 +35,7 @@ FLOORS = {
     "keys": Floor(below=("core",), outside=()),
     "display": Floor(below=("core",), outside=()),
     "driver": Floor(below=("core", *NEIGHBOURS), outside=()),
-    "tooling": Floor(below=("core",), outside=()),
+    "tooling": Floor(below=("core", "functions", "statements"), outside=()),
     "shell": Floor(below=BELOW_SHELL, outside=("posix",)),
     "protocols": Floor(below=(*BELOW_SHELL, "shell"), outside=("json",)),
     "desktop": Floor(below=(*BELOW_SHELL, "shell"), outside=("posix", "qt", "cli11")),

@@ -6,6 +6,7 @@
 #include "core/numbers.h"
 #include "functions/arguments.h"
 #include "functions/formulas.h"
+#include "functions/signatures.h"
 
 #include <cmath>
 
@@ -28,7 +29,7 @@ bool read_counts(Machine& m, const char* section, double& n, double& r) {
         return false;
     n = std::floor(round6(n));
     r = std::floor(round6(r));
-    if (n < 0 || r < 0 || n < r)
+    if (!are_counts(n, r))
         raise_error(m, ERROR_VARIABLE, {section, 4});
     return !failed(m);
 }
@@ -47,17 +48,23 @@ void store_coordinates(Machine& m, double x, double y) {
 /// One part of DEG, a whole number below 60; false after an error.
 bool read_sexagesimal_part(Machine& m, int missing, int& part) {
     constexpr const char* SECTION = "DEG";
-    constexpr int PART_LIMIT = 60;
     double x = 0;
     if (!read_number(m, {SECTION, missing, 2, 3}, x))
         return false;
     part = truncate_to_int(round6(x));
-    if (part >= PART_LIMIT)
+    if (!is_sexagesimal_part(x))
         raise_error(m, ERROR_VARIABLE, {SECTION, 4});
     return !failed(m);
 }
 
 } // namespace
+
+bool are_counts(double n, double r) { return r >= 0 && n >= r; }
+
+bool is_sexagesimal_part(double x) {
+    constexpr int LIMIT = 60;
+    return truncate_to_int(round6(x)) < LIMIT;
+}
 
 double rnd_function(Machine& m) {
     double x = 0;

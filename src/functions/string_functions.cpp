@@ -7,6 +7,7 @@
 #include "core/number_format.h"
 #include "core/variables.h"
 #include "functions/arguments.h"
+#include "functions/signatures.h"
 
 #include <algorithm>
 #include <cmath>
@@ -70,7 +71,8 @@ std::string_view take_part(Machine& m, std::string_view source, const Part& part
     return rest.substr(0, static_cast<std::size_t>(std::max(part.length, 0)));
 }
 
-/// What VAL reads: an optional sign, digits, and at most one point. Nothing at all is 0.
+} // namespace
+
 bool is_plain_decimal(std::string_view text) {
     if (!text.empty() && (text[0] == '-' || text[0] == '+'))
         text.remove_prefix(1);
@@ -78,8 +80,6 @@ bool is_plain_decimal(std::string_view text) {
     const auto digits = std::count_if(text.begin(), text.end(), is_digit);
     return points <= 1 && static_cast<std::size_t>(points + digits) == text.size();
 }
-
-} // namespace
 
 double len_function(Machine& m) {
     if (!read_string(m, "LEN"))

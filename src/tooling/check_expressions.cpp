@@ -22,6 +22,7 @@ void make_number(StatementReader& r, const CheckedOperand& left, std::optional<d
     r.value = left;
     r.value.number = number;
     r.value.length.reset();
+    r.value.text.reset();
     r.value.complete = true;
     r.value.numeric = true;
 }
@@ -44,6 +45,7 @@ void concatenate(StatementReader& r, const CheckedOperand& left) {
     r.value = left;
     r.value.complete = true;
     r.value.length = length;
+    r.value.text.reset();
 }
 
 bool types_differ(OperandType a, OperandType b) {

@@ -3,6 +3,11 @@
 #include "tooling/check_reader.h"
 
 #include "core/machine.h"
+#include "core/number_format.h"
+#include "core/numbers.h"
+#include "functions/signatures.h"
+
+#include <cmath>
 
 namespace quillon {
 namespace {
@@ -71,6 +76,33 @@ void pass_any_token(StatementReader& r) {
     next_behind_operand(r);
 }
 
+std::string shown_number(double x) {
+    constexpr int DIGITS = 6;
+    return std::string(format_general(x, DIGITS).view());
+}
+
+std::string domain_text(const Domain& domain) {
+    if (domain.by_unit)
+        return "angles of four turns at most";
+    if (!std::isfinite(domain.highest))
+        return domain.lowest > 0 ? "numbers above 0" : "numbers from " + shown_number(domain.lowest) + " on";
+    return "numbers from " + shown_number(domain.lowest) + " to " + shown_number(domain.highest);
+}
+
+/// Whether a function takes a number, whatever the angle unit is at that time.
+bool may_take(const PrefixSignature& signature, double x) {
+    const double argument = prefix_argument(signature, x);
+    return in_domain(signature.domain, ANGLE_DEG, argument) || in_domain(signature.domain, ANGLE_GRA, argument);
+}
+
+/// A number that the text tells must lie in the function's domain.
+void check_domain(StatementReader& r, const Token& word) {
+    const PrefixSignature* signature = find_prefix_signature(word.code);
+    if (!r.failed && signature != nullptr && r.value.number && !may_take(*signature, *r.value.number))
+        refuse(r, FindingKind::OUT_OF_RANGE, word.begin,
+               describe(word) + " takes " + domain_text(signature->domain) + ", not " + shown_number(*r.value.number));
+}
+
 void read_prefix(StatementReader& r) {
     const Token word = r.scanned;
     r.value = {};
@@ -81,14 +113,18 @@ void read_prefix(StatementReader& r) {
         refuse(r, FindingKind::MISSING_OPERAND, r.scanned.begin, "an operand is missing behind " + describe(word));
     else if (is_string(r.value))
         refuse(r, FindingKind::WRONG_TYPE, word.begin, describe(word) + " takes no string");
+    check_domain(r, word);
     number_result(r);
 }
 
-void read_pair(StatementReader& r) {
+/// Two numbers; the first one where the text tells it.
+std::optional<double> read_pair(StatementReader& r) {
     open_arguments(r);
     read_number(r, true);
+    const std::optional<double> first = r.value.number;
     require(r, TOKEN_COMMA, "\",\"");
     read_number(r, true);
+    return first;
 }
 
 void read_rnd(StatementReader& r) {
@@ -98,7 +134,12 @@ void read_rnd(StatementReader& r) {
 }
 
 void read_combination(StatementReader& r) {
-    read_pair(r);
+    const Token word = r.scanned;
+    const std::optional<double> n = read_pair(r);
+    const std::optional<double> chosen = r.value.number;
+    if (!r.failed && n && chosen && !are_counts(std::floor(round6(*n)), std::floor(round6(*chosen))))
+        refuse(r, FindingKind::OUT_OF_RANGE, word.begin,
+               describe(word) + "(n,r) takes an n of 0 or more, and an r from 0 to n");
     pass_closing(r);
     number_result(r);
 }
@@ -110,12 +151,19 @@ void read_coordinates(StatementReader& r) {
     r.value = {};
 }
 
+void read_sexagesimal_part(StatementReader& r, bool may_be_missing) {
+    const char* at = skip_blanks(r.scan);
+    read_number(r, may_be_missing);
+    if (!r.failed && r.value.number && !is_sexagesimal_part(*r.value.number))
+        refuse(r, FindingKind::OUT_OF_RANGE, at, "degrees, minutes and seconds of DEG must be below 60");
+}
+
 void read_deg(StatementReader& r) {
     constexpr int PARTS = 3;
     open_arguments(r);
-    read_number(r, false);
+    read_sexagesimal_part(r, false);
     for (int part = 1; part < PARTS && !r.failed && r.token == TOKEN_COMMA; ++part)
-        read_number(r, true);
+        read_sexagesimal_part(r, true);
     pass_any_token(r);
     number_result(r);
 }
@@ -131,6 +179,8 @@ void read_string_argument(StatementReader& r) {
     read_argument(r);
     if (!r.failed && (r.value.kind == VALUE_NUMVAR || r.value.kind == VALUE_NUMBER))
         refuse(r, FindingKind::WRONG_TYPE, at, describe(word) + " takes a string");
+    if (!r.failed && word.code == TOKEN_VAL && r.value.text && !is_plain_decimal(*r.value.text))
+        refuse(r, FindingKind::OUT_OF_RANGE, at, "VAL reads digits with at most one point, and a sign in front");
     require_closing(r);
     number_result(r);
 }

@@ -21,6 +21,7 @@ struct CheckedOperand {
     bool dollar = false;                 ///< the variable $
     std::optional<double> number{};      ///< the number, where the text tells it
     std::optional<std::size_t> length{}; ///< of a string, likewise
+    std::optional<std::string> text{};   ///< of a string literal alone
     const char* at = nullptr;            ///< where it begins
 };
 

@@ -116,7 +116,7 @@ void read_mode(StatementReader& r) {
         return;
     if (r.value.kind == VALUE_NONE)
         refuse_shape(r, "MODE needs a number");
-    else if (r.value.kind == VALUE_STRING || outside(r.value, 4, 8))
+    else if (is_string(r.value) || outside(r.value, 4, 8))
         refuse(r, FindingKind::OUT_OF_RANGE, at, "the modes of MODE are 4 to 8");
 }
 

@@ -130,10 +130,12 @@ void take_literal(StatementReader& r, const Token& token) {
     r.value.kind = static_cast<ValueKind>(token.code);
     r.value.at = token.begin;
     TokenText text;
-    if (token.code == TOKEN_STRING)
+    if (token.code == TOKEN_STRING) {
         read_literal(token, text);
-    else
+        r.value.text = text.view();
+    } else {
         r.value.number = token.number;
+    }
     r.value.length = text.size();
 }
 
