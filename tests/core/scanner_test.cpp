@@ -134,12 +134,11 @@ TEST(Scanner, EveryPairOfBytesIsReadWithinItsText) {
 TEST(Keywords, HaveTheirCodesAndAnyOtherWordThatOfTheLastInItsSlot) {
     std::map<int, int> codes;
     std::map<std::string, int> words;
-    expect_cases("core/keywords.txt", [&](const FileCase& row) {
-        const char* first = row.input.c_str();
-        const std::string word = row.input[0] == '\\' ? std::string(1, static_cast<char>(read_char(first))) : row.input;
-        codes[slot_of(word)] = words[lower(word)] = std::stoi(row.expected);
-        return code_of(word);
-    });
+    for (const Keyword& keyword : vocabulary()) // in the order of registration
+        codes[slot_of(std::string(keyword.spelling))] = words[lower(std::string(keyword.spelling))] =
+            number_of(keyword.code);
+    for (const Keyword& keyword : vocabulary())
+        EXPECT_EQ(code_of(std::string(keyword.spelling)), std::to_string(number_of(keyword.code))) << keyword.spelling;
     std::map<int, int> strangers; // code -> how many words outside the vocabulary yield it
     int negative = 0;             // slots, which are empty
     for (const std::string prefix : {"", "abcdefgh"}) {
