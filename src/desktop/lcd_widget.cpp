@@ -34,7 +34,7 @@ int LcdWidget::pixel_size() const {
 
 void LcdWidget::fit_into(QSize room_) {
     room = room_;
-    const QSize size = sizeHint();
+    const QSize size = LcdWidget::sizeHint(); // also called while this is constructed
     setMinimumWidth(size.width());
     setFixedHeight(size.height());
 }

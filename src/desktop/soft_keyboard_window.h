@@ -26,7 +26,7 @@ public:
     /// again: the window system tells of the main window's frame when it likes.
     void dock();
 
-    /// Paints anew if the machine shows another picture.
+    /// Repaints if the keyboard looks different now.
     void refresh();
 
 protected:

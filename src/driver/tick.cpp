@@ -132,7 +132,8 @@ void serve_tick(Machine& m) {
 
 void machine_tick(Machine& m) {
     serve_tick(m);
-    m.screen.display_offset = first_visible_column(m);
+    // A line that fits, as most do, never scrolls.
+    m.screen.display_offset = m.screen.display_cursor < DISPLAY_WIDTH ? 0 : first_visible_column(m);
 #ifdef QUILLON_CHECK_INVARIANTS
     require_invariants(m);
 #endif

@@ -28,7 +28,7 @@ struct PrefixSignature {
     Domain domain;
 };
 
-/// The function of this word; null when it is none of one factor.
+/// The signature of this word; null unless it is a function of one factor.
 const PrefixSignature* find_prefix_signature(TokenCode token);
 
 /// The argument as the function sees it.

@@ -17,8 +17,8 @@ namespace quillon {
 [[nodiscard]] bool safe_write(const std::string& path, std::string_view bytes);
 
 /// The same, and the old file stays beside the new one, under the first free of the names that end in ".bad", ".bad1",
-/// and so on, which `kept` is told; it may be there already after a failure. A failure too when none of a hundred is
-/// free.
+/// and so on; `kept` gets that name. The copy may be there already after a failure. A failure too when none of a
+/// hundred is free.
 [[nodiscard]] bool safe_write_keeping_old(const std::string& path, std::string_view bytes, std::string* kept = nullptr);
 
 enum class NewFile {

@@ -12,7 +12,7 @@ struct Simulator;
 
 /// Reads the state of the last run from the files in `s.files`, loads the listing
 /// that is named, or without one that of the last run, puts the default skin in place, and enters command mode or opens
-/// the soft keyboard where the settings say so. What was wrong is told in message boxes, so the host and the catalogue
+/// the soft keyboard where the settings say so. Message boxes say what was wrong, so the host and the catalogue
 /// must be in place. False when there is no skin at all: then nothing is to be ticked.
 bool start_simulator(Simulator& s, const std::string& listing = "");
 

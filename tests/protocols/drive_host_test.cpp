@@ -93,7 +93,7 @@ TEST(HostCommands, LoadTheListingAgain) {
         << "an editor may be saving it at this moment";
     EXPECT_EQ(t.session.simulator->preferences.last_file, path);
     t.all("set cursor_interval 7; host 40043; host 40043");
-    EXPECT_EQ(t.m().settings.cursor_interval, 7) << "blinking is not worked out anew";
+    EXPECT_EQ(t.m().settings.cursor_interval, 7) << "the blink interval is not computed again";
 }
 
 TEST(HostCommands, LeaveNoListingAfterAFaultyOne) {
