@@ -65,9 +65,9 @@ std::uint8_t drawn_code(char c) {
 
 bool draw_cells(LcdPicture& picture, const Machine& m) {
     bool drawn = false;
+    const char* visible = m.screen.display_line.data() + m.screen.display_offset;
     for (int i = 0; i < LCD_CELLS; ++i) {
-        const std::uint8_t code =
-            drawn_code(m.screen.display_line[static_cast<std::size_t>(m.screen.display_offset + i)]);
+        const std::uint8_t code = drawn_code(visible[i]);
         std::uint8_t& shown = picture.codes[static_cast<std::size_t>(i)];
         if (code == shown)
             continue;

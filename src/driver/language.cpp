@@ -25,9 +25,9 @@ namespace {
 constexpr std::optional<StmtKind> NO_KIND;
 
 struct StatementRow {
-    TokenCode token;
+    TokenCode token = TOKEN_UNKNOWN;
     std::optional<StmtKind> kind; ///< the statement context that the word sets
-    StatementHandler handler;
+    StatementHandler handler = nullptr;
 };
 
 // clang-format off

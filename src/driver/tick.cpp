@@ -82,9 +82,10 @@ void tick_select(Machine& m) {
     auto& line = m.screen.display_line;
     line[0] = 'P';
     line[1] = ' ';
+    char* mark = line.data() + 2;
     for (int n = 0; n < AREA_COUNT; ++n) {
         const bool hidden = n == m.settings.run_page && !m.screen.cursor_visible;
-        line[static_cast<std::size_t>(2 + n)] = hidden ? ' ' : area_mark(m, n);
+        *mark++ = hidden ? ' ' : area_mark(m, n);
     }
 }
 
