@@ -118,13 +118,7 @@ void read_if(StatementReader& r) {
     r.scan = behind;
 }
 
-struct JumpShape {
-    TokenCode token;
-    StmtKind kind; ///< the context that the word sets; RETURN leaves it
-    void (*read)(StatementReader&);
-};
-
-constexpr JumpShape JUMP_SHAPES[] = {
+constexpr WordShape JUMP_SHAPES[] = {
     {TOKEN_GOTO, KIND_JUMP, read_goto},     {TOKEN_GOSUB, KIND_JUMP, read_gosub}, {TOKEN_ON, KIND_JUMP, read_on},
     {TOKEN_RETURN, KIND_NONE, read_return}, {TOKEN_IF, KIND_CONDITION, read_if},
 };
@@ -150,17 +144,6 @@ void refuse_shape(StatementReader& r, const char* text) {
     refuse(r, FindingKind::BAD_STATEMENT, r.scanned.begin, text);
 }
 
-bool read_jump_word(StatementReader& r) {
-    for (const JumpShape& shape : JUMP_SHAPES) {
-        if (shape.token != r.token)
-            continue;
-        r.kind = shape.kind != KIND_NONE ? shape.kind : r.kind;
-        shape.read(r);
-        if (r.leaves_line && r.token != TOKEN_END)
-            r.token = TOKEN_COLON; // the machine has gone on elsewhere
-        return true;
-    }
-    return false;
-}
+bool read_jump_word(StatementReader& r) { return read_by_shape(r, JUMP_SHAPES); }
 
 } // namespace quillon

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 
 namespace quillon {
@@ -87,6 +88,16 @@ bool descend(StatementReader& r);
 
 /// Reads the arguments of a function whose word is the current token. False when it is no function.
 bool read_function(StatementReader& r);
+
+/// A statement word and how what follows it is read.
+struct WordShape {
+    TokenCode token;
+    StmtKind kind; ///< the context that the word sets, KIND_NONE for none
+    void (*read)(StatementReader&);
+};
+
+/// Reads the statement of the current word by its row among these. False when it has none.
+bool read_by_shape(StatementReader& r, std::span<const WordShape> shapes);
 
 /// Reads a statement from the token behind its word on. False when the word has no statement.
 bool read_statement_word(StatementReader& r);

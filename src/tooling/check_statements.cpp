@@ -9,8 +9,6 @@
 namespace quillon {
 namespace {
 
-using Read = void (*)(StatementReader&);
-
 bool is_variable(TokenCode token) { return token == TOKEN_NUMVAR || token == TOKEN_STRVAR; }
 
 /// Passes the rest of the statement unread.
@@ -227,15 +225,9 @@ void read_one_token(StatementReader& r) { next(r); }
 
 void read_stop(StatementReader&) {}
 
-struct StatementShape {
-    TokenCode token;
-    StmtKind kind; ///< the context that the word sets, KIND_NONE for none
-    Read read;
-};
-
 // PRINT and INPUT only set their context: their lists are read_statement's.
 // clang-format off
-constexpr StatementShape STATEMENT_SHAPES[] = {
+constexpr WordShape STATEMENT_SHAPES[] = {
     {TOKEN_PRINT,    KIND_PRINT,     read_stop},
     {TOKEN_INPUT,    KIND_INPUT,     read_stop},
     {TOKEN_FOR,      KIND_FOR,       read_for},
@@ -270,10 +262,8 @@ constexpr StatementShape STATEMENT_SHAPES[] = {
 
 } // namespace
 
-bool read_statement_word(StatementReader& r) {
-    if (read_jump_word(r))
-        return true;
-    for (const StatementShape& shape : STATEMENT_SHAPES) {
+bool read_by_shape(StatementReader& r, std::span<const WordShape> shapes) {
+    for (const WordShape& shape : shapes) {
         if (shape.token != r.token)
             continue;
         r.kind = shape.kind != KIND_NONE ? shape.kind : r.kind;
@@ -284,6 +274,8 @@ bool read_statement_word(StatementReader& r) {
     }
     return false;
 }
+
+bool read_statement_word(StatementReader& r) { return read_jump_word(r) || read_by_shape(r, STATEMENT_SHAPES); }
 
 void read_print_list(StatementReader& r) {
     do {
