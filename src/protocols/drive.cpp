@@ -323,20 +323,12 @@ Refusal do_tick(DriveSession& session, std::string_view argument, Json& answer) 
     return {};
 }
 
-/// Whether the machine waits for a person, or has ended.
-bool waits(const Machine& m) {
-    const bool running = m.run.run_state == STATE_RUN || m.run.run_state == STATE_TO_COMMAND;
-    const bool asks =
-        m.eval.stmt_kind == KIND_PROMPT || m.eval.stmt_kind == KIND_INPUT_ERROR || m.eval.stmt_kind == KIND_RESULT;
-    return !running || asks || (failed(m) && m.error.error_code != ERROR_INPUT);
-}
-
 Refusal do_wait(DriveSession& session, std::string_view argument, Json& answer) {
     const auto most = parse_number(argument, 0, TICKS_MAX);
     if (!most)
         return number_refusal("The number of ticks", 0, TICKS_MAX);
     long long ticks = 0;
-    for (; ticks < *most && !waits(session.simulator->machine); ++ticks)
+    for (; ticks < *most && !waits_for_person(session.simulator->machine); ++ticks)
         tick(session);
     answer["ticks"] = ticks;
     return {};
