@@ -114,13 +114,18 @@ LcdPicture::LcdPicture() : canvas(make_canvas(LCD_WIDTH, LCD_HEIGHT, 0)) {}
 bool install_skin(LcdPicture& picture, const IndexedImage& image) {
     if (image.width != SKIN_WIDTH || image.height != SKIN_HEIGHT)
         return false;
-    picture.skin = make_canvas(image.width, image.height, 0);
-    std::transform(image.pixels.begin(), image.pixels.end(), picture.skin.pixels.begin(),
+    Canvas skin = make_canvas(image.width, image.height, 0);
+    std::transform(image.pixels.begin(), image.pixels.end(), skin.pixels.begin(),
                    [&image](std::uint8_t index) { return OPAQUE | image.palette[index]; });
+    show_skin(picture, skin);
+    return true;
+}
+
+void show_skin(LcdPicture& picture, const Canvas& skin) {
+    picture.skin = skin;
     picture.codes.fill(0);
     picture.sprites.fill(0);
     blit_sprite(picture, {0, 0}, SPRITE_PANEL);
-    return true;
 }
 
 bool render_lcd(LcdPicture& picture, const Machine& m) {

@@ -32,6 +32,9 @@ struct LcdPicture {
 /// changes, when the image has not the size of a skin.
 bool install_skin(LcdPicture& picture, const IndexedImage& image);
 
+/// The same with the picture of a skin that was in place before.
+void show_skin(LcdPicture& picture, const Canvas& skin);
+
 /// Draws what has changed since the last rendering; the display's first visible column is worked out and kept in the
 /// record. Returns whether anything was drawn. Without a skin nothing is.
 bool render_lcd(LcdPicture& picture, const Machine& m);

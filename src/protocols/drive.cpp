@@ -2,63 +2,20 @@
 // The commands of the driving protocol.
 #include "protocols/drive.h"
 
-#include "keys/key_map.h"
-#include "keys/lcd_click.h"
-#include "keys/soft_keyboard.h"
+#include "protocols/drive_commands.h"
 #include "protocols/drive_state.h"
 #include "shell/catalogue.h"
 #include "shell/clipboard.h"
-#include "shell/commands.h"
 #include "shell/places.h"
 #include "shell/skins.h"
 #include "shell/snapshot.h"
 
 #include <nlohmann/json.hpp>
 
-#include <charconv>
 #include <utility>
 
 namespace quillon {
 namespace {
-
-using Json = nlohmann::ordered_json;
-
-/// What a command says against itself; empty when it was carried out.
-using Refusal = std::string;
-
-/// A command of the protocol. `argument` is the rest of the line behind one blank.
-struct DriveCommand {
-    std::string_view name;
-    Refusal (*carry_out)(DriveSession& session, std::string_view argument, Json& answer);
-};
-
-constexpr long long TICKS_MAX = 10'000'000;
-
-/// A whole number that fills the whole text and lies in a range; nothing otherwise.
-std::optional<long long> parse_number(std::string_view text, long long lowest, long long highest) {
-    long long number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size() || number < lowest || number > highest)
-        return std::nullopt;
-    return number;
-}
-
-Refusal number_refusal(const char* what, long long lowest, long long highest) {
-    return std::string(what) + " must be a whole number from " + std::to_string(lowest) + " to " +
-           std::to_string(highest) + ".";
-}
-
-Refusal refuse_argument(std::string_view argument) {
-    return argument.empty() ? Refusal() : "This command takes no argument.";
-}
-
-/// Splits off the first word of an argument.
-std::string_view take_word(std::string_view& text) {
-    const std::size_t end = text.find(' ');
-    const std::string_view word = text.substr(0, end);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    return word;
-}
 
 /// Nobody may ever ask for the state: what is kept for it is bounded.
 void log(DriveLog& log, std::string text) {
@@ -92,7 +49,8 @@ void take_shown(DriveSession& session, std::string_view piece) {
     }
 }
 
-/// Notes what a program or a command line's PRINT shows; nothing of what is typed.
+} // namespace
+
 void follow_shown(DriveSession& session) {
     const Machine& m = session.simulator->machine;
     const bool waits_for_exe = m.run.run_state == STATE_PRINT_WAIT;
@@ -112,22 +70,18 @@ void follow_shown(DriveSession& session) {
         finish_shown_lines(session.shown_line);
 }
 
-void tick(DriveSession& session) {
-    simulator_tick(*session.simulator);
+namespace {
+
+void drive_tick(DriveSession& session) {
+    session_tick_drawn(*session.session);
     follow_shown(session);
 }
 
 void record_host(DriveSession& session) {
     Host& host = session.simulator->around.host;
-    host.play_tone = [&session](std::span<const std::uint8_t>) {
-        session.tone_playing = true;
-        log(session.host, "play");
-    };
+    host.play_tone = [&session](std::span<const std::uint8_t>) { log(session.host, "play"); };
     host.milliseconds = [] { return 1U; }; // what a load seeds the generator with: so runs repeat
-    host.stop_tone = [&session] {
-        session.tone_playing = false;
-        log(session.host, "stop-sound");
-    };
+    host.stop_tone = [&session] { log(session.host, "stop-sound"); };
     host.show_message = [&session](const std::string& text, MessageIcon) { log(session.host, "message-box " + text); };
     host.refresh_trace = [&session] { log(session.host, "trace-refresh"); };
     host.reset_trace = [&session] { log(session.host, "trace-reset"); };
@@ -144,20 +98,35 @@ void record_window(DriveSession& session) {
     window.toggle_trace = [&session] { log(session.host, "trace"); };
 }
 
-void start_new_machine(DriveSession& session) {
+} // namespace
+
+void prepare_machine(DriveSession& session) {
+    session.session.reset(); // it refers to the simulator
     session.simulator = std::make_unique<Simulator>();
+    session.session = std::make_unique<Session>(*session.simulator);
+    session.debugger = {};
     session.host = {};
     session.shown = {};
-    session.shown_line = {};
-    session.shown_part.clear();
-    session.shown_line.write = [&session](std::string_view piece) { take_shown(session, piece); };
+    show_afresh(session);
     session.clipboard.clear();
-    session.tone_playing = false;
     session.simulator->reads_pipes = true;
     load_skin(*session.simulator, {});
     record_host(session);
     record_window(session);
     render_lcd(session.simulator->lcd, session.simulator->machine);
+}
+
+void show_afresh(DriveSession& session) {
+    session.shown_line = {};
+    session.shown_part.clear();
+    session.shown_line.write = [&session](std::string_view piece) { take_shown(session, piece); };
+}
+
+namespace {
+
+void start_new_machine(DriveSession& session) {
+    prepare_machine(session);
+    begin_session(*session.session);
 }
 
 Refusal do_new(DriveSession& session, std::string_view argument, Json&) {
@@ -182,161 +151,40 @@ Refusal do_catalogue(DriveSession& session, std::string_view argument, Json&) {
 }
 
 Refusal do_load(DriveSession& session, std::string_view argument, Json& answer) {
-    if (argument.empty())
-        return "Name a listing file.";
-    Machine& m = session.simulator->machine;
-    answer["loaded"] = open_listing(*session.simulator, std::string(argument));
-    answer["system_message"] = m.error.system_message.c_str();
+    Input input;
+    if (Refusal refusal = parse_input("load " + std::string(argument), input); !refusal.empty())
+        return refusal;
+    answer["loaded"] = session_input(*session.session, std::move(input));
+    answer["system_message"] = session.simulator->machine.error.system_message.c_str();
     return {};
 }
 
-Refusal do_set(DriveSession& session, std::string_view argument, Json&) {
-    const std::string_view name = take_word(argument);
-    const Field* field = find_field(name);
-    if (field == nullptr || (field->uses & FIELD_SETTABLE) == 0)
-        return "There is no such field to set.";
-    const long long highest = highest_to_set(*field);
-    const auto number = parse_number(argument, field->lowest, highest);
-    if (!number)
-        return number_refusal("This field", field->lowest, highest);
-    field->set(session.simulator->machine, *number);
-    return {};
-}
-
-template <HostCommand Command>
-Refusal do_command(DriveSession& session, std::string_view argument, Json&) {
-    if (argument.empty())
-        run_host_command(*session.simulator, Command);
-    return refuse_argument(argument);
-}
-
-Refusal do_host(DriveSession& session, std::string_view argument, Json&) {
-    constexpr int COMMAND_FIRST = 40001;
-    constexpr int COMMAND_LAST = 40049;
-    const auto number = parse_number(argument, COMMAND_FIRST, COMMAND_LAST);
-    if (!number)
-        return number_refusal("A command", COMMAND_FIRST, COMMAND_LAST);
-    run_host_command(*session.simulator, static_cast<int>(*number));
-    return {};
-}
-
-Refusal do_page(DriveSession& session, std::string_view argument, Json&) {
-    const auto page = parse_number(argument, 0, AREA_COUNT - 1);
-    if (!page)
-        return number_refusal("A page", 0, AREA_COUNT - 1);
-    run_host_command(*session.simulator, COMMAND_PAGE_0 + static_cast<int>(*page));
-    return {};
-}
-
-// Keys. They go straight to the machine, not through the queue: a script has its own pace.
-
-Refusal set_modifier(DriveSession& session, std::string_view name, bool down) {
-    Modifiers& modifiers = session.simulator->modifiers;
-    if (name == "shift")
-        modifiers.shift = down;
-    else if (name == "ctrl")
-        modifiers.ctrl = down;
-    else if (name == "alt")
-        modifiers.alt = down;
-    else
-        return "Name shift, ctrl or alt.";
-    return {};
-}
-
-Refusal do_hold(DriveSession& session, std::string_view argument, Json&) {
-    return set_modifier(session, argument, true);
-}
-
-Refusal do_unhold(DriveSession& session, std::string_view argument, Json&) {
-    return set_modifier(session, argument, false);
-}
-
-std::optional<long long> parse_virtual_key(std::string_view text) { return parse_number(text, 0, 255); }
-
-Refusal virtual_key_refusal() { return number_refusal("A virtual key", 0, 255); }
-
-void set_key_down(DriveSession& session, int key, bool down) {
-    std::vector<int>& keys = session.simulator->keys.down_keys;
-    std::erase(keys, key);
-    if (down)
-        keys.push_back(key);
-}
-
-Refusal press_key(DriveSession& session, std::string_view argument, bool auto_repeat) {
-    const auto key = parse_virtual_key(argument);
-    if (!key)
-        return virtual_key_refusal();
-    set_key_down(session, static_cast<int>(*key), true);
-    on_key_down(session.simulator->machine, static_cast<int>(*key), auto_repeat);
-    return {};
-}
-
-Refusal do_press(DriveSession& session, std::string_view argument, Json&) {
-    return press_key(session, argument, false);
-}
-
-Refusal do_repeat(DriveSession& session, std::string_view argument, Json&) {
-    return press_key(session, argument, true);
-}
-
-Refusal do_altpress(DriveSession& session, std::string_view argument, Json&) {
-    const auto key = parse_virtual_key(argument);
-    if (!key)
-        return virtual_key_refusal();
-    set_key_down(session, static_cast<int>(*key), true);
-    on_sys_key_down(session.simulator->machine, static_cast<int>(*key));
-    return {};
-}
-
-Refusal do_release(DriveSession& session, std::string_view argument, Json&) {
-    const auto key = parse_virtual_key(argument);
-    if (!key)
-        return virtual_key_refusal();
-    set_key_down(session, static_cast<int>(*key), false);
-    return {};
-}
-
-Refusal do_key(DriveSession& session, std::string_view argument, Json&) {
-    BoundedText<15> keys;
-    if (argument.empty() || argument.size() % 2 != 0 || argument.size() > 2 * keys.capacity())
-        return "Give 1 to 15 bytes, two hexadecimal digits each.";
-    for (std::size_t i = 0; i < argument.size(); i += 2) {
-        unsigned byte = 0;
-        const char* digits = argument.data() + i;
-        const auto [end, error] = std::from_chars(digits, digits + 2, byte, 16);
-        if (error != std::errc() || end != digits + 2)
-            return "Give 1 to 15 bytes, two hexadecimal digits each.";
-        keys.push_back(static_cast<char>(byte));
-    }
-    session.simulator->machine.keys.key_string = std::string_view(keys.c_str()); // a byte 00 ends the text
-    session.simulator->machine.keys.held_key = 0;
-    return {};
-}
+// Time.
 
 Refusal do_tick(DriveSession& session, std::string_view argument, Json& answer) {
-    const auto count = argument.empty() ? 1 : parse_number(argument, 0, TICKS_MAX);
+    const auto count = argument.empty() ? 1 : parse_number(argument, 0, DRIVE_TICKS_MAX);
     if (!count)
-        return number_refusal("The number of ticks", 0, TICKS_MAX);
+        return number_refusal("The number of ticks", 0, DRIVE_TICKS_MAX);
     for (long long i = 0; i < *count; ++i)
-        tick(session);
+        drive_tick(session);
     answer["ticks"] = *count;
     return {};
 }
 
 Refusal do_wait(DriveSession& session, std::string_view argument, Json& answer) {
-    const auto most = parse_number(argument, 0, TICKS_MAX);
+    const auto most = parse_number(argument, 0, DRIVE_TICKS_MAX);
     if (!most)
-        return number_refusal("The number of ticks", 0, TICKS_MAX);
+        return number_refusal("The number of ticks", 0, DRIVE_TICKS_MAX);
     long long ticks = 0;
     for (; ticks < *most && !waits_for_person(session.simulator->machine); ++ticks)
-        tick(session);
+        drive_tick(session);
     answer["ticks"] = ticks;
     return {};
 }
 
 void press_exe(DriveSession& session) {
-    session.simulator->machine.keys.enter_request = true;
-    tick(session);
+    session_input(*session.session, {.verb = InputVerb::EXE});
+    drive_tick(session);
 }
 
 Refusal do_exe(DriveSession& session, std::string_view argument, Json&) {
@@ -346,14 +194,17 @@ Refusal do_exe(DriveSession& session, std::string_view argument, Json&) {
     return {};
 }
 
+/// An input, and a tick with it.
+void give(DriveSession& session, InputVerb verb, std::string_view text) {
+    session_input(*session.session, {.verb = verb, .text = std::string(text)});
+    drive_tick(session);
+}
+
 /// Each byte is the pending key for a tick, and no key is pending in the next one.
 void type_bytes(DriveSession& session, std::string_view bytes) {
-    Machine& m = session.simulator->machine;
-    for (const char c : bytes) {
-        m.keys.key_string.assign({&c, 1});
-        tick(session);
-        m.keys.key_string.clear();
-        tick(session);
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        give(session, InputVerb::TEXT, bytes.substr(i, 1));
+        give(session, InputVerb::TEXT, {});
     }
 }
 
@@ -369,13 +220,8 @@ bool waits_for_first_key(const Machine& m) {
 
 /// A key with this character goes down, and comes up after a tick.
 void press_character(DriveSession& session, std::string_view character) {
-    constexpr int HELD_CODE = 256; // no virtual key's
-    session.simulator->machine.keys.key_string = character;
-    session.simulator->machine.keys.held_key = HELD_CODE;
-    set_key_down(session, HELD_CODE, true);
-    tick(session);
-    set_key_down(session, HELD_CODE, false);
-    tick(session);
+    give(session, InputVerb::CHARACTER, character);
+    give(session, InputVerb::CHARACTER, {});
 }
 
 Refusal do_enter(DriveSession& session, std::string_view argument, Json&) {
@@ -400,40 +246,7 @@ Refusal do_state(DriveSession& session, std::string_view argument, Json& answer)
     return {};
 }
 
-// The mouse, the picture, sound and clipboard.
-
-Refusal do_soft(DriveSession& session, std::string_view argument, Json&) {
-    Machine& m = session.simulator->machine;
-    const std::string_view action = take_word(argument);
-    if (action == "up" && argument.empty()) {
-        open_soft_keyboard(m);
-        soft_mouse_up(m);
-        return {};
-    }
-    const auto row = parse_number(take_word(argument), 0, 3);
-    const auto column = parse_number(argument, 0, 13);
-    if (action != "down" || !row || !column)
-        return "Say up, or down with a row from 0 to 3 and a column from 0 to 13.";
-    open_soft_keyboard(m);
-    soft_mouse_down(m, static_cast<int>(*row), static_cast<int>(*column));
-    return {};
-}
-
-Refusal do_click(DriveSession& session, std::string_view argument, Json&) {
-    constexpr long long COORDINATE_MAX = 100'000;
-    constexpr std::pair<std::string_view, LcdClick> BUTTONS[] = {
-        {"left", LcdClick::LEFT}, {"double", LcdClick::LEFT_DOUBLE}, {"right", LcdClick::RIGHT}};
-    const std::string_view button = take_word(argument);
-    const auto x = parse_number(take_word(argument), -COORDINATE_MAX, COORDINATE_MAX);
-    const auto y = parse_number(argument, -COORDINATE_MAX, COORDINATE_MAX);
-    for (const auto& [name, click] : BUTTONS) {
-        if (name != button || !x || !y)
-            continue;
-        on_lcd_click(session.simulator->machine, click, static_cast<int>(*x), static_cast<int>(*y));
-        return {};
-    }
-    return "Say left, double or right, and two whole numbers.";
-}
+// The picture, sound and clipboard.
 
 Refusal do_lcd(DriveSession& session, std::string_view argument, Json& answer) {
     if (argument.empty())
@@ -450,7 +263,7 @@ Refusal do_snapshot(DriveSession& session, std::string_view argument, Json&) {
 
 Refusal do_sound(DriveSession& session, std::string_view argument, Json& answer) {
     const Tone& tone = session.simulator->machine.sound.tone;
-    answer["playing"] = session.tone_playing;
+    answer["playing"] = session.session->tone_plays;
     answer["samples"] = tone.samples;
     answer["half_period"] = tone.half_period;
     return refuse_argument(argument);
@@ -476,27 +289,35 @@ Refusal do_quit(DriveSession& session, std::string_view argument, Json&) {
 
 // clang-format off
 constexpr DriveCommand COMMANDS[] = {
-    {"new", do_new},         {"catalogue", do_catalogue}, {"load", do_load},
-    {"set", do_set},         {"page", do_page},           {"host", do_host},
-    {"run", do_command<COMMAND_RUN>}, {"stop", do_command<COMMAND_STOP>}, {"command", do_command<COMMAND_LINE>},
-    {"hold", do_hold},       {"unhold", do_unhold},       {"press", do_press},
-    {"repeat", do_repeat},   {"altpress", do_altpress},   {"release", do_release},
-    {"key", do_key},         {"type", do_type},           {"soft", do_soft},
-    {"click", do_click},     {"tick", do_tick},           {"wait", do_wait},
-    {"exe", do_exe},         {"enter", do_enter},         {"state", do_state},         {"vars", do_vars},
-    {"lcd", do_lcd},         {"snapshot", do_snapshot},   {"sound", do_sound},
-    {"clipboard", do_clipboard}, {"quit", do_quit},
+    {"new", do_new},     {"catalogue", do_catalogue}, {"load", do_load},   {"tick", do_tick},
+    {"wait", do_wait},   {"exe", do_exe},             {"type", do_type},   {"enter", do_enter},
+    {"state", do_state}, {"vars", do_vars},           {"lcd", do_lcd},     {"snapshot", do_snapshot},
+    {"sound", do_sound}, {"clipboard", do_clipboard}, {"quit", do_quit},
 };
 // clang-format on
 
+/// An input takes no time and answers nothing. What only a replay reads is none of a script's.
+Refusal do_input(DriveSession& session, std::string_view line) {
+    Input input;
+    Refusal refusal = parse_input(line, input);
+    if (refusal.empty() && is_answer(input))
+        refusal = "There is no such command.";
+    if (refusal.empty())
+        session_input(*session.session, std::move(input));
+    return refusal;
+}
+
 Refusal carry_out(DriveSession& session, std::string_view line, Json& answer) {
-    std::string_view argument = line;
-    const std::string_view name = take_word(argument);
-    for (const DriveCommand& command : COMMANDS) {
-        if (command.name == name)
-            return command.carry_out(session, argument, answer);
+    const std::size_t blank = line.find(' ');
+    const std::string_view name = line.substr(0, blank);
+    const std::string_view argument = blank == std::string_view::npos ? "" : line.substr(blank + 1);
+    for (const std::span<const DriveCommand> commands : {std::span<const DriveCommand>(COMMANDS), travel_commands()}) {
+        for (const DriveCommand& command : commands) {
+            if (command.name == name)
+                return command.carry_out(session, argument, answer);
+        }
     }
-    return "There is no such command.";
+    return do_input(session, line);
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "protocols/shown_lines.h"
-#include "shell/simulator.h"
+#include "session/travel.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -28,13 +28,14 @@ struct DriveSession {
     DriveSession();
 
     std::unique_ptr<Simulator> simulator;
+    std::unique_ptr<Session> session;
+    Debugger debugger;      ///< breakpoints and watchpoints
     DriveLog host;          ///< what the machine asked of its host
     DriveLog shown;         ///< what programs have shown whole
     ShownLines shown_line;  ///< the line being shown
     std::string shown_part; ///< the beginning of the next text of `shown`
     std::string clipboard;  ///< its own, machine text
-    bool tone_playing = false;
-    bool finished = false; ///< after `quit`
+    bool finished = false;  ///< after `quit`
 };
 
 /// A line of more bytes than this is refused.

@@ -2,13 +2,13 @@
 // The machine's fields as the driving protocol shows them.
 #include "protocols/drive_state.h"
 
+#include "core/fields.h"
 #include "core/variables.h"
 
 #include <nlohmann/json.hpp>
 
 #include <cmath>
 #include <cstdio>
-#include <limits>
 
 namespace quillon {
 namespace {
@@ -80,11 +80,6 @@ std::string machine_text(std::string_view bytes) {
         }
     }
     return text;
-}
-
-long long highest_to_set(const Field& field) {
-    constexpr long long TICKS_MAX = 100'000; // where the record takes any number of ticks
-    return field.highest == std::numeric_limits<int>::max() ? TICKS_MAX : field.highest;
 }
 
 void answer_state(const Simulator& s, Json& answer) {

@@ -2,7 +2,6 @@
 // What the driving protocol shows of a machine, and which of its fields it sets.
 #pragma once
 
-#include "core/fields.h"
 #include "shell/simulator.h"
 
 #include <nlohmann/json_fwd.hpp>
@@ -11,9 +10,6 @@
 #include <string_view>
 
 namespace quillon {
-
-/// The highest number that a script may set a field to.
-long long highest_to_set(const Field& field);
 
 /// Machine text as UTF-8: each byte as the code point of the same number.
 std::string machine_text(std::string_view bytes);

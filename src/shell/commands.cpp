@@ -198,7 +198,7 @@ void run_host_command(Simulator& s, int number) {
 
 LoadResult load_listing_file(Simulator& s, const std::string& path) {
     const FileKind kind = s.reads_pipes ? FileKind::ANY : FileKind::ORDINARY; // nobody at a window can wait for a pipe
-    const auto [result, is_cut] = load_listing(s.machine, path, kind);
+    const auto [result, is_cut] = load_listing(s.machine, path, s.disk.read(path, LISTING_SIZE_MAX, kind));
     if (result == LoadResult::FAULTY && s.machine.trace.trace_mode)
         toggle_trace(s, COMMAND_TRACE); // there is nothing left to trace
     if (result != LoadResult::LOADED)

@@ -18,6 +18,8 @@ struct Modifiers {
     bool shift = false;
     bool ctrl = false;
     bool alt = false;
+
+    bool operator==(const Modifiers&) const = default;
 };
 
 /// A key event.
@@ -33,6 +35,8 @@ struct KeyEvent {
     char character = 0;
     bool auto_repeat = false;
     Modifiers modifiers{};
+
+    bool operator==(const KeyEvent&) const = default;
 };
 
 /// Events that have not been fed yet, and the keys that are down as far as the machine knows.
@@ -41,6 +45,8 @@ struct KeyQueue {
     std::vector<int> down_keys;
     std::optional<KeyEvent> last_down; ///< the last key that was fed
     bool key_in_last_tick = false;     ///< a key was pending during the last tick
+
+    bool operator==(const KeyQueue&) const = default;
 };
 
 /// Whether a key acts at once, or leads out of where the machine is: nothing may hold it up.

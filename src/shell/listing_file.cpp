@@ -10,7 +10,10 @@
 namespace quillon {
 
 ListingLoad load_listing(Machine& m, const std::string& path, FileKind kind) {
-    FileContents file = read_file(path, LISTING_SIZE_MAX, kind);
+    return load_listing(m, path, read_file(path, LISTING_SIZE_MAX, kind));
+}
+
+ListingLoad load_listing(Machine& m, const std::string& path, FileContents file) {
     switch (file.status) {
     case ReadStatus::READ: return load_listing_bytes(m, std::move(file.bytes));
     case ReadStatus::TOO_LARGE: compose_system_message(m, MESSAGE_OUT_OF_MEMORY); break;

@@ -14,8 +14,11 @@ struct ListingLoad {
     bool is_cut = false; ///< loaded only up to a NUL; `system_message` says so
 };
 
-/// Reads a listing file and makes it the machine's program, as `load_listing_text` does. What cannot be read changes
-/// nothing but `system_message`, which says why.
+/// Makes what was read of a listing file the machine's program, as `load_listing_text` does. What could not be read
+/// changes nothing but `system_message`, which says why and names the path.
+ListingLoad load_listing(Machine& m, const std::string& path, FileContents file);
+
+/// Reads it before.
 ListingLoad load_listing(Machine& m, const std::string& path, FileKind kind = FileKind::ANY);
 
 /// Makes the bytes of a listing file the machine's program.

@@ -26,7 +26,7 @@ Simulator::Simulator() {
     around.host.load_skin = [this](std::string_view name) { return load_skin(*this, name); };
 }
 
-bool simulator_tick(Simulator& s) {
+void advance_simulator(Simulator& s) {
     Machine& m = s.machine;
     const std::optional<KeyEvent> key = next_key_down(s.keys, m);
     sample_modifiers(m, key ? key->modifiers : s.modifiers);
@@ -34,7 +34,11 @@ bool simulator_tick(Simulator& s) {
         apply_key_down(s.keys, m, *key);
     note_pending_key(s.keys, m);
     machine_tick(m);
-    return render_lcd(s.lcd, m);
+}
+
+bool simulator_tick(Simulator& s) {
+    advance_simulator(s);
+    return render_lcd(s.lcd, s.machine);
 }
 
 } // namespace quillon

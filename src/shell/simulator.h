@@ -4,6 +4,7 @@
 
 #include "core/machine.h"
 #include "display/lcd.h"
+#include "shell/disk.h"
 #include "shell/key_queue.h"
 #include "shell/places.h"
 #include "shell/recent_listings.h"
@@ -35,12 +36,15 @@ struct Simulator {
     bool reads_pipes = false; ///< listings may come through pipes; nobody at a window can wait for one
     std::string skin_name;    ///< the skin in place, empty for the default
     Window window;
+    Disk disk;
     KeyQueue keys;
     Modifiers modifiers; ///< the PC's modifier keys now, sampled before each tick
 };
 
-/// One tick as the timer makes it: the next key event, modifiers sampled, the machine's tick, the LCD drawn. Returns
-/// whether the LCD's picture has changed.
+/// One tick without a look at it: the next key event, modifiers sampled, the machine's tick.
+void advance_simulator(Simulator& s);
+
+/// One tick as the timer makes it, with the LCD drawn. Returns whether its picture has changed.
 bool simulator_tick(Simulator& s);
 
 } // namespace quillon
