@@ -4,13 +4,9 @@
 
 #include "core/invariants.h"
 #include "core/keywords.h"
-#include "keys/key_map.h"
-#include "keys/lcd_click.h"
-#include "keys/soft_keyboard.h"
 #include "keys/soft_keys.h"
 #include "keys/virtual_keys.h"
 #include "shell/clipboard.h"
-#include "shell/commands.h"
 #include "shell/skins.h"
 
 #include <cstdio>
@@ -20,68 +16,67 @@
 namespace quillon::fuzz {
 namespace {
 
-constexpr int ENTER_KEY = 13;
-
-void strike(Simulator& s, KeyEvent event) {
-    push_key_event(s.keys, event);
+std::vector<Input> strike(KeyEvent event) {
+    const Input down = key_input(event);
     event.kind = KeyEvent::Kind::UP;
-    push_key_event(s.keys, event);
+    return {down, key_input(event)};
 }
 
-void press_exe(Simulator& s, Choices&) { strike(s, {.key = ENTER_KEY}); }
+std::vector<Input> press_exe(Choices&) { return strike({.key = VK_ENTER}); }
 
-void press_key(Simulator& s, Choices& choices) {
+std::vector<Input> press_key(Choices& choices) {
     const int modifiers = choices.below(16);
     KeyEvent event{.key = choices.below(256)};
     event.kind = modifiers == 15 ? KeyEvent::Kind::SYS_DOWN : KeyEvent::Kind::DOWN;
     event.modifiers = {.shift = modifiers % 4 == 1, .ctrl = modifiers % 8 == 2, .alt = modifiers == 15};
-    strike(s, event);
+    return strike(event);
 }
 
-void press_digit(Simulator& s, Choices& choices) { strike(s, {.key = '0' + choices.below(10)}); }
+std::vector<Input> press_digit(Choices& choices) { return strike({.key = '0' + choices.below(10)}); }
 
-void press_clear(Simulator& s, Choices&) { strike(s, {.key = VK_HOME}); }
+std::vector<Input> press_clear(Choices&) { return strike({.key = VK_HOME}); }
 
-void press_editing_key(Simulator& s, Choices& choices) {
+std::vector<Input> press_editing_key(Choices& choices) {
     constexpr int KEYS[] = {8, 35, 36, 37, 38, 39, 40, 45, 46};
-    strike(s, {.key = KEYS[choices.below(static_cast<int>(std::size(KEYS)))]});
+    return strike({.key = KEYS[choices.below(static_cast<int>(std::size(KEYS)))]});
 }
 
-void type_character(Simulator& s, Choices& choices) {
+std::vector<Input> type_character(Choices& choices) {
     const int character = choices.below(256);
-    strike(s, {KeyEvent::Kind::CHARACTER, CHARACTER_KEY_BASE + character, static_cast<char>(character)});
+    return strike({KeyEvent::Kind::CHARACTER, CHARACTER_KEY_BASE + character, static_cast<char>(character)});
 }
 
-void type_word(Simulator& s, Choices& choices) {
+std::vector<Input> type_word(Choices& choices) {
     const auto words = vocabulary();
-    s.machine.keys.key_string = words[static_cast<std::size_t>(choices.below(static_cast<int>(words.size())))].spelling;
-    s.machine.keys.held_key = 0;
+    const auto word = words[static_cast<std::size_t>(choices.below(static_cast<int>(words.size())))].spelling;
+    return {{.verb = InputVerb::KEY_STRING, .text = std::string(word)}};
 }
 
-void let_go(Simulator& s, Choices&) {
-    release_all_keys(s.keys);
-    clear_key(s.machine);
+std::vector<Input> let_go(Choices&) {
+    return {{.verb = InputVerb::DROP_KEYS}, {.verb = InputVerb::KEY_STRING, .text = std::string(1, '\0')}};
 }
 
-void press_soft_key(Simulator& s, Choices& choices) {
-    open_soft_keyboard(s.machine);
+std::vector<Input> press_soft_key(Choices& choices) {
     const int key = choices.below(SOFT_KEY_COUNT);
-    soft_mouse_down(s.machine, key / SOFT_KEY_COLUMNS, key % SOFT_KEY_COLUMNS);
+    return {{.verb = InputVerb::SOFT_DOWN, .numbers = {key / SOFT_KEY_COLUMNS, key % SOFT_KEY_COLUMNS}}};
 }
 
-void release_soft_key(Simulator& s, Choices&) { soft_mouse_up(s.machine); }
+std::vector<Input> release_soft_key(Choices&) { return {{.verb = InputVerb::SOFT_UP}}; }
 
-void click(Simulator& s, Choices& choices) {
-    const auto kind = static_cast<LcdClick>(choices.below(3));
+std::vector<Input> click(Choices& choices) {
+    constexpr InputVerb CLICKS[] = {InputVerb::CLICK_LEFT, InputVerb::CLICK_DOUBLE, InputVerb::CLICK_RIGHT};
+    const InputVerb verb = CLICKS[choices.below(3)];
     const int x = choices.below(256) * 2 - 60;
-    on_lcd_click(s.machine, kind, x, choices.below(128) - 20);
+    return {{.verb = verb, .numbers = {x, choices.below(128) - 20}}};
 }
 
-void run_program(Simulator& s, Choices&) { run_host_command(s, COMMAND_RUN); }
+std::vector<Input> run_program(Choices&) { return {{.verb = InputVerb::HOST_COMMAND, .numbers = {COMMAND_RUN}}}; }
 
-void give_command(Simulator& s, Choices& choices) { run_host_command(s, COMMAND_OPEN + choices.below(49)); }
+std::vector<Input> give_command(Choices& choices) {
+    return {{.verb = InputVerb::HOST_COMMAND, .numbers = {COMMAND_OPEN + choices.below(49)}}};
+}
 
-constexpr void (*ACTIONS[])(Simulator&, Choices&) = {
+constexpr std::vector<Input> (*ACTIONS[])(Choices&) = {
     press_exe, press_exe, press_exe,      press_key,        press_key, press_digit, press_editing_key, type_character,
     type_word, let_go,    press_soft_key, release_soft_key, click,     run_program, give_command,      press_clear,
 };
@@ -117,7 +112,14 @@ std::unique_ptr<Simulator> make_simulator() {
     return s;
 }
 
-void act(Simulator& s, Choices& choices) { ACTIONS[choices.below(static_cast<int>(std::size(ACTIONS)))](s, choices); }
+std::vector<Input> choose_inputs(Choices& choices) {
+    return ACTIONS[choices.below(static_cast<int>(std::size(ACTIONS)))](choices);
+}
+
+void act(Simulator& s, Choices& choices) {
+    for (const Input& input : choose_inputs(choices))
+        apply_input(s, input);
+}
 
 void tick(Simulator& s) {
     simulator_tick(s);

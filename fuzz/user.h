@@ -3,12 +3,14 @@
 // an input's bytes or from a seeded generator. The fuzz targets and the soak share this.
 #pragma once
 
+#include "session/input.h"
 #include "shell/simulator.h"
 
 #include <cstdint>
 #include <memory>
 #include <span>
 #include <string_view>
+#include <vector>
 
 namespace quillon::fuzz {
 
@@ -30,6 +32,9 @@ private:
 
 /// A simulator with the default skin and a clipboard that a person can copy to and paste from.
 std::unique_ptr<Simulator> make_simulator();
+
+/// One thing that a person may do, as inputs that come at once.
+std::vector<Input> choose_inputs(Choices& choices);
 
 /// Does one thing to the machine; what it leads to comes with the next ticks.
 void act(Simulator& s, Choices& choices);

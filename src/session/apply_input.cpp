@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What each input does to a simulator.
+#include "core/run_control.h"
 #include "keys/key_map.h"
 #include "keys/lcd_click.h"
 #include "keys/soft_keyboard.h"
@@ -111,6 +112,15 @@ bool apply_input(Simulator& s, const Input& input) {
     case InputVerb::CHARACTER: type_character(s, input); break;
     case InputVerb::ENTRY: m.entry.entry_line.text = input.text; break;
     case InputVerb::EXE: m.keys.enter_request = true; break;
+    case InputVerb::EXE_HELD: s.exe_held = input.numbers[0] != 0; break;
+    case InputVerb::BEGIN_ENTRY:
+        if (m.run.run_state == STATE_RUN && m.eval.stmt_kind == KIND_PROMPT)
+            begin_entry(m);
+        break;
+    case InputVerb::ASK_AGAIN:
+        if (m.run.run_state == STATE_RUN && m.eval.stmt_kind == KIND_INPUT_ERROR)
+            prompt_again(m);
+        break;
     case InputVerb::SOFT_DOWN:
     case InputVerb::SOFT_UP: soft(s, input); break;
     case InputVerb::CLICK_LEFT: click(s, input, LcdClick::LEFT); break;

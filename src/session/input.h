@@ -29,13 +29,16 @@ enum class InputVerb : std::uint8_t {
     PRESS,        ///< key-down messages
     REPEAT,
     ALT_PRESS,
-    RELEASE,    ///< the key is no longer down
-    KEY_STRING, ///< the pending key as bytes, no key counts as down by it
-    TEXT,       ///< the pending key as bytes, and nothing else changes; without bytes none is pending
-    CHARACTER,  ///< a key goes down that types these bytes; without bytes it comes up
-    ENTRY,      ///< the text of the entry line
-    EXE,        ///< EXE is pressed
-    SOFT_DOWN,  ///< mouse on the soft keyboard
+    RELEASE,     ///< the key is no longer down
+    KEY_STRING,  ///< the pending key as bytes, no key counts as down by it
+    TEXT,        ///< the pending key as bytes, and nothing else changes; without bytes none is pending
+    CHARACTER,   ///< a key goes down that types these bytes; without bytes it comes up
+    ENTRY,       ///< the text of the entry line
+    EXE,         ///< EXE is pressed
+    EXE_HELD,    ///< EXE is held from now on (1), or is let go (0)
+    BEGIN_ENTRY, ///< where a prompt waits for a key: the entry begins without one
+    ASK_AGAIN,   ///< where a refused entry is shown: its prompt is shown again
+    SOFT_DOWN,   ///< mouse on the soft keyboard
     SOFT_UP,
     CLICK_LEFT, ///< mouse on the LCD, in its pixels
     CLICK_DOUBLE,

@@ -224,7 +224,7 @@ void pass_host_side(Io& io, MomentType& moment) {
     for (auto& key : queue.down_keys)
         io.whole(key);
     wholes(io, queue.key_in_last_tick, moment.modifiers.shift, moment.modifiers.ctrl, moment.modifiers.alt,
-           moment.tone_plays);
+           moment.exe_held, moment.tone_plays);
 }
 
 template <typename Io, typename MomentType>

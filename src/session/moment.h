@@ -24,6 +24,7 @@ struct Moment {
     Machine machine;
     KeyQueue keys;       ///< events that wait, and the keys that are down
     Modifiers modifiers; ///< the modifier keys that are down
+    bool exe_held = false;
     std::shared_ptr<const SkinInPlace> skin;
     bool tone_plays = false;
     std::string listing_path;      ///< of the listing that a reload reads; no part of the value

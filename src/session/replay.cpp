@@ -56,27 +56,44 @@ struct Player {
         return &entries[next++].input;
     }
 
+    /// The inputs of this tick. Answers among them are taken while they are applied, those after them by the tick; what
+    /// is not asked for by then is left out.
     void feed_inputs() {
-        while (next < entries.size() && entries[next].tick == session.tick) {
-            const Input& input = entries[next++].input;
-            if (!is_answer(input))
-                session_input(session, input);
-        }
+        while (next < entries.size() && entries[next].tick < session.tick)
+            ++next;
+        while (next < entries.size() && entries[next].tick == session.tick && !is_answer(entries[next].input))
+            session_input(session, entries[next++].input);
     }
 };
 
-/// The first member that is not as it was; where only something between the observations was different, the display.
-std::string first_difference(const Observer& observer, const Sight& sight) {
-    const Observation& now = observer.last;
-    const Observation& then = sight.seen;
+/// The first member that is not the same.
+std::string first_difference(const Observation& now, const Observation& then) {
     if (now.run_state != then.run_state)
         return "state";
     if (now.error_code != then.error_code)
         return "error_code";
     if (now.tone != then.tone)
         return "tone";
-    return now.display != then.display || observer.sum != sight.sum ? "display" : "";
+    return now.display != then.display ? "display" : "";
 }
+
+/// Holds a machine against the sights of a file, tick by tick.
+struct Comparison {
+    const SessionFile& file;
+    Observer observer{};
+    std::size_t next = 0; ///< sight
+
+    /// What differs after a tick; empty when nothing does.
+    std::string follow(const Session& session) {
+        const Observation before = observer.last;
+        const bool changed = observer.follow(session);
+        if (next == file.sights.size() || file.sights[next].tick != session.tick)
+            return changed && file.sights_every == 1 ? first_difference(observer.last, before) : "";
+        const Sight& sight = file.sights[next++];
+        const std::string difference = first_difference(observer.last, sight.seen);
+        return difference.empty() && observer.sum != sight.sum ? "display" : difference; // of an earlier one
+    }
+};
 
 /// A host that is silent and gives the answers of the file, in place of the session's own until the end of a scope.
 class PlayerHost {
@@ -153,6 +170,14 @@ std::optional<std::vector<Input>> start_inputs(const Moment& begin) {
     return same ? std::optional(std::move(inputs)) : std::nullopt;
 }
 
+/// Whether two machines are in the same state. The texts of the catalogue do not count: another one has none.
+bool is_same_but_for_texts(const Machine& a, const Machine& b) {
+    const auto copy = std::make_unique<Machine>(b);
+    copy->error.error_detail = a.error.error_detail;
+    copy->error.system_message = a.error.system_message;
+    return a == *copy;
+}
+
 /// Keeps every second observation.
 void thin_out(std::vector<Sight>& sights) {
     std::size_t kept = 0;
@@ -194,20 +219,19 @@ SessionFile record_session(const Session& session, bool& repeats) {
     Player player{again, file.entries};
     const PlayerHost host(player);
     Observer observer;
-    std::size_t spacing = 1;
     for (std::size_t changes = 0; again.tick < file.end;) {
         player.feed_inputs();
         session_tick(again);
-        if (observer.follow(again) && ++changes % spacing == 0)
+        if (observer.follow(again) && ++changes % file.sights_every == 0)
             file.sights.push_back({again.tick, observer.last, observer.sum});
         if (file.sights.size() == SIGHTS_MAX) {
             thin_out(file.sights);
-            spacing *= 2;
+            file.sights_every *= 2;
         }
     }
     player.feed_inputs();
     const bool at_end = session.tick == session.log.end && !has_future(session);
-    repeats = !at_end || session.simulator.machine == simulator.machine;
+    repeats = !at_end || is_same_but_for_texts(session.simulator.machine, simulator.machine);
     return file;
 }
 
@@ -215,19 +239,14 @@ ReplayResult replay_session(Session& session, const SessionFile& file, TickCount
     start_from_file(session, file);
     Player player{session, file.entries};
     const PlayerHost host(player);
-    Observer observer;
-    auto sight = file.sights.begin();
+    Comparison comparison{file};
     ReplayResult result{.verified = true};
     const TickCount end = std::min(file.end, until);
     while (session.tick < end && result.verified) {
         player.feed_inputs();
         session_tick(session);
-        observer.follow(session);
-        if (sight == file.sights.end() || sight->tick != session.tick)
-            continue;
-        result.differs = first_difference(observer, *sight);
+        result.differs = comparison.follow(session);
         result.verified = result.differs.empty();
-        ++sight;
     }
     if (result.verified && session.tick == file.end)
         player.feed_inputs();

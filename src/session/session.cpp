@@ -2,9 +2,12 @@
 // Passing the gate, and going back and forth.
 #include "session/session.h"
 
+#include "core/fields.h"
 #include "session/host_gate.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 namespace quillon {
@@ -74,6 +77,23 @@ void tick_live(Session& session) {
     session.next_entry = session.log.entries.size();
 }
 
+/// Whoever changes the record passes the gate: what it left is what it finds.
+void require_untouched([[maybe_unused]] const Session& session) {
+#ifdef QUILLON_CHECK_INVARIANTS
+    if (*session.as_left == session.simulator.machine)
+        return;
+    std::fprintf(stderr, "quillon: the record was changed without the session: %s\n",
+                 record_difference(*session.as_left, session.simulator.machine).c_str());
+    std::abort();
+#endif
+}
+
+void note_untouched([[maybe_unused]] Session& session) {
+#ifdef QUILLON_CHECK_INVARIANTS
+    session.as_left = std::make_unique<Machine>(session.simulator.machine);
+#endif
+}
+
 } // namespace
 
 void begin_session(Session& session) {
@@ -81,9 +101,11 @@ void begin_session(Session& session) {
     begin_log(session.log, present_moment(session));
     session.tick = 0;
     session.next_entry = 0;
+    note_untouched(session);
 }
 
 bool session_input(Session& session, Input input) {
+    require_untouched(session);
     if (has_future(session))
         drop_future(session.log, session.tick, session.next_entry);
     if (input.verb == InputVerb::LOAD)
@@ -91,19 +113,23 @@ bool session_input(Session& session, Input input) {
     add_entry(session.log, input);
     const bool done = apply_input(session.simulator, input);
     session.next_entry = session.log.entries.size();
+    note_untouched(session);
     return done;
 }
 
 void session_tick(Session& session) {
+    require_untouched(session);
     if (session.tick < session.log.end) {
         const Hear again(session, Hearing::AGAIN);
-        return tick_again(session);
+        tick_again(session);
+    } else {
+        if (has_future(session)) {
+            const Hear again(session, Hearing::AGAIN);
+            apply_recorded(session);
+        }
+        tick_live(session);
     }
-    if (has_future(session)) {
-        const Hear again(session, Hearing::AGAIN);
-        apply_recorded(session);
-    }
-    tick_live(session);
+    note_untouched(session);
 }
 
 bool session_tick_drawn(Session& session) {
@@ -112,6 +138,7 @@ bool session_tick_drawn(Session& session) {
 }
 
 void go_to_tick(Session& session, TickCount tick) {
+    require_untouched(session);
     const Hear quiet(session, Hearing::QUIET);
     tick = std::clamp(tick, first_tick(session), session.log.end);
     const Snapshot& from = snapshot_before(session.log, tick);
@@ -127,16 +154,19 @@ void go_to_tick(Session& session, TickCount tick) {
     while (session.tick < tick)
         tick_again(session);
     render_lcd(session.simulator.lcd, session.simulator.machine);
+    note_untouched(session);
 }
 
 void apply_recorded_inputs(Session& session) {
     const Hear quiet(session, Hearing::QUIET);
     apply_recorded(session);
+    note_untouched(session);
 }
 
 void tick_silently(Session& session) {
     const Hear quiet(session, Hearing::QUIET);
     tick_again(session);
+    note_untouched(session);
 }
 
 Moment present_moment(Session& session) {

@@ -36,7 +36,8 @@ struct Session {
     bool answers_missing =
         false; ///< the machine asked for what the log has no answer to: it is not that session's machine
     std::shared_ptr<const SkinInPlace> skin;
-    Host host; ///< the simulator's own, behind the gate
+    std::unique_ptr<Machine> as_left; ///< in builds that check invariants: the record as the gate left it
+    Host host;                        ///< the simulator's own, behind the gate
     Window window;
     Disk disk;
 };

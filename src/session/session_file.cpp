@@ -4,6 +4,7 @@
 #include "session/session_file.h"
 
 #include "session/line_reader.h"
+#include "session/machine_image.h"
 
 #include <algorithm>
 
@@ -78,6 +79,9 @@ public:
             problem_ = parse_line();
         if (problem_.empty() && !ended_)
             problem_ = "The file has been cut: its last line is missing.";
+        ImageFault image_fault{};
+        if (problem_.empty() && !file_.image.empty() && !read_moment_image(file_.image, image_fault))
+            problem_ = fault_text(image_fault);
         if (problem_.empty())
             return std::move(file_);
         fault = {number_, problem_};
@@ -112,13 +116,15 @@ private:
             return parse_start();
         if (takes("image "))
             return parse_image();
+        if (takes("every "))
+            return parse_every();
         if (takes("at "))
             return parse_entry();
         if (takes("see "))
             return parse_sight();
         if (takes("end "))
             return parse_end();
-        return "A line begins with start, image, at, see or end.";
+        return "A line begins with every, start, image, at, see or end.";
     }
 
     std::string parse_input_text(std::string_view text, Input& input) {
@@ -133,6 +139,12 @@ private:
             problem = "A session starts with set and cell.";
         file_.start.push_back(std::move(input));
         return problem;
+    }
+
+    std::string parse_every() {
+        const auto every = parse_number(line_, 1, static_cast<long long>(SESSION_TICKS_MAX));
+        file_.sights_every = static_cast<TickCount>(every.value_or(0));
+        return every ? "" : "After every comes a whole number.";
     }
 
     std::string parse_image() {
@@ -230,6 +242,8 @@ private:
 
 std::string session_text(const SessionFile& file) {
     std::string text = std::string(HEAD) + '\n';
+    if (file.sights_every != 1)
+        text += "every " + std::to_string(file.sights_every) + '\n';
     for (const Input& input : file.start)
         text += "start " + escaped(input_line(input)) + '\n';
     for (std::size_t at = 0; at < file.image.size(); at += IMAGE_BYTES_PER_LINE)

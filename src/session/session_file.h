@@ -37,6 +37,7 @@ struct SessionFile {
     std::string image;        ///< of the moment it begins with, in place of `start`; empty for none
     std::vector<LogEntry> entries;
     std::vector<Sight> sights;
+    TickCount sights_every = 1; ///< of so many changes of what is observed, one is among the sights
     TickCount end = 0;
 };
 

@@ -33,6 +33,7 @@ void advance_simulator(Simulator& s) {
     if (key)
         apply_key_down(s.keys, m, *key);
     note_pending_key(s.keys, m);
+    m.keys.enter_request |= s.exe_held;
     machine_tick(m);
 }
 

@@ -38,7 +38,8 @@ struct Simulator {
     Window window;
     Disk disk;
     KeyQueue keys;
-    Modifiers modifiers; ///< the PC's modifier keys now, sampled before each tick
+    Modifiers modifiers;   ///< the PC's modifier keys now, sampled before each tick
+    bool exe_held = false; ///< EXE is down in each tick, and lets everything through that waits for it
 };
 
 /// One tick without a look at it: the next key event, modifiers sampled, the machine's tick.

@@ -3,10 +3,12 @@
 #include "terminal/command_line.h"
 
 #include "protocols/drive.h"
+#include "session/session_file.h"
 #include "terminal/check_command.h"
 #include "terminal/lines.h"
 #include "terminal/play.h"
 #include "terminal/printing.h"
+#include "terminal/replay_command.h"
 #include "terminal/run.h"
 
 #include <CLI/CLI.hpp>
@@ -57,6 +59,7 @@ void add_play(CLI::App& app, PlayOptions& options) {
 }
 
 void add_run_files(CLI::App& run, RunOptions& options) {
+    run.add_option("--record", options.record, "Session file to write, for replay")->type_name("FILE");
     run.add_option("--values", options.values, "File that variables are restored from and saved to")->type_name("FILE");
     run.add_option("--catalogue", options.catalogue, "Message catalogue (default: that of your language)")
         ->type_name("FILE");
@@ -93,6 +96,17 @@ void add_check(CLI::App& app, CheckOptions& options) {
         "be read, or output that cannot be written.");
 }
 
+void add_replay(CLI::App& app, ReplayOptions& options) {
+    CLI::App* replay = app.add_subcommand("replay", "Go through a recorded session once more");
+    replay->add_option("FILE", options.file, "The session file")->required()->option_text(" ");
+    add_number(*replay, "--until", options.until, SESSION_TICKS_MAX, "Stop after this tick")->type_name("TICK");
+    replay->add_flag("--lcd", options.lcd, "Print what the display shows at the end");
+    replay->footer(
+        "Says \"verified\" when the machine went the same way, else the first tick at which the display, the state,\n"
+        "a tone or an error code differs. Exit status: 0 verified; 1 it differs; 2 a wrong command line, a file\n"
+        "that cannot be read, or output that cannot be written.");
+}
+
 void add_drive(CLI::App& app) {
     CLI::App* drive = app.add_subcommand("drive", "Take commands, one a line, and answer each in JSON");
     drive->footer("Reads standard input until its end or the command quit.\n"
@@ -102,7 +116,7 @@ void add_drive(CLI::App& app) {
 /// What is wrong with a call. CLI11 misses a subcommand before it looks at the words that are there.
 std::string fault_of(const CLI::App& app, const CLI::ParseError& error, const std::string& first_word) {
     if (first_word.empty())
-        return "a command is required: play, run, check or drive";
+        return "a command is required: play, run, check, replay or drive";
     const auto is_named = [&first_word](const CLI::App* command) { return command->get_name() == first_word; };
     if (!app.get_subcommands(is_named).empty())
         return error.what();
@@ -112,7 +126,7 @@ std::string fault_of(const CLI::App& app, const CLI::ParseError& error, const st
         return name + " is not an option; see quillon-cli --help";
     if (std::filesystem::path(first_word).has_extension() || std::filesystem::is_regular_file(first_word, fault))
         return name + " is not a command; to run a listing: quillon-cli run " + first_word;
-    return name + " is not a command; the commands are play, run, check and drive";
+    return name + " is not a command; the commands are play, run, check, replay and drive";
 }
 
 int drive() {
@@ -140,9 +154,11 @@ int run_command_line(int argc, char** argv) {
     PlayOptions play_options;
     RunOptions run_options;
     CheckOptions check_options;
+    ReplayOptions replay_options;
     add_play(app, play_options);
     add_run(app, run_options);
     add_check(app, check_options);
+    add_replay(app, replay_options);
     add_drive(app);
     try {
         app.parse(argc, argv);
@@ -159,6 +175,8 @@ int run_command_line(int argc, char** argv) {
         return play(play_options);
     if (app.got_subcommand("check"))
         return check_listings(check_options);
+    if (app.got_subcommand("replay"))
+        return replay_file(replay_options);
     return app.got_subcommand("run") ? run_listing(run_options) : drive();
 }
 

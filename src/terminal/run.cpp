@@ -3,16 +3,16 @@
 #include "terminal/run.h"
 
 #include "core/charset.h"
-#include "core/errors.h"
 #include "core/program.h"
-#include "core/run_control.h"
 #include "driver/tick.h"
 #include "protocols/shown_lines.h"
-#include "shell/commands.h"
+#include "session/replay.h"
 #include "shell/listing_file.h"
+#include "shell/safe_write.h"
 #include "shell/saved_values.h"
 #include "shell/settings.h"
 #include "shell/simulator.h"
+#include "shell/skins.h"
 #include "terminal/catalogue_choice.h"
 #include "terminal/lines.h"
 #include "terminal/printing.h"
@@ -23,6 +23,7 @@
 #include <chrono>
 #include <cstdio>
 #include <memory>
+#include <utility>
 
 namespace quillon {
 namespace {
@@ -69,40 +70,78 @@ bool use_settings(Machine& m, const std::vector<std::string>& assignments) {
     return true;
 }
 
+/// What KEY$ reads: each character is pending until it has been read once.
+struct FedKeys {
+    std::string keys; ///< machine text
+    std::size_t index = 0;
+    bool read = false; ///< the pending one has been read
+};
+
+/// A run, between two ticks.
+struct Run {
+    Simulator simulator{};
+    std::unique_ptr<Session> session{}; ///< where it is recorded
+    ShownLines shown{};
+    FedKeys keys{};
+    std::string output{}; ///< what was shown and has yet to be written; UTF-8
+    std::string entry{};  ///< the line that INPUT read last; UTF-8
+    bool echo = false;
+};
+
+/// Whatever the run does to the machine.
+void give(Run& run, Input input) {
+    if (run.session)
+        session_input(*run.session, std::move(input));
+    else
+        apply_input(run.simulator, input);
+}
+
 /// Selects the area to run: the one asked for, else the first in use. False, with a message, if it holds no program.
-bool choose_page(Simulator& s, const std::optional<int>& page) {
+bool choose_page(Run& run, const std::optional<int>& page) {
+    const Machine& m = run.simulator.machine;
     int first = 0;
-    while (first < AREA_COUNT && area_is_empty(s.machine, first))
+    while (first < AREA_COUNT && area_is_empty(m, first))
         ++first;
     const int chosen = page.value_or(first);
     if (first == AREA_COUNT)
         print_error("the listing has no program: there is no line in any area");
-    else if (area_is_empty(s.machine, chosen))
+    else if (area_is_empty(m, chosen))
         print_error("the listing has no program in area P" + std::to_string(chosen));
     else
-        run_host_command(s, COMMAND_PAGE_0 + chosen);
-    return first < AREA_COUNT && !area_is_empty(s.machine, chosen);
+        give(run, {.verb = InputVerb::HOST_COMMAND, .numbers = {COMMAND_PAGE_0 + chosen}});
+    return first < AREA_COUNT && !area_is_empty(m, chosen);
 }
 
-/// Reads the rest of standard input as the listing.
-ListingLoad load_standard_input(Machine& m) {
-    std::string text;
-    if (!read_rest(stdin, text, LISTING_SIZE_MAX)) {
-        compose_system_message(m, std::ferror(stdin) != 0 ? MESSAGE_CANNOT_OPEN : MESSAGE_OUT_OF_MEMORY);
-        return {};
-    }
-    return load_listing_bytes(m, std::move(text));
+/// Reads a file, or the rest of standard input.
+FileContents read_listing(const std::string& path, std::size_t limit, FileKind kind) {
+    if (path != "-")
+        return read_file(path, limit, kind);
+    FileContents contents{ReadStatus::READ};
+    if (!read_rest(stdin, contents.bytes, limit))
+        contents.status = std::ferror(stdin) != 0 ? ReadStatus::UNREADABLE : ReadStatus::TOO_LARGE;
+    return contents;
 }
 
-bool load_program(Simulator& s, const std::string& listing) {
+/// Loads by the gate of a session, whose message boxes are not wanted here.
+ListingLoad load_recorded(Session& session, const std::string& listing) {
+    const auto show_message = std::exchange(session.host.show_message, [](const std::string&, MessageIcon) {});
+    const bool loaded = session_input(session, {.verb = InputVerb::LOAD, .text = listing});
+    session.host.show_message = show_message;
+    const bool is_cut = !session.simulator.machine.error.system_message.empty();
+    return {loaded ? LoadResult::LOADED : LoadResult::FAULTY, is_cut};
+}
+
+bool load_program(Run& run, const std::string& listing) {
+    Simulator& s = run.simulator;
     Machine& m = s.machine;
-    const bool is_file = listing != "-";
-    const auto [result, is_cut] = is_file ? load_listing(m, listing) : load_standard_input(m);
+    const auto [result, is_cut] = run.session
+                                      ? load_recorded(*run.session, listing)
+                                      : load_listing(m, listing, s.disk.read(listing, LISTING_SIZE_MAX, FileKind::ANY));
     if (result != LoadResult::LOADED)
         print_load_fault(listing, m.error.system_message);
     else if (is_cut)
         print_error(listing + ": " + std::string(m.error.system_message));
-    if (is_file)
+    if (listing != "-")
         s.preferences.last_file = listing;
     return result == LoadResult::LOADED;
 }
@@ -119,20 +158,32 @@ bool read_values(Machine& m, const std::string& path) {
     return true;
 }
 
+/// Begins to record. Skins are put in place as in a replay.
+void record(Run& run) {
+    load_skin(run.simulator, {});
+    run.simulator.reads_pipes = true;
+    run.session = std::make_unique<Session>(run.simulator);
+    begin_session(*run.session);
+}
+
 /// Puts everything in place and starts the program; false, with a message, when that cannot be.
-bool start_program(Simulator& s, const RunOptions& options) {
+bool start_program(Run& run, const RunOptions& options) {
+    Simulator& s = run.simulator;
     Machine& m = s.machine;
     if (!use_catalogue(s.around.catalogue, options.catalogue) || !use_settings(m, options.settings))
         return false;
     if (!options.values.empty() && !read_values(m, options.values))
         return false;
-    if (!load_program(s, options.listing))
+    if (!options.record.empty())
+        record(run);
+    if (!load_program(run, options.listing))
         return false;
     if (options.seed)
-        m.random_seed = *options.seed;
-    if (!choose_page(s, options.page))
+        give(run, {.verb = InputVerb::SET, .numbers = {*options.seed}, .word = "random_seed"});
+    if (!choose_page(run, options.page))
         return false;
-    run_host_command(s, COMMAND_RUN);
+    give(run, {.verb = InputVerb::HOST_COMMAND, .numbers = {COMMAND_RUN}});
+    give(run, {.verb = InputVerb::EXE_HELD, .numbers = {1}});
     return true;
 }
 
@@ -141,31 +192,6 @@ bool has_ended(const Machine& m) {
                            m.run.run_state == STATE_STOPPED || m.run.run_state == STATE_INPUT;
     return !under_way;
 }
-
-/// What KEY$ reads: each character is pending until it has been read once.
-struct FedKeys {
-    std::string keys; ///< machine text
-    std::size_t index = 0;
-    bool read = false; ///< the pending one has been read
-};
-
-void feed_key(FedKeys& fed, Machine& m) {
-    if (fed.keys.empty())
-        return m.keys.key_string.clear();
-    fed.index += fed.read && fed.index < fed.keys.size() ? 1 : 0;
-    fed.read = false;
-    m.keys.key_string = std::string_view(fed.keys).substr(fed.index, 1);
-}
-
-/// A run, between two ticks.
-struct Run {
-    Simulator simulator{};
-    ShownLines shown{};
-    FedKeys keys{};
-    std::string output{}; ///< what was shown and has yet to be written; UTF-8
-    std::string entry{};  ///< the line that INPUT read last; UTF-8
-    bool echo = false;
-};
 
 /// False when it cannot be written.
 bool write_shown(Run& run) {
@@ -191,19 +217,33 @@ bool enter_line(Run& run) {
         return false;
     if (run.entry.ends_with('\r'))
         run.entry.pop_back();
-    Machine& m = run.simulator.machine;
-    begin_entry(m);
-    m.entry.entry_line.text = from_unicode(run.entry);
+    give(run, {.verb = InputVerb::BEGIN_ENTRY});
+    constexpr std::size_t ENTRY_MAX = 127;
+    give(run, {.verb = InputVerb::ENTRY, .text = from_unicode(run.entry).substr(0, ENTRY_MAX)});
     end_prompt(run);
     return true;
 }
 
-/// One tick, with EXE down and the next key of those that are fed.
+/// Makes the next key of those that are fed the pending one, until it has been read.
+void feed_key(Run& run) {
+    FedKeys& fed = run.keys;
+    fed.index += fed.read && fed.index < fed.keys.size() ? 1 : 0;
+    fed.read = false;
+    const std::string_view key = std::string_view(fed.keys).substr(fed.index, 1);
+    if (run.simulator.machine.keys.key_string.view() != key)
+        give(run, {.verb = InputVerb::TEXT, .text = std::string(key)});
+}
+
+/// One tick, with EXE down. A run that nobody records does without what a tick does for a keyboard.
 void run_tick(Run& run) {
     Machine& m = run.simulator.machine;
-    feed_key(run.keys, m);
-    m.keys.enter_request = true;
-    machine_tick(m); // without what a simulator's tick does for a keyboard and a picture
+    feed_key(run);
+    if (run.session) {
+        session_tick(*run.session);
+    } else {
+        m.keys.enter_request = true;
+        machine_tick(m);
+    }
     follow_display(run.shown, m);
     if (m.eval.stmt_kind == KIND_INPUT_ERROR)
         print_error(position(m) + ": INPUT needs a number, not \"" + run.entry + "\"");
@@ -215,7 +255,7 @@ RunStatus tick_to_the_end(Run& run, const std::optional<std::uint64_t>& max_tick
         if (max_ticks && tick >= *max_ticks)
             return RUN_TICKS_USED;
         if (m.eval.stmt_kind == KIND_INPUT_ERROR)
-            prompt_again(m);
+            give(run, {.verb = InputVerb::ASK_AGAIN});
         if (m.eval.stmt_kind == KIND_PROMPT && !enter_line(run))
             return RUN_NO_INPUT;
         run_tick(run);
@@ -236,6 +276,17 @@ void print_end(const Machine& m, RunStatus status, const RunOptions& options) {
     }
 }
 
+/// False, with a message, when it cannot be written.
+bool write_session(const Session& session, const std::string& path) {
+    bool repeats = true;
+    const bool written = safe_write(path, session_text(record_session(session, repeats)));
+    if (!written)
+        print_error("cannot write the session to " + path);
+    else if (!repeats)
+        print_error("the session in " + path + " does not go the same way again");
+    return written;
+}
+
 void connect(Run& run, const RunOptions& options) {
     const Machine& m = run.simulator.machine;
     Host& host = run.simulator.around.host;
@@ -244,6 +295,7 @@ void connect(Run& run, const RunOptions& options) {
         print_error(position(m) + ": " + one_line(text));
     };
     host.key_read = [&run] { run.keys.read = true; };
+    run.simulator.disk.read = read_listing;
     run.keys.keys = from_unicode(options.keys);
     run.shown.write = [&run](std::string_view text) { run.output += output_text(text); };
     run.echo = options.echo;
@@ -255,7 +307,7 @@ int run_listing(const RunOptions& options) {
     const auto run = std::make_unique<Run>();
     connect(*run, options);
     Simulator& s = run->simulator;
-    if (!start_program(s, options))
+    if (!start_program(*run, options))
         return RUN_BAD_CALL;
     int status = tick_to_the_end(*run, options.max_ticks);
     finish_shown_lines(run->shown);
@@ -265,6 +317,8 @@ int run_listing(const RunOptions& options) {
         print_error("cannot write the values to " + options.values);
         status = status == RUN_ENDED ? RUN_BAD_CALL : status;
     }
+    if (run->session && !write_session(*run->session, options.record))
+        status = status == RUN_ENDED ? RUN_BAD_CALL : status;
     return status_with_output(status);
 }
 

@@ -19,6 +19,7 @@ struct RunOptions {
     std::vector<std::string> settings;      ///< KEY=VALUE, as in the settings file
     std::string values;                     ///< file of the variable memory; empty for none
     std::string keys;                       ///< UTF-8: what KEY$ reads, a character at a time
+    std::string record;                     ///< file that the session is written to; empty for none
     bool echo = false;                      ///< print what INPUT reads
 };
 
