@@ -37,9 +37,10 @@ FLOORS = {
     "driver": Floor(below=("core", *NEIGHBOURS), outside=()),
     "tooling": Floor(below=("core", "functions", "statements"), outside=()),
     "shell": Floor(below=BELOW_SHELL, outside=("posix",)),
-    "protocols": Floor(below=(*BELOW_SHELL, "shell"), outside=("json",)),
-    "desktop": Floor(below=(*BELOW_SHELL, "shell"), outside=("posix", "qt", "cli11")),
-    "terminal": Floor(below=(*BELOW_SHELL, "tooling", "shell", "protocols"), outside=("posix", "curses", "cli11", "json")),
+    "session": Floor(below=(*BELOW_SHELL, "shell"), outside=()),
+    "protocols": Floor(below=(*BELOW_SHELL, "shell", "session"), outside=("json",)),
+    "desktop": Floor(below=(*BELOW_SHELL, "shell", "session"), outside=("posix", "qt", "cli11")),
+    "terminal": Floor(below=(*BELOW_SHELL, "tooling", "shell", "session", "protocols"), outside=("posix", "curses", "cli11", "json")),
 }
 
 STANDARD_HEADERS = set("""

@@ -296,11 +296,11 @@ constexpr DriveCommand COMMANDS[] = {
 };
 // clang-format on
 
-/// An input takes no time and answers nothing. What only a replay reads is none of a script's.
+/// An input takes no time and answers nothing.
 Refusal do_input(DriveSession& session, std::string_view line) {
     Input input;
     Refusal refusal = parse_input(line, input);
-    if (refusal.empty() && is_answer(input))
+    if (refusal.empty() && !is_for_scripts(input))
         refusal = "There is no such command.";
     if (refusal.empty())
         session_input(*session.session, std::move(input));

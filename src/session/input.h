@@ -17,8 +17,8 @@ namespace quillon {
 struct KeyEvent;
 struct Simulator;
 
-/// What an input does. The first group is what scripts say, the second what a window's keyboard, mouse and dialogs make
-/// of it, the third what the machine was answered when it asked; answers are read by a replay only.
+/// What an input does. The first group is what scripts may say too; the second is what a window and `run` make of keys,
+/// entries and dialogs; the third is what the machine was answered when it asked, which only a replay reads.
 enum class InputVerb : std::uint8_t {
     SET,          ///< sets a field of the record
     CELL,         ///< changes a variable cell
@@ -29,27 +29,27 @@ enum class InputVerb : std::uint8_t {
     PRESS,        ///< key-down messages
     REPEAT,
     ALT_PRESS,
-    RELEASE,     ///< the key is no longer down
-    KEY_STRING,  ///< the pending key as bytes, no key counts as down by it
-    TEXT,        ///< the pending key as bytes, and nothing else changes; without bytes none is pending
-    CHARACTER,   ///< a key goes down that types these bytes; without bytes it comes up
-    ENTRY,       ///< the text of the entry line
-    EXE,         ///< EXE is pressed
-    EXE_HELD,    ///< EXE is held from now on (1), or is let go (0)
-    BEGIN_ENTRY, ///< where a prompt waits for a key: the entry begins without one
-    ASK_AGAIN,   ///< where a refused entry is shown: its prompt is shown again
-    SOFT_DOWN,   ///< mouse on the soft keyboard
+    RELEASE,    ///< the key is no longer down
+    KEY_STRING, ///< the pending key as bytes, no key counts as down by it
+    EXE,        ///< EXE is pressed
+    SOFT_DOWN,  ///< mouse on the soft keyboard
     SOFT_UP,
     CLICK_LEFT, ///< mouse on the LCD, in its pixels
     CLICK_DOUBLE,
     CLICK_RIGHT,
 
-    RESTORE,      ///< puts the moment of an image in place
-    STEP,         ///< runs one statement of a traced program
     KEY_DOWN,     ///< events for the key queue: virtual key, modifiers, and the character of the user's own layout
     ALT_KEY_DOWN, ///< the same while Alt is held
     KEY_UP,
-    DROP_KEYS, ///< the window has lost the keyboard
+    DROP_KEYS,   ///< the window has lost the keyboard
+    TEXT,        ///< the pending key as bytes, and nothing else changes; without bytes none is pending
+    CHARACTER,   ///< a key goes down that types these bytes; without bytes it comes up
+    ENTRY,       ///< the text of the entry line
+    BEGIN_ENTRY, ///< where a prompt waits for a key: the entry begins without one
+    ASK_AGAIN,   ///< where a refused entry is shown: its prompt is shown again
+    EXE_HELD,    ///< EXE is held from now on (1), or is let go (0)
+    STEP,        ///< runs one statement of a traced program
+    RESTORE,     ///< puts the moment of an image in place
 
     ANSWER_FILE,    ///< the bytes of a file that was read
     ANSWER_NO_FILE, ///< it could not be read, and why
@@ -87,6 +87,9 @@ std::string input_line(const Input& input);
 
 /// The input that restores the moment of an image.
 Input restore_input(std::string image);
+
+/// Whether a script may say an input.
+inline bool is_for_scripts(const Input& input) { return input.verb <= InputVerb::CLICK_RIGHT; }
 
 /// Whether an input is an answer.
 inline bool is_answer(const Input& input) { return input.verb >= InputVerb::ANSWER_FILE; }

@@ -160,8 +160,16 @@ class Completeness(unittest.TestCase):
         self.assertEqual(set(keys) - set(found_in("docs/settings.md", r"`([A-Z_]+)`")), set())
 
     def test_commands(self):
-        described = {word for row in self.table_rows("Commands") for word in re.findall(r"`(\w+)", row[0])}
-        self.assertEqual(described, set(found_in("src/protocols/drive.cpp", r'\{"(\w+)", do_')))
+        rows = self.table_rows("Commands") + self.table_rows("Going back")
+        described = {word for row in rows for word in re.findall(r"`(\w+)", row[0])}
+        known = {name for source in ("drive.cpp", "drive_travel.cpp")
+                 for name in found_in(f"src/protocols/{source}", r'\{"(\w+)", do_')}
+        inputs = found_in("src/session/input.cpp", r'\{"([\w -]+)", +(?:InputVerb::|COMMAND_)', 30)
+        scripts_say = {name.split()[0] for name in inputs[:inputs.index("key-down")] + ["run", "stop", "command", "page"]}
+        self.assertEqual(described, known | scripts_say)
+        page = (ROOT / "docs" / "debugging.md").read_text(encoding="utf-8")
+        self.assertEqual([name for name in inputs[inputs.index("key-down"):] if f"`{name}" not in page
+                          and name not in scripts_say], [])
 
     def test_settable_fields(self):
         rows = self.table_rows("Fields that can be set")
