@@ -10,10 +10,11 @@
 #include "desktop/error_detail_dialog.h"
 #include "desktop/plain_text.h"
 #include "desktop/window_places.h"
+#include "files/file_services.h"
+#include "files/host_disk.h"
 #include "keys/key_map.h"
 #include "shell/clipboard.h"
 #include "shell/commands.h"
-#include "shell/file_services.h"
 #include "shell/startup.h"
 
 #include <QApplication>
@@ -47,8 +48,8 @@ std::string native_path(const QUrl& address) {
 
 } // namespace
 
-MainWindow::MainWindow(Simulator& simulator_)
-    : simulator(simulator_), lcd(new LcdWidget(simulator_)),
+MainWindow::MainWindow(Simulator& simulator_, StateFiles& files_)
+    : simulator(simulator_), files(files_), lcd(new LcdWidget(simulator_)),
       ticker(
           simulator_, [this](bool changed) { after_tick(changed); }, this),
       messages(this), keyboard(
@@ -70,6 +71,7 @@ MainWindow::MainWindow(Simulator& simulator_)
     keyboard.watch(*lcd);
     connect_machine();
     connect_window();
+    simulator.disk = host_disk();
     use_file_services(simulator);
 }
 
@@ -105,6 +107,7 @@ void MainWindow::connect_window() {
 }
 
 void MainWindow::start(const std::string& listing) {
+    read_state(simulator, files);
     const bool usable = start_simulator(simulator, listing);
     refresh();
     resize_to_zoom();
@@ -123,7 +126,7 @@ void MainWindow::place_on_screen() {
 }
 
 void MainWindow::after_tick(bool picture_changed) {
-    save_when_due(simulator, steady_milliseconds());
+    save_when_due(simulator, files, steady_milliseconds());
     if (picture_changed)
         lcd->refresh();
     windows.refresh_soft_keyboard();
@@ -299,7 +302,7 @@ void MainWindow::resizeEvent(QResizeEvent* event) {
 
 /// Closing saves first: while the window is still there, its user can do something about a failure.
 void MainWindow::closeEvent(QCloseEvent* event) {
-    const std::vector<std::string> unsaved = leaving ? std::vector<std::string>() : save_state(simulator);
+    const std::vector<std::string> unsaved = leaving ? std::vector<std::string>() : save_state(simulator, files);
     if (!unsaved.empty()) {
         event->ignore();
         return ask_about_unsaved(unsaved);
@@ -325,7 +328,7 @@ void MainWindow::ask_about_unsaved(const std::vector<std::string>& paths) {
 }
 
 void MainWindow::end() {
-    const std::vector<std::string> unsaved = save_state(simulator);
+    const std::vector<std::string> unsaved = save_state(simulator, files);
     if (!unsaved.empty())
         std::fputs(unsaved_text(simulator, unsaved).c_str(), stderr);
     leave(unsaved.empty() ? EXIT_SUCCESS : EXIT_FAILURE);

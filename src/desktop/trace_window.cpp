@@ -5,6 +5,7 @@
 #include "desktop/catalogue_text.h"
 #include "desktop/plain_text.h"
 #include "desktop/window_places.h"
+#include "files/shift_jis.h"
 
 #include <QFontDatabase>
 #include <QGridLayout>
@@ -217,7 +218,7 @@ QWidget* TraceWindow::bottom_row() {
 }
 
 void TraceWindow::refresh() {
-    refresh_trace_texts(texts, machine);
+    refresh_trace_texts(texts, machine, shift_jis_to_utf8);
     show_texts();
     if (extended != nullptr)
         extended->refresh();

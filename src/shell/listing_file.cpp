@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Loading listings from files.
+// Loading what was read from listing files.
 #include "shell/listing_file.h"
 
 #include "core/errors.h"
@@ -9,8 +9,7 @@
 
 namespace quillon {
 
-ListingLoad load_listing(Machine& m, const std::string& path, FileKind kind) {
-    FileContents file = read_file(path, LISTING_SIZE_MAX, kind);
+ListingLoad load_listing(Machine& m, const std::string& path, FileContents file) {
     switch (file.status) {
     case ReadStatus::READ: return load_listing_bytes(m, std::move(file.bytes));
     case ReadStatus::TOO_LARGE: compose_system_message(m, MESSAGE_OUT_OF_MEMORY); break;

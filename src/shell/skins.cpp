@@ -9,7 +9,6 @@
 #include "display/skin_file.h"
 #include "display/skin_palette.h"
 #include "display/sprite_table.h"
-#include "shell/files.h"
 #include "shell/paths.h"
 #include "shell/simulator.h"
 
@@ -51,14 +50,15 @@ void refuse_fault(Machine& m, SkinFault fault, std::string_view name) {
 bool install_skin_file(Simulator& s, std::string_view name) {
     Machine& m = s.machine;
     const std::string path = folder_of(s.preferences.last_file) + std::string(name);
-    const auto bytes = leaves_folder(name) ? std::nullopt : read_whole_file(path, SKIN_FILE_MAX);
-    if (!bytes) {
+    const FileContents file =
+        leaves_folder(name) ? FileContents{} : s.disk.read_file(path, SKIN_FILE_MAX, FileKind::ORDINARY);
+    if (file.status != ReadStatus::READ) {
         refuse_skin(m, MESSAGE_CANNOT_OPEN, "", name);
         return false;
     }
     IndexedImage image;
-    const auto* data = reinterpret_cast<const std::uint8_t*>(bytes->data());
-    const SkinFault fault = read_skin_file(std::span(data, bytes->size()), image);
+    const auto* data = reinterpret_cast<const std::uint8_t*>(file.bytes.data());
+    const SkinFault fault = read_skin_file(std::span(data, file.bytes.size()), image);
     if (fault != SkinFault::NONE) {
         refuse_fault(m, fault, name);
         return false;

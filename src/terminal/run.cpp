@@ -7,10 +7,12 @@
 #include "core/program.h"
 #include "core/run_control.h"
 #include "driver/tick.h"
+#include "files/file_reading.h"
+#include "files/host_disk.h"
+#include "files/values_file.h"
 #include "protocols/shown_lines.h"
 #include "shell/commands.h"
 #include "shell/listing_file.h"
-#include "shell/saved_values.h"
 #include "shell/settings.h"
 #include "shell/simulator.h"
 #include "terminal/catalogue_choice.h"
@@ -97,7 +99,9 @@ ListingLoad load_standard_input(Machine& m) {
 bool load_program(Simulator& s, const std::string& listing) {
     Machine& m = s.machine;
     const bool is_file = listing != "-";
-    const auto [result, is_cut] = is_file ? load_listing(m, listing) : load_standard_input(m);
+    const auto [result, is_cut] = is_file
+                                      ? load_listing(m, listing, read_file(listing, LISTING_SIZE_MAX, FileKind::ANY))
+                                      : load_standard_input(m);
     if (result != LoadResult::LOADED)
         print_load_fault(listing, m.error.system_message);
     else if (is_cut)
@@ -244,6 +248,7 @@ void connect(Run& run, const RunOptions& options) {
         print_error(position(m) + ": " + one_line(text));
     };
     host.key_read = [&run] { run.keys.read = true; };
+    run.simulator.disk = host_disk();
     run.keys.keys = from_unicode(options.keys);
     run.shown.write = [&run](std::string_view text) { run.output += output_text(text); };
     run.echo = options.echo;
