@@ -3,14 +3,14 @@
 #include "fuzz/user.h"
 
 #include "core/program.h"
-#include "shell/catalogue.h"
+#include "files/catalogue_file.h"
 #include "shell/commands.h"
 
 using namespace quillon;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto s = std::make_unique<Simulator>();
-    s->around.catalogue = parse_catalogue(fuzz::as_text(data, size));
+    s->around.catalogue = decode_catalogue(fuzz::as_text(data, size));
     for (const char* listing :
          {"", "[P0]\n10 GOTO 5\n", "[P0]\n10 A=1/0\n", "[P0]\n10 PRINT @,\"\\pi\"\n", "[P0]\n10 \"A\"=FORX\n"}) {
         load_listing_text(s->machine, listing);

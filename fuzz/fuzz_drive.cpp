@@ -3,6 +3,7 @@
 // catalogue `b`; an input makes a bounded number of ticks.
 #include "fuzz/user.h"
 
+#include "files/host_disk.h"
 #include "protocols/drive.h"
 
 #include <algorithm>
@@ -52,7 +53,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     constexpr int LINES_MAX = 200;
     long long ticks_left = 600; // each is drawn and looked through: more would leave few runs a second
     std::string_view text = fuzz::as_text(data, size);
-    DriveSession session;
+    DriveSession session(host_disk());
     for (int line = 0; line < LINES_MAX && !text.empty() && !session.finished; ++line) {
         const auto answer = drive_line(session, tamed(fuzz::take_until(text, '\n'), ticks_left));
         fuzz::require(!answer || (answer->starts_with("{\"ok\":") && answer->find('\n') == std::string::npos),

@@ -4,6 +4,7 @@
 
 #include "core/invariants.h"
 #include "core/keywords.h"
+#include "files/host_disk.h"
 #include "keys/soft_keys.h"
 #include "keys/virtual_keys.h"
 #include "shell/clipboard.h"
@@ -99,6 +100,7 @@ int Choices::below(int count) {
 
 std::unique_ptr<Simulator> make_simulator() {
     auto s = std::make_unique<Simulator>();
+    s->disk = host_disk();
     auto clipboard = std::make_shared<std::string>();
     s->around.host.copy_text = [clipboard](std::string_view text) { *clipboard = clipboard_part(text); };
     s->around.host.paste_text = [clipboard] { return pasted_part(*clipboard); };

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Checks who includes whom in src/, and that the mains stay short.
+"""Checks who includes whom in src/, that only `files` and the programs know the disk, and that the mains stay short.
 
 usage: check_floors.py ROOT
 
@@ -36,16 +36,19 @@ FLOORS = {
     "display": Floor(below=("core",), outside=()),
     "driver": Floor(below=("core", *NEIGHBOURS), outside=()),
     "tooling": Floor(below=("core", "functions", "statements"), outside=()),
-    "shell": Floor(below=BELOW_SHELL, outside=("posix",)),
+    "shell": Floor(below=BELOW_SHELL, outside=()),
     "session": Floor(below=(*BELOW_SHELL, "shell"), outside=()),
+    "files": Floor(below=(*BELOW_SHELL, "shell", "session"), outside=("posix", "disk")),
+    # Not `files`: a page in a browser speaks the protocols too. What they read is handed to them (shell/disk.h).
     "protocols": Floor(below=(*BELOW_SHELL, "shell", "session"), outside=("json",)),
-    "desktop": Floor(below=(*BELOW_SHELL, "shell", "session"), outside=("posix", "qt", "cli11")),
-    "terminal": Floor(below=(*BELOW_SHELL, "tooling", "shell", "session", "protocols"), outside=("posix", "curses", "cli11", "json")),
+    "desktop": Floor(below=(*BELOW_SHELL, "shell", "session", "files"), outside=("posix", "disk", "qt", "cli11")),
+    "terminal": Floor(below=(*BELOW_SHELL, "tooling", "shell", "session", "files", "protocols"),
+                      outside=("posix", "disk", "curses", "cli11", "json")),
 }
 
 STANDARD_HEADERS = set("""
     algorithm any array atomic barrier bit bitset charconv chrono codecvt compare complex concepts
-    condition_variable coroutine deque exception execution filesystem format forward_list fstream functional
+    condition_variable coroutine deque exception execution format forward_list functional
     future initializer_list iomanip ios iosfwd iostream istream iterator latch limits list locale map memory
     memory_resource mutex new numbers numeric optional ostream queue random ranges ratio regex scoped_allocator
     semaphore set shared_mutex source_location span sstream stack stdexcept stop_token streambuf string
@@ -76,9 +79,13 @@ FAMILIES = {
                      re.compile(r"(ncursesw?/)?(n?curses|panel|menu|form|term|eti|unctrl)(w|_dll)?\.h|cursesw?\.h")),
     "cli11": Family("CLI11, which only the programs know", re.compile(r"CLI/.+")),
     "json": Family("nlohmann-json, which only protocols and terminal know", re.compile(r"nlohmann/.+")),
-    "posix": Family("a POSIX or C header, which only shell and the programs may use",
+    "disk": Family("the disk, which only files and the programs know", re.compile("filesystem|fstream")),
+    "posix": Family("a POSIX or C header, which only files and the programs may use",
                     re.compile("|".join(re.escape(name) for name in sorted(POSIX_HEADERS)))),
 }
+
+# What reaches the disk or the environment by way of headers that everybody may include. `std::remove` is an algorithm.
+DISK_NAMES = re.compile(r"\b(?:FILE|fopen|freopen|tmpfile|tmpnam|popen|getenv)\b|\bstd\s*::\s*(?:rename|system)\b")
 
 # What the toolkit's code generator makes beside the sources it reads.
 GENERATED_FOR_DESKTOP = re.compile(r"(moc_\w+\.cpp|\w+\.moc|ui_\w+\.h)")
@@ -113,6 +120,13 @@ def read_includes(source: str) -> Iterator[Include]:
         quoted = QUOTED.fullmatch(match["what"])
         name = (quoted["angle"] or quoted["quote"]) if quoted else ""
         yield Include(code.count("\n", 0, match.start("what")) + 1, name.strip(), match["what"])
+
+
+def read_disk_names(source: str) -> Iterator[tuple]:
+    """Yields the line and the name of each use of the disk outside of comments and literals."""
+    code = LEXEMES.sub(lambda match: re.sub(r"[^\n]", " ", match[0]), source.replace("\r\n", "\n"))
+    for match in DISK_NAMES.finditer(code):
+        yield code.count("\n", 0, match.start()) + 1, match[0]
 
 
 def floor_offence(floor: str, target: str) -> Optional[str]:
@@ -159,6 +173,9 @@ def source_offences(floor: str, path: Path, source: str) -> Iterator[tuple]:
         reason = include_offence(floor, include)
         if reason:
             yield include.line, f"{floor} may not include {include.written}: {reason}."
+    if "disk" not in FLOORS[floor].outside:
+        for line, name in read_disk_names(source):
+            yield line, f"{floor} may not use {name}: this is {FAMILIES['disk'].title}."
     lines = len(source.splitlines())
     if path.name == "main.cpp" and lines > MAIN_LINES_MAX:
         yield MAIN_LINES_MAX + 1, f"a main has at most {MAIN_LINES_MAX} lines, this one has {lines}."

@@ -78,7 +78,7 @@ constexpr Field FIELDS[] = {
     FIELD(settings, cursor_interval,          0, 1000,              FIELD_SETTABLE | FIELD_SETTING),
     FIELD(settings, pcm_beep,                 0, 1,                 FIELD_SETTABLE | FIELD_SETTING),
     FIELD(settings, beep_volume,              0, 10,                FIELD_SETTABLE | FIELD_SETTING),
-    FIELD(speed,    saved_timer_interval,     1, 1000,              HIDDEN),
+    FIELD(speed,    saved_timer_interval,     1, 1000,              FIELD_ADJUSTED),
     FIELD(run,      typed_wait,               0, 1,                 RESET),
     FIELD(eval,     prev_token,             -15, 559,               HIDDEN),
     FIELD(run,      item_printed,             0, 1,                 HIDDEN),

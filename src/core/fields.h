@@ -17,6 +17,7 @@ enum FieldUse : unsigned {
     FIELD_SETTABLE = 1U << 1, ///< a script may set it
     FIELD_RESET = 1U << 2,    ///< has its default again after `reset_machine`
     FIELD_SETTING = 1U << 3,  ///< outlives runs and loads; the host keeps it between sessions
+    FIELD_ADJUSTED = 1U << 4, ///< a window changes it together with the settings
 };
 
 struct Field {

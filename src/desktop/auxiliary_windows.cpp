@@ -10,8 +10,9 @@
 
 namespace quillon {
 
-AuxiliaryWindows::AuxiliaryWindows(Simulator& simulator_, MachineKeyboard& keyboard_, QWidget* main_window_)
-    : QObject(main_window_), simulator(simulator_), keyboard(keyboard_), main_window(main_window_) {}
+AuxiliaryWindows::AuxiliaryWindows(Session& session_, MachineKeyboard& keyboard_, QWidget* main_window_)
+    : QObject(main_window_), session(session_), simulator(session_.simulator), keyboard(keyboard_),
+      main_window(main_window_) {}
 
 AuxiliaryWindows::~AuxiliaryWindows() = default;
 
@@ -28,7 +29,7 @@ void AuxiliaryWindows::follow_machine() {
 }
 
 void AuxiliaryWindows::open_soft_keyboard() {
-    soft_keyboard = std::make_unique<SoftKeyboardWindow>(simulator, main_window, !can_place_windows());
+    soft_keyboard = std::make_unique<SoftKeyboardWindow>(session, main_window, !can_place_windows());
     if (!can_place_windows())
         qobject_cast<QMainWindow*>(main_window)->centralWidget()->layout()->addWidget(soft_keyboard.get());
     soft_keyboard->dock();
@@ -37,7 +38,7 @@ void AuxiliaryWindows::open_soft_keyboard() {
 }
 
 void AuxiliaryWindows::open_trace() {
-    trace = new TraceWindow(simulator.machine, keyboard, main_window);
+    trace = new TraceWindow(session, keyboard, main_window);
     connect(trace, &QDialog::finished, this, &AuxiliaryWindows::trace_closed);
     trace->show();
     trace->refresh();
@@ -48,7 +49,7 @@ void AuxiliaryWindows::open_trace() {
 void AuxiliaryWindows::trace_closed() {
     trace.clear();
     if (simulator.machine.trace.trace_mode)
-        run_host_command(simulator, COMMAND_TRACE);
+        session_input(session, {.verb = InputVerb::HOST_COMMAND, .numbers = {COMMAND_TRACE}});
 }
 
 void AuxiliaryWindows::refresh_soft_keyboard() {

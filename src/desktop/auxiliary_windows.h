@@ -16,7 +16,7 @@ class AuxiliaryWindows : public QObject {
 
 public:
     /// What is typed into the windows goes to `keyboard`.
-    AuxiliaryWindows(Simulator& simulator, MachineKeyboard& keyboard, QWidget* main_window);
+    AuxiliaryWindows(Session& session, MachineKeyboard& keyboard, QWidget* main_window);
     ~AuxiliaryWindows() override;
 
     /// Opens and closes what the record's modes say. Not to be called within a tick.
@@ -38,7 +38,8 @@ private:
     void open_trace();
     void trace_closed();
 
-    Simulator& simulator;
+    Session& session;
+    Simulator& simulator; ///< of the session: to look at
     MachineKeyboard& keyboard;
     QWidget* main_window;
     std::unique_ptr<SoftKeyboardWindow> soft_keyboard;

@@ -4,7 +4,7 @@
 
 #include "desktop/catalogue_text.h"
 #include "desktop/plain_text.h"
-#include "shell/simulator.h"
+#include "session/session.h"
 
 #include <QCheckBox>
 #include <QFileDialog>
@@ -86,9 +86,9 @@ QWidget* number_row(const QString& label_text, QSpinBox* field, const QString& u
 
 } // namespace
 
-ConfigurationDialog::ConfigurationDialog(Simulator& simulator_, std::function<void(const QString&)> show_message_,
+ConfigurationDialog::ConfigurationDialog(Session& session_, std::function<void(const QString&)> show_message_,
                                          QWidget* parent)
-    : QDialog(parent), simulator(simulator_), show_message(std::move(show_message_)) {
+    : QDialog(parent), session(session_), simulator(session_.simulator), show_message(std::move(show_message_)) {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(text(LABEL_TITLE));
     run_page = new TypedSpinBox(0, 9);
@@ -108,7 +108,7 @@ ConfigurationDialog::ConfigurationDialog(Simulator& simulator_, std::function<vo
     column->addWidget(digits_rows());
     column->addWidget(sound_group());
     column->addWidget(button_row());
-    fill_in(begin_configuration(simulator));
+    adjust_settings(session, [this](Simulator& s) { fill_in(begin_configuration(s)); });
     editor->setFocus();
 }
 
@@ -239,10 +239,12 @@ void ConfigurationDialog::browse() {
 
 void ConfigurationDialog::done(int result) {
     if (result == Accepted) {
-        for (const int message : accept_configuration(simulator, fields()))
+        std::vector<int> refused;
+        adjust_settings(session, [&](Simulator& s) { refused = accept_configuration(s, fields()); });
+        for (const int message : refused)
             show_message(text(message));
     } else {
-        cancel_configuration(simulator);
+        adjust_settings(session, cancel_configuration);
     }
     QDialog::done(result);
 }

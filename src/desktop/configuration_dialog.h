@@ -15,6 +15,7 @@ class QSpinBox;
 
 namespace quillon {
 
+struct Session;
 struct Simulator;
 
 class ConfigurationDialog : public QDialog {
@@ -22,7 +23,7 @@ class ConfigurationDialog : public QDialog {
 
 public:
     /// `show_message` gets the texts about values that were not accepted.
-    ConfigurationDialog(Simulator& simulator, std::function<void(const QString&)> show_message, QWidget* parent);
+    ConfigurationDialog(Session& session, std::function<void(const QString&)> show_message, QWidget* parent);
 
     /// Takes the fields over when the dialog was accepted.
     void done(int result) override;
@@ -38,7 +39,8 @@ private:
     [[nodiscard]] Configuration fields() const;
     void browse();
 
-    Simulator& simulator;
+    Session& session;
+    Simulator& simulator; ///< of the session: to look at
     std::function<void(const QString&)> show_message;
     QLineEdit* editor = nullptr;
     QSpinBox* run_page = nullptr;

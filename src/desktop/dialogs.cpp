@@ -3,7 +3,7 @@
 #include "desktop/dialogs.h"
 
 #include "desktop/catalogue_text.h"
-#include "shell/places.h"
+#include "files/places.h"
 
 #include <QDesktopServices>
 #include <QFileDialog>

@@ -17,7 +17,8 @@
 
 namespace quillon {
 
-LcdWidget::LcdWidget(Simulator& simulator_, QWidget* parent) : QWidget(parent), simulator(simulator_) {
+LcdWidget::LcdWidget(Session& session_, QWidget* parent)
+    : QWidget(parent), session(session_), simulator(session_.simulator) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     fit_into({LCD_WIDTH, LCD_HEIGHT});
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -84,8 +85,9 @@ void LcdWidget::click(const QMouseEvent& event, bool is_double) {
     const double scale = LCD_WIDTH / area.width();
     const int x = static_cast<int>(std::floor((event.position().x() - area.left()) * scale));
     const int y = static_cast<int>(std::floor(event.position().y() * scale));
-    const LcdClick left = is_double ? LcdClick::LEFT_DOUBLE : LcdClick::LEFT;
-    on_lcd_click(simulator.machine, event.button() == Qt::RightButton ? LcdClick::RIGHT : left, x, y);
+    const InputVerb left = is_double ? InputVerb::CLICK_DOUBLE : InputVerb::CLICK_LEFT;
+    const InputVerb verb = event.button() == Qt::RightButton ? InputVerb::CLICK_RIGHT : left;
+    session_input(session, {.verb = verb, .numbers = {x, y}});
 }
 
 void LcdWidget::mouseReleaseEvent(QMouseEvent* event) {

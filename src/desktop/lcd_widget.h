@@ -2,7 +2,7 @@
 // The LCD in the window: shows the simulator's canvas in whole device pixels, and takes the mouse.
 #pragma once
 
-#include "shell/simulator.h"
+#include "session/session.h"
 
 #include <QWidget>
 
@@ -12,7 +12,7 @@ class LcdWidget : public QWidget {
     Q_OBJECT
 
 public:
-    explicit LcdWidget(Simulator& simulator, QWidget* parent = nullptr);
+    explicit LcdWidget(Session& session, QWidget* parent = nullptr);
 
     /// Takes the size for the zoom, or as much of it as finds room. The width is a minimum: what is beside the picture
     /// looks like its edge.
@@ -38,8 +38,9 @@ private:
     [[nodiscard]] int pixel_size() const;
     void click(const QMouseEvent& event, bool is_double);
 
-    Simulator& simulator;
-    QSize room; ///< for the picture, in the toolkit's pixels
+    Session& session;
+    Simulator& simulator; ///< of the session: to look at
+    QSize room;           ///< for the picture, in the toolkit's pixels
     QString announced_text;
     bool double_click_held = false; ///< the release that ends a double click is none of its own
 };

@@ -11,8 +11,8 @@
 
 namespace quillon {
 
-MachineKeyboard::MachineKeyboard(Simulator& simulator_, WindowKey window_key_, QObject* parent)
-    : QObject(parent), simulator(simulator_), window_key(std::move(window_key_)) {
+MachineKeyboard::MachineKeyboard(Session& session_, WindowKey window_key_, QObject* parent)
+    : QObject(parent), session(session_), simulator(session_.simulator), window_key(std::move(window_key_)) {
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &MachineKeyboard::follow_focus);
 }
 
@@ -25,13 +25,13 @@ void MachineKeyboard::watch(QWidget& widget) {
 void MachineKeyboard::press(const QKeyEvent& event) {
     if (window_key(event))
         return;
-    follow_modifiers(simulator.modifiers, event);
+    follow_modifiers(event);
     // Where other programs wait for a letter, a blank gives the dead key's own character, which is there already.
     const bool ends_dead_key = std::exchange(after_dead_key, is_dead_key(event)) && event.key() == Qt::Key_Space;
     const auto key = key_down_from(event, simulator.machine.settings.ascii_mode);
     if (!key || ends_dead_key)
         return;
-    push_key_event(simulator.keys, *key);
+    session_input(session, key_input(*key));
     const quint32 place = event.nativeScanCode();
     const bool is_known = std::any_of(
         held.begin(), held.end(), [&](const HeldKey& other) { return other.place == place && other.code == key->key; });
@@ -39,15 +39,33 @@ void MachineKeyboard::press(const QKeyEvent& event) {
         held.push_back({place, key->key});
 }
 
+void MachineKeyboard::follow_modifiers(const QKeyEvent& event) {
+    Modifiers modifiers = simulator.modifiers;
+    quillon::follow_modifiers(modifiers, event);
+    pass_modifiers(modifiers);
+}
+
+/// Passes on those that have changed.
+void MachineKeyboard::pass_modifiers(const Modifiers& now) {
+    const Modifiers before = simulator.modifiers;
+    const auto pass = [this](const char* name, bool was_down, bool down) {
+        if (down != was_down)
+            session_input(session, {.verb = down ? InputVerb::HOLD : InputVerb::UNHOLD, .word = name});
+    };
+    pass("shift", before.shift, now.shift);
+    pass("ctrl", before.ctrl, now.ctrl);
+    pass("alt", before.alt, now.alt);
+}
+
 /// What a key types depends on mode, modifiers and locks, and any of them may have changed since it went down.
 void MachineKeyboard::release(const QKeyEvent& event) {
-    follow_modifiers(simulator.modifiers, event);
+    follow_modifiers(event);
     if (event.isAutoRepeat())
         return;
     const quint32 place = event.nativeScanCode();
     for (const HeldKey& key : held) {
         if (key.place == place)
-            push_key_event(simulator.keys, {.kind = KeyEvent::Kind::UP, .key = key.code});
+            session_input(session, key_input({.kind = KeyEvent::Kind::UP, .key = key.code}));
     }
     std::erase_if(held, [place](const HeldKey& key) { return key.place == place; });
 }
@@ -68,9 +86,10 @@ bool MachineKeyboard::eventFilter(QObject* watched, QEvent* event) {
 
 /// Nobody tells of keys that come up while something else has the keyboard.
 void MachineKeyboard::let_go() {
-    release_all_keys(simulator.keys);
     held.clear();
-    simulator.modifiers = {};
+    pass_modifiers({});
+    if (!simulator.keys.events.empty() || !simulator.keys.down_keys.empty())
+        session_input(session, {.verb = InputVerb::DROP_KEYS});
     after_dead_key = false;
 }
 

@@ -3,7 +3,7 @@
 // up again under the code it went down with. What it means there is the business of `shell` and `keys`.
 #pragma once
 
-#include "shell/simulator.h"
+#include "session/session.h"
 
 #include <QKeyEvent>
 #include <QObject>
@@ -24,7 +24,7 @@ public:
     using WindowKey = std::function<bool(const QKeyEvent& event)>;
 
     /// `window_key` is asked first about every key.
-    MachineKeyboard(Simulator& simulator, WindowKey window_key, QObject* parent);
+    MachineKeyboard(Session& session, WindowKey window_key, QObject* parent);
 
     /// From now on the machine gets every key that this widget would, also those that lead from field to field or close
     /// a dialog.
@@ -37,6 +37,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void follow_modifiers(const QKeyEvent& event);
+    void pass_modifiers(const Modifiers& now);
     /// A key that is down.
     struct HeldKey {
         quint32 place; ///< the system's code for the key itself, whatever it types; 0 where there is none
@@ -46,7 +48,8 @@ private:
     void let_go();
     void follow_focus(const QWindow* window);
 
-    Simulator& simulator;
+    Session& session;
+    Simulator& simulator; ///< of the session: to look at
     WindowKey window_key;
     std::vector<QPointer<QWidget>> widgets;
     std::vector<HeldKey> held;

@@ -5,7 +5,7 @@
 #include "desktop/main_window.h"
 #include "desktop/quit_signals.h"
 #include "desktop/style.h"
-#include "shell/catalogue.h"
+#include "files/catalogue_file.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -63,11 +63,13 @@ int main(int argc, char** argv) {
     use_toolkit_language(environment);
     const std::string program = program_folder();
     const auto simulator = std::make_unique<Simulator>();
-    simulator->files = find_data_files(environment, program);
+    StateFiles files;
+    files.paths = find_data_files(environment, program);
     simulator->around.catalogue =
         read_catalogue(find_catalogue(environment, find_resources(program))).value_or(MessageCatalogue{});
     install_lcd_accessibility();
-    MainWindow window(*simulator);
+    Session session(*simulator);
+    MainWindow window(session, files);
     watch_quit_signals(&window, [&window] { window.end(); });
     window.start(arguments.listing);
     return QApplication::exec();

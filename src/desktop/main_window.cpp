@@ -10,10 +10,11 @@
 #include "desktop/error_detail_dialog.h"
 #include "desktop/plain_text.h"
 #include "desktop/window_places.h"
+#include "files/file_services.h"
+#include "files/host_disk.h"
 #include "keys/key_map.h"
 #include "shell/clipboard.h"
 #include "shell/commands.h"
-#include "shell/file_services.h"
 #include "shell/startup.h"
 
 #include <QApplication>
@@ -47,14 +48,16 @@ std::string native_path(const QUrl& address) {
 
 } // namespace
 
-MainWindow::MainWindow(Simulator& simulator_)
-    : simulator(simulator_), lcd(new LcdWidget(simulator_)),
+MainWindow::MainWindow(Session& session_, StateFiles& files_)
+    : session(session_), simulator(session_.simulator), files(files_), lcd(new LcdWidget(session_)),
       ticker(
-          simulator_, [this](bool changed) { after_tick(changed); }, this),
+          session_, [this](bool changed) { after_tick(changed); }, this),
       messages(this), keyboard(
-                          simulator_, [this](const QKeyEvent& event) { return take_window_key(event); }, this),
-      windows(simulator_, keyboard, this) {
-    const CommandHandler handler = [this](int command) { run_host_command(simulator, command); };
+                          session_, [this](const QKeyEvent& event) { return take_window_key(event); }, this),
+      windows(session_, keyboard, this) {
+    const CommandHandler handler = [this](int command) {
+        session_input(session, {.verb = InputVerb::HOST_COMMAND, .numbers = {command}});
+    };
     build_menu_bar(*this, simulator.machine.around->catalogue, handler);
     checks =
         build_toolbar(*this, simulator.machine.around->catalogue, handler, [this](QMenu& menu) { fill_recent(menu); });
@@ -70,6 +73,7 @@ MainWindow::MainWindow(Simulator& simulator_)
     keyboard.watch(*lcd);
     connect_machine();
     connect_window();
+    simulator.disk = host_disk();
     use_file_services(simulator);
 }
 
@@ -105,7 +109,8 @@ void MainWindow::connect_window() {
 }
 
 void MainWindow::start(const std::string& listing) {
-    const bool usable = start_simulator(simulator, listing);
+    read_state(simulator, files);
+    const bool usable = start_session(session, listing);
     refresh();
     resize_to_zoom();
     place_on_screen();
@@ -123,7 +128,7 @@ void MainWindow::place_on_screen() {
 }
 
 void MainWindow::after_tick(bool picture_changed) {
-    save_when_due(simulator, steady_milliseconds());
+    save_when_due(simulator, files, steady_milliseconds());
     if (picture_changed)
         lcd->refresh();
     windows.refresh_soft_keyboard();
@@ -177,7 +182,7 @@ void MainWindow::carry_out(HostCommand command) {
 
 void MainWindow::configure() {
     auto* dialog = new ConfigurationDialog(
-        simulator, [this](const QString& text) { show_warning(text); }, this);
+        session, [this](const QString& text) { show_warning(text); }, this);
     connect(dialog, &QDialog::finished, this, &MainWindow::refresh);
     dialog->open();
     ticker.arm();
@@ -191,12 +196,14 @@ void MainWindow::show_note(const QString& text) {
 
 void MainWindow::show_warning(const QString& text) { messages.show(text, MessageIcon::WARNING); }
 
+void MainWindow::load(const std::string& path) { session_input(session, {.verb = InputVerb::LOAD, .text = path}); }
+
 void MainWindow::open_listing_dialog() {
     const auto choice = choose_listing(this, simulator.machine.around->catalogue, simulator.preferences);
     if (!choice)
         return;
     simulator.preferences.file_type = choice->file_type;
-    open_listing(simulator, native_path(choice->path));
+    load(native_path(choice->path));
 }
 
 /// When the editor cannot be started another one can be chosen.
@@ -223,7 +230,7 @@ void MainWindow::fill_recent(QMenu& menu) {
     menu.clear();
     for (const std::string& path : simulator.recent) {
         QAction* action = menu.addAction(QString::fromLocal8Bit(path).replace(QLatin1Char('&'), QLatin1String("&&")));
-        connect(action, &QAction::triggered, this, [this, path] { open_listing(simulator, path); });
+        connect(action, &QAction::triggered, this, [this, path] { load(path); });
     }
 }
 
@@ -264,7 +271,7 @@ bool MainWindow::take_window_key(const QKeyEvent& event) {
 }
 
 void MainWindow::change_zoom(int zoom) {
-    simulator.machine.settings.zoom = std::clamp(zoom, 1, ZOOM_MAX);
+    adjust_settings(session, [zoom](Simulator& s) { s.machine.settings.zoom = std::clamp(zoom, 1, ZOOM_MAX); });
     resize_to_zoom();
 }
 
@@ -299,7 +306,7 @@ void MainWindow::resizeEvent(QResizeEvent* event) {
 
 /// Closing saves first: while the window is still there, its user can do something about a failure.
 void MainWindow::closeEvent(QCloseEvent* event) {
-    const std::vector<std::string> unsaved = leaving ? std::vector<std::string>() : save_state(simulator);
+    const std::vector<std::string> unsaved = leaving ? std::vector<std::string>() : save_state(simulator, files);
     if (!unsaved.empty()) {
         event->ignore();
         return ask_about_unsaved(unsaved);
@@ -325,7 +332,7 @@ void MainWindow::ask_about_unsaved(const std::vector<std::string>& paths) {
 }
 
 void MainWindow::end() {
-    const std::vector<std::string> unsaved = save_state(simulator);
+    const std::vector<std::string> unsaved = save_state(simulator, files);
     if (!unsaved.empty())
         std::fputs(unsaved_text(simulator, unsaved).c_str(), stderr);
     leave(unsaved.empty() ? EXIT_SUCCESS : EXIT_FAILURE);
@@ -350,7 +357,7 @@ void MainWindow::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
     activateWindow();
     if (!urls.isEmpty())
-        open_listing(simulator, native_path(urls.first()));
+        load(native_path(urls.first()));
 }
 
 } // namespace quillon

@@ -9,6 +9,7 @@
 #include "desktop/message_boxes.h"
 #include "desktop/sound_output.h"
 #include "desktop/ticker.h"
+#include "files/state_files.h"
 
 #include <QMainWindow>
 
@@ -18,11 +19,12 @@ class MainWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    /// Builds the window around a simulator whose catalogue is in place, and connects the simulator to it.
-    explicit MainWindow(Simulator& simulator);
+    /// Builds the window around a simulator whose catalogue is in place, and connects the simulator to it and to the
+    /// disk.
+    MainWindow(Session& session, StateFiles& files);
 
-    /// Starts the simulator, with this listing or, if it is empty, that of the last run; shows the window and lets the
-    /// machine tick.
+    /// Reads the state of the last run and starts the simulator, with this listing or, if it is empty, that of the last
+    /// run; shows the window and lets the machine tick.
     void start(const std::string& listing);
 
     /// Ends the program without asking anything, as the system wants it: what cannot be saved is said on standard error
@@ -48,6 +50,7 @@ private:
     void refresh();
     void resize_to_zoom();
     void fit_to_screen();
+    void load(const std::string& path);
     void open_listing_dialog();
     void start_editor();
     void configure();
@@ -62,7 +65,9 @@ private:
     void ask_about_unsaved(const std::vector<std::string>& paths);
     void leave(int status);
 
-    Simulator& simulator;
+    Session& session;
+    Simulator& simulator; ///< of the session: to look at
+    StateFiles& files;    ///< read at the start, saved after ticks and at the end
     LcdWidget* lcd;
     Ticker ticker;
     SoundOutput sound;

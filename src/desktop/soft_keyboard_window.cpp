@@ -38,9 +38,9 @@ QRect key_rectangle(int key) {
 
 } // namespace
 
-SoftKeyboardWindow::SoftKeyboardWindow(Simulator& simulator_, QWidget* main_window_, bool as_panel_)
+SoftKeyboardWindow::SoftKeyboardWindow(Session& session_, QWidget* main_window_, bool as_panel_)
     : QWidget(main_window_, as_panel_ ? Qt::Widget : Qt::Tool | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus),
-      simulator(simulator_), main_window(main_window_), as_panel(as_panel_),
+      session(session_), simulator(session_.simulator), main_window(main_window_), as_panel(as_panel_),
       picture(load_picture(SOFT_KEYBOARD_IMAGE)) {
     setWindowTitle("QZ-SIM SoftwareKeyboard.");
     setAccessibleName(command_name(simulator.machine.around->catalogue, COMMAND_SOFT_KEYBOARD));
@@ -89,14 +89,15 @@ void SoftKeyboardWindow::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
     const QPointF place = event->position() - QPointF(BORDER, BORDER);
-    soft_mouse_down(simulator.machine, static_cast<int>(std::floor(place.y() / (SCALE * KEY_HEIGHT))),
-                    static_cast<int>(std::floor(place.x() / (SCALE * KEY_WIDTH))));
+    const int row = static_cast<int>(std::floor(place.y() / (SCALE * KEY_HEIGHT)));
+    const int column = static_cast<int>(std::floor(place.x() / (SCALE * KEY_WIDTH)));
+    session_input(session, {.verb = InputVerb::SOFT_DOWN, .numbers = {row, column}});
     main_window->activateWindow();
 }
 
 void SoftKeyboardWindow::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton)
-        soft_mouse_up(simulator.machine);
+        session_input(session, {.verb = InputVerb::SOFT_UP});
 }
 
 } // namespace quillon

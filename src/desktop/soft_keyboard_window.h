@@ -5,7 +5,7 @@
 #pragma once
 
 #include "display/image.h"
-#include "shell/simulator.h"
+#include "session/session.h"
 
 #include <QImage>
 #include <QWidget>
@@ -17,7 +17,7 @@ class SoftKeyboardWindow : public QWidget {
 
 public:
     /// `as_panel`: a part of the main window instead of a window of its own.
-    SoftKeyboardWindow(Simulator& simulator, QWidget* main_window, bool as_panel);
+    SoftKeyboardWindow(Session& session, QWidget* main_window, bool as_panel);
 
     /// Whether the keyboard's picture could be prepared.
     [[nodiscard]] bool is_usable() const { return !picture.isNull(); }
@@ -35,7 +35,8 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    Simulator& simulator;
+    Session& session;
+    Simulator& simulator; ///< of the session: to look at
     QWidget* main_window;
     bool as_panel;
     QImage picture;      ///< the six layers

@@ -3,7 +3,7 @@
 // the interval and the tick's own time.
 #pragma once
 
-#include "shell/simulator.h"
+#include "session/session.h"
 
 #include <QObject>
 #include <QTimer>
@@ -17,7 +17,7 @@ class Ticker : public QObject {
 
 public:
     /// `after_tick` is called behind each tick, with whether the LCD's picture has changed.
-    Ticker(Simulator& simulator, std::function<void(bool picture_changed)> after_tick, QObject* parent);
+    Ticker(Session& session, std::function<void(bool picture_changed)> after_tick, QObject* parent);
 
     /// Arms the timer with the machine's interval, also in place of what it was armed with.
     void arm();
@@ -29,7 +29,8 @@ public:
 private:
     void tick();
 
-    Simulator& simulator;
+    Session& session;
+    Simulator& simulator; ///< of the session: to look at
     std::function<void(bool)> after_tick;
     QTimer timer;
 };

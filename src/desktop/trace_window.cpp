@@ -5,6 +5,7 @@
 #include "desktop/catalogue_text.h"
 #include "desktop/plain_text.h"
 #include "desktop/window_places.h"
+#include "files/shift_jis.h"
 
 #include <QFontDatabase>
 #include <QGridLayout>
@@ -120,8 +121,9 @@ void ExtendedVariablesWindow::refresh() { set_text(*field, extended_variables_te
 
 void ExtendedVariablesWindow::reset() { field->clear(); }
 
-TraceWindow::TraceWindow(Machine& machine_, MachineKeyboard& keyboard_, QWidget* main_window_)
-    : QDialog(main_window_), machine(machine_), keyboard(keyboard_), main_window(main_window_) {
+TraceWindow::TraceWindow(Session& session_, MachineKeyboard& keyboard_, QWidget* main_window_)
+    : QDialog(main_window_), session(session_), machine(session_.simulator.machine), keyboard(keyboard_),
+      main_window(main_window_) {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(text(LABEL_TITLE));
     auto* column = new QVBoxLayout(this);
@@ -217,7 +219,7 @@ QWidget* TraceWindow::bottom_row() {
 }
 
 void TraceWindow::refresh() {
-    refresh_trace_texts(texts, machine);
+    refresh_trace_texts(texts, machine, shift_jis_to_utf8);
     show_texts();
     if (extended != nullptr)
         extended->refresh();
@@ -260,10 +262,10 @@ void TraceWindow::done(int result) {
 
 bool TraceWindow::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonRelease)
-        machine.trace.trace_step_request = true;
+        session_input(session, {.verb = InputVerb::STEP});
     return QDialog::eventFilter(watched, event);
 }
 
-void TraceWindow::mouseReleaseEvent(QMouseEvent*) { machine.trace.trace_step_request = true; }
+void TraceWindow::mouseReleaseEvent(QMouseEvent*) { session_input(session, {.verb = InputVerb::STEP}); }
 
 } // namespace quillon

@@ -39,7 +39,7 @@ class TraceWindow : public QDialog {
 
 public:
     /// Opens empty, beside the main window.
-    TraceWindow(Machine& machine, MachineKeyboard& keyboard, QWidget* main_window);
+    TraceWindow(Session& session, MachineKeyboard& keyboard, QWidget* main_window);
 
     /// Shows what the machine says now, and gives the keyboard back to the main window.
     void refresh();
@@ -64,7 +64,8 @@ private:
     void show_texts();
     void toggle_extended();
 
-    Machine& machine;
+    Session& session;
+    const Machine& machine; ///< of the session
     MachineKeyboard& keyboard;
     QWidget* main_window;
     TraceTexts texts;

@@ -4,9 +4,7 @@
 
 #include "protocols/drive_commands.h"
 #include "protocols/drive_state.h"
-#include "shell/catalogue.h"
 #include "shell/clipboard.h"
-#include "shell/places.h"
 #include "shell/skins.h"
 #include "shell/snapshot.h"
 
@@ -109,6 +107,7 @@ void prepare_machine(DriveSession& session) {
     session.shown = {};
     show_afresh(session);
     session.clipboard.clear();
+    session.simulator->disk = session.disk;
     session.simulator->reads_pipes = true;
     load_skin(*session.simulator, {});
     record_host(session);
@@ -141,9 +140,9 @@ Refusal do_catalogue(DriveSession& session, std::string_view argument, Json&) {
         return "Name a catalogue file, en or ja for the one that comes with the program, or - for none.";
     std::optional<MessageCatalogue> catalogue = MessageCatalogue{};
     if (argument == "en" || argument == "ja")
-        catalogue = read_catalogue(installed_catalogue(find_resources(program_folder()), argument));
+        catalogue = session.disk.read_catalogue(session.disk.installed_catalogue(argument));
     else if (argument != "-")
-        catalogue = read_catalogue(std::string(argument));
+        catalogue = session.disk.read_catalogue(std::string(argument));
     if (!catalogue)
         return "This catalogue cannot be read.";
     session.simulator->around.catalogue = std::move(*catalogue);
@@ -257,7 +256,7 @@ Refusal do_lcd(DriveSession& session, std::string_view argument, Json& answer) {
 Refusal do_snapshot(DriveSession& session, std::string_view argument, Json&) {
     if (argument.empty())
         return "Name a file.";
-    const bool written = write_snapshot(session.simulator->lcd.canvas, std::string(argument));
+    const bool written = session.disk.write_file(std::string(argument), snapshot_bitmap(session.simulator->lcd.canvas));
     return written ? Refusal() : "The snapshot cannot be written.";
 }
 
@@ -322,7 +321,7 @@ Refusal carry_out(DriveSession& session, std::string_view line, Json& answer) {
 
 } // namespace
 
-DriveSession::DriveSession() { start_new_machine(*this); }
+DriveSession::DriveSession(Disk disk_) : disk(std::move(disk_)) { start_new_machine(*this); }
 
 std::optional<std::string> drive_line(DriveSession& session, std::string_view line) {
     const bool too_long = line.size() > DRIVE_LINE_MAX; // with its CR: a line may have been cut after one

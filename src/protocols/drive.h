@@ -25,8 +25,10 @@ struct DriveLog {
 
 /// A driven machine and what it asked of its host.
 struct DriveSession {
-    DriveSession();
+    /// A new machine, whose listings, skins, catalogues and snapshots are files on this disk.
+    explicit DriveSession(Disk disk = {});
 
+    Disk disk; ///< of this machine and of those that `new` makes
     std::unique_ptr<Simulator> simulator;
     std::unique_ptr<Session> session;
     Debugger debugger;      ///< breakpoints and watchpoints

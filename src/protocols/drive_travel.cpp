@@ -4,8 +4,6 @@
 #include "session/cell_text.h"
 #include "session/machine_image.h"
 #include "session/replay.h"
-#include "shell/files.h"
-#include "shell/safe_write.h"
 
 namespace quillon {
 namespace {
@@ -117,7 +115,7 @@ Refusal do_session(DriveSession& drive, std::string_view argument, Json& answer)
         return "Name a file.";
     bool repeats = true;
     const SessionFile file = record_session(*drive.session, repeats);
-    if (!safe_write(std::string(argument), session_text(file)))
+    if (!drive.disk.write_file(std::string(argument), session_text(file)))
         return "The session cannot be written.";
     if (!repeats)
         answer["repeats"] = false;
@@ -125,11 +123,11 @@ Refusal do_session(DriveSession& drive, std::string_view argument, Json& answer)
 }
 
 Refusal do_replay(DriveSession& drive, std::string_view argument, Json& answer) {
-    const auto text = read_whole_file(std::string(argument), SESSION_FILE_MAX);
-    if (!text)
+    const auto text = drive.disk.read_file(std::string(argument), SESSION_FILE_MAX, FileKind::ANY);
+    if (text.status != ReadStatus::READ)
         return "This session file cannot be read.";
     SessionFault fault;
-    const auto file = parse_session(*text, fault);
+    const auto file = parse_session(text.bytes, fault);
     if (!file)
         return "Line " + std::to_string(fault.line) + ": " + fault.text;
     MessageCatalogue catalogue = std::move(drive.simulator->around.catalogue);
@@ -146,18 +144,18 @@ Refusal do_replay(DriveSession& drive, std::string_view argument, Json& answer) 
 Refusal do_save(DriveSession& drive, std::string_view argument, Json&) {
     if (argument.empty())
         return "Name a file.";
-    const bool written = safe_write(std::string(argument), moment_image(present_moment(*drive.session)));
+    const bool written = drive.disk.write_file(std::string(argument), moment_image(present_moment(*drive.session)));
     return written ? Refusal() : "The state cannot be written.";
 }
 
 Refusal do_restore(DriveSession& drive, std::string_view argument, Json&) {
-    auto bytes = read_whole_file(std::string(argument), IMAGE_SIZE_MAX);
-    if (!bytes)
+    FileContents image = drive.disk.read_file(std::string(argument), IMAGE_SIZE_MAX, FileKind::ANY);
+    if (image.status != ReadStatus::READ)
         return "This state cannot be read.";
     ImageFault fault{};
-    if (!read_moment_image(*bytes, fault))
+    if (!read_moment_image(image.bytes, fault))
         return Refusal(fault_text(fault));
-    session_input(*drive.session, restore_input(std::move(*bytes)));
+    session_input(*drive.session, restore_input(std::move(image.bytes)));
     render_lcd(drive.simulator->lcd, drive.simulator->machine);
     show_afresh(drive);
     return {};

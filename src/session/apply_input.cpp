@@ -94,7 +94,8 @@ KeyEvent key_event(const Input& input) {
 bool apply_input(Simulator& s, const Input& input) {
     Machine& m = s.machine;
     switch (input.verb) {
-    case InputVerb::SET: find_field(input.word)->set(m, input.numbers[0]); break;
+    case InputVerb::SET:
+    case InputVerb::ADJUST: find_field(input.word)->set(m, input.numbers[0]); break;
     case InputVerb::CELL: cell_at(m, *find_cell(input.word)) = *parse_cell(input.text); break;
     case InputVerb::HOST_COMMAND: run_host_command(s, static_cast<int>(input.numbers[0])); break;
     case InputVerb::LOAD: return open_listing(s, input.text);

@@ -44,7 +44,7 @@ std::uint32_t milliseconds(Session& session) {
 
 FileContents read_file(Session& session, const std::string& path, std::size_t limit, FileKind kind) {
     if (session.hearing == Hearing::LIVE) {
-        FileContents file = session.disk.read(path, limit, kind);
+        FileContents file = session.disk.read_file(path, limit, kind);
         remember_answer(session, file_answer(file));
         return file;
     }
@@ -135,7 +135,7 @@ void close_gate(Session& session) {
     gate_window(session, s.window);
     s.around.host.paste_text = [&session] { return paste_text(session); };
     s.around.host.milliseconds = [&session] { return milliseconds(session); };
-    s.disk.read = [&session](const std::string& path, std::size_t limit, FileKind kind) {
+    s.disk.read_file = [&session](const std::string& path, std::size_t limit, FileKind kind) {
         return read_file(session, path, limit, kind);
     };
 }

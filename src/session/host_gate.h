@@ -3,7 +3,7 @@
 #pragma once
 
 #include "session/input.h"
-#include "shell/files.h"
+#include "shell/disk.h"
 
 namespace quillon {
 

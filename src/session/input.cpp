@@ -68,6 +68,7 @@ constexpr Row ROWS[] = {
     {"begin-entry",    InputVerb::BEGIN_ENTRY,    ""},
     {"ask-again",      InputVerb::ASK_AGAIN,      ""},
     {"exe-held",       InputVerb::EXE_HELD,       "n", 0, 1},
+    {"adjust",         InputVerb::ADJUST,         "wt"},
     {"step-statement", InputVerb::STEP,           ""},
     {"restore-state",  InputVerb::RESTORE,        "n", 0, FILE_SIZE_MAX},
 
@@ -153,10 +154,10 @@ bool read_argument(char letter, const Row& row, LineReader& reader, Input& input
     return number.has_value();
 }
 
-/// The number of a `set`, whose range is that of its field.
-Refusal check_set(Input& input) {
+/// The number of a `set` or `adjust`, whose range is that of its field.
+Refusal check_set(Input& input, unsigned uses) {
     const Field* field = find_field(input.word);
-    if (field == nullptr || (field->uses & FIELD_SETTABLE) == 0)
+    if (field == nullptr || (field->uses & uses) == 0)
         return "There is no such field to set.";
     const long long highest = highest_to_set(*field);
     const auto number = parse_number(input.text, field->lowest, highest);
@@ -171,7 +172,8 @@ Refusal check_set(Input& input) {
 Refusal check_input(const Row& row, Input& input) {
     const bool modifier = input.word == "shift" || input.word == "ctrl" || input.word == "alt";
     switch (input.verb) {
-    case InputVerb::SET: return check_set(input);
+    case InputVerb::SET: return check_set(input, FIELD_SETTABLE);
+    case InputVerb::ADJUST: return check_set(input, ADJUSTABLE);
     case InputVerb::CELL: return find_cell(input.word) && parse_cell(input.text) ? Refusal() : refusal_of(row);
     case InputVerb::LOAD: return input.text.empty() ? refusal_of(row) : Refusal();
     case InputVerb::HOLD:
@@ -231,7 +233,7 @@ Refusal parse_input(std::string_view line, Input& input) {
 std::string input_line(const Input& input) {
     const Row& row = row_of(input.verb);
     std::string line(row.name);
-    if (input.verb == InputVerb::SET)
+    if (input.verb == InputVerb::SET || input.verb == InputVerb::ADJUST)
         return line + " " + input.word + " " + std::to_string(input.numbers[0]);
     std::size_t count = 0;
     for (const char letter : row.arguments) {

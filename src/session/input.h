@@ -48,6 +48,7 @@ enum class InputVerb : std::uint8_t {
     BEGIN_ENTRY, ///< where a prompt waits for a key: the entry begins without one
     ASK_AGAIN,   ///< where a refused entry is shown: its prompt is shown again
     EXE_HELD,    ///< EXE is held from now on (1), or is let go (0)
+    ADJUST,      ///< sets a field that a window adjusts
     STEP,        ///< runs one statement of a traced program
     RESTORE,     ///< puts the moment of an image in place
 
@@ -84,6 +85,9 @@ Refusal parse_input(std::string_view line, Input& input);
 
 /// The line that `parse_input` reads back to an equal input, save for the content of a file.
 std::string input_line(const Input& input);
+
+/// The uses of the fields that ADJUST may set.
+constexpr unsigned ADJUSTABLE = FIELD_SETTABLE | FIELD_SETTING | FIELD_ADJUSTED;
 
 /// The input that restores the moment of an image.
 Input restore_input(std::string image);

@@ -107,7 +107,7 @@ public:
             const Input* answer = player.answer(InputVerb::ANSWER_TIME);
             return answer != nullptr ? static_cast<std::uint32_t>(answer->numbers[0]) : 0U;
         };
-        disk_.read = [&player](const std::string&, std::size_t, FileKind) {
+        disk_.read_file = [&player](const std::string&, std::size_t, FileKind) {
             const Input* answer = player.answer(InputVerb::ANSWER_FILE);
             if (answer == nullptr)
                 answer = player.answer(InputVerb::ANSWER_NO_FILE);

@@ -4,6 +4,8 @@
 
 #include "core/fields.h"
 #include "session/host_gate.h"
+#include "shell/skins.h"
+#include "shell/startup.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -115,6 +117,40 @@ bool session_input(Session& session, Input input) {
     session.next_entry = session.log.entries.size();
     note_untouched(session);
     return done;
+}
+
+void adjust_settings(Session& session, const std::function<void(Simulator&)>& change) {
+    require_untouched(session);
+    Machine& m = session.simulator.machine;
+    if (has_future(session))
+        drop_future(session.log, session.tick, session.next_entry);
+    std::vector<long long> before;
+    for (const Field& field : fields())
+        before.push_back(field.get(m));
+    change(session.simulator);
+    auto old = before.begin();
+    for (const Field& field : fields()) {
+        const long long number = field.get(m);
+        if (number != *old++ && (field.uses & ADJUSTABLE) != 0)
+            add_entry(session.log, {.verb = InputVerb::ADJUST, .numbers = {number}, .word = std::string(field.name)});
+    }
+    session.next_entry = session.log.entries.size();
+    note_untouched(session);
+}
+
+bool start_session(Session& session, const std::string& listing) {
+    Simulator& s = session.simulator;
+    name_first_listing(s, listing);
+    const bool usable = load_skin(s, {});
+    begin_session(session);
+    if (!s.preferences.last_file.empty())
+        session_input(session, {.verb = InputVerb::LOAD, .text = s.preferences.last_file});
+    if (s.preferences.start_mode == 1)
+        session_input(session, {.verb = InputVerb::HOST_COMMAND, .numbers = {COMMAND_LINE}});
+    if (s.preferences.soft_keyboard == 1)
+        session_input(session, {.verb = InputVerb::HOST_COMMAND, .numbers = {COMMAND_SOFT_KEYBOARD}});
+    render_lcd(s.lcd, s.machine);
+    return usable;
 }
 
 void session_tick(Session& session) {

@@ -55,6 +55,14 @@ inline bool has_future(const Session& session) {
 /// that was not loaded.
 bool session_input(Session& session, Input input);
 
+/// Lets a dialog change settings in its own way, and remembers what it has changed.
+void adjust_settings(Session& session, const std::function<void(Simulator&)>& change);
+
+/// Begins a session with a simulator whose state has been read: opens the listing that is named or, without one, that
+/// of the last run, and enters command mode or opens the soft keyboard where the settings say so. False when there is
+/// no skin at all: then nothing is to be ticked.
+bool start_session(Session& session, const std::string& listing);
+
 /// One tick. Where there is a future, what came in then comes in again.
 void session_tick(Session& session);
 

@@ -1,19 +1,15 @@
 // SPDX-License-Identifier: MIT
-// Reading message catalogues.
+// Reading the texts of a message catalogue.
 #include "shell/catalogue.h"
 
 #include "core/charset.h"
-#include "shell/encoding.h"
-#include "shell/files.h"
 #include "shell/profile.h"
+#include "shell/utf8.h"
 
 #include <algorithm>
 
 namespace quillon {
 namespace {
-
-constexpr std::size_t VALUE_MAX = 259;
-constexpr std::size_t FILE_MAX = std::size_t{1} << 20;
 
 /// The number of a key "M_000", -1 for any other key. Keys are looked up as written with three digits at least.
 int key_number(std::string_view key) {
@@ -50,8 +46,9 @@ std::string with_line_breaks(std::string_view value) {
 
 } // namespace
 
-MessageCatalogue parse_catalogue(std::string_view text) {
-    const bool utf8 = is_valid_utf8(text);
+std::string utf8_message(std::string_view value) { return std::string(cut_utf8(value, MESSAGE_VALUE_MAX)); }
+
+MessageCatalogue parse_catalogue(std::string_view text, MessageOfValue message_of_value) {
     MessageCatalogue catalogue;
     for (const ProfileSection& section : parse_profile(text).sections) {
         auto [place, is_first] = catalogue.sections.try_emplace(section_key(section.name));
@@ -59,21 +56,11 @@ MessageCatalogue parse_catalogue(std::string_view text) {
             continue; // of two sections of a name the first counts
         for (const ProfileEntry& entry : section.entries) {
             const int number = key_number(entry.key);
-            if (number < 0)
-                continue;
-            const std::string value = utf8 ? std::string(cut_utf8(entry.value, VALUE_MAX))
-                                           : shift_jis_to_utf8(cut_shift_jis(entry.value, VALUE_MAX));
-            place->second.try_emplace(number, with_line_breaks(value));
+            if (number >= 0)
+                place->second.try_emplace(number, with_line_breaks(message_of_value(entry.value)));
         }
     }
     return catalogue;
-}
-
-std::optional<MessageCatalogue> read_catalogue(const std::string& path) {
-    const std::optional<std::string> text = read_whole_file(path, FILE_MAX);
-    if (!text)
-        return std::nullopt;
-    return parse_catalogue(*text);
 }
 
 } // namespace quillon

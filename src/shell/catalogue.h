@@ -1,20 +1,26 @@
 // SPDX-License-Identifier: MIT
-// Message catalogue files.
+// Message catalogues as text.
 #pragma once
 
 #include "core/messages.h"
 
-#include <optional>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace quillon {
 
-/// Reads a catalogue: sections of keys "M_000". Values keep their first 259 bytes; "@" is a line break. The text is
-/// UTF-8 when it is valid UTF-8, else Shift-JIS. Any bytes will do: what is no catalogue yields no texts.
-MessageCatalogue parse_catalogue(std::string_view text);
+/// A value keeps so many bytes, as it is written in the catalogue.
+constexpr std::size_t MESSAGE_VALUE_MAX = 259;
 
-/// Reads a catalogue file of up to 1 MiB; nothing when it cannot be read.
-std::optional<MessageCatalogue> read_catalogue(const std::string& path);
+/// Makes a value, in the catalogue's own encoding, a message in UTF-8, and cuts it.
+using MessageOfValue = std::string (*)(std::string_view value);
+
+/// A value that is UTF-8 already, cut after a whole character.
+std::string utf8_message(std::string_view value);
+
+/// Reads a catalogue: sections of keys "M_000"; "@" in a message is a line break. Any text will do: what is not a
+/// catalogue yields no messages.
+MessageCatalogue parse_catalogue(std::string_view text, MessageOfValue message_of_value = utf8_message);
 
 } // namespace quillon

@@ -73,11 +73,11 @@ void reload(Simulator& s, int) {
 }
 
 /// The program of the setting, and its own arguments. What is a file as it stands has none, whatever blanks are in it.
-EditorCall split_editor(const std::string& editor) {
+EditorCall split_editor(const Disk& disk, const std::string& editor) {
     // There is no such program here: the system's own opener of text files stands for it.
     if (name_of(editor) == "notepad.exe")
         return {"xdg-open", {}};
-    if (is_regular_file(editor))
+    if (disk.is_regular_file(editor))
         return {editor, {}};
     std::istringstream words(editor);
     EditorCall call;
@@ -198,7 +198,7 @@ void run_host_command(Simulator& s, int number) {
 
 LoadResult load_listing_file(Simulator& s, const std::string& path) {
     const FileKind kind = s.reads_pipes ? FileKind::ANY : FileKind::ORDINARY; // nobody at a window can wait for a pipe
-    const auto [result, is_cut] = load_listing(s.machine, path, s.disk.read(path, LISTING_SIZE_MAX, kind));
+    const auto [result, is_cut] = load_listing(s.machine, path, s.disk.read_file(path, LISTING_SIZE_MAX, kind));
     if (result == LoadResult::FAULTY && s.machine.trace.trace_mode)
         toggle_trace(s, COMMAND_TRACE); // there is nothing left to trace
     if (result != LoadResult::LOADED)
@@ -207,7 +207,7 @@ LoadResult load_listing_file(Simulator& s, const std::string& path) {
         s.machine.around->host.show_message(s.machine.error.system_message.c_str(), MessageIcon::WARNING);
     if (result == LoadResult::UNREADABLE)
         return result;
-    s.preferences.last_file = absolute_path(path);
+    s.preferences.last_file = s.disk.absolute_path(path);
     s.listing_was_read = true;
     s.kept_last_file.reset();
     if (result == LoadResult::LOADED)
@@ -232,7 +232,7 @@ std::optional<EditorCall> editor_call(Simulator& s) {
         show_catalogue_message(s.machine, MESSAGE_NO_LISTING);
         return std::nullopt;
     }
-    EditorCall call = split_editor(s.preferences.editor);
+    EditorCall call = split_editor(s.disk, s.preferences.editor);
     call.arguments.push_back(s.preferences.last_file);
     return call;
 }

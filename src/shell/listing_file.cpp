@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Loading listings from files.
+// Loading what was read from listing files.
 #include "shell/listing_file.h"
 
 #include "core/errors.h"
@@ -8,10 +8,6 @@
 #include <utility>
 
 namespace quillon {
-
-ListingLoad load_listing(Machine& m, const std::string& path, FileKind kind) {
-    return load_listing(m, path, read_file(path, LISTING_SIZE_MAX, kind));
-}
 
 ListingLoad load_listing(Machine& m, const std::string& path, FileContents file) {
     switch (file.status) {

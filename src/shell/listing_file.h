@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Listings in files.
+// Listings as the bytes of their files.
 #pragma once
 
 #include "core/program.h"
-#include "shell/files.h"
+#include "shell/disk.h"
 
 #include <string>
 
@@ -14,12 +14,9 @@ struct ListingLoad {
     bool is_cut = false; ///< loaded only up to a NUL; `system_message` says so
 };
 
-/// Makes what was read of a listing file the machine's program, as `load_listing_text` does. What could not be read
-/// changes nothing but `system_message`, which says why and names the path.
+/// Makes what was read of a listing file, of up to LISTING_SIZE_MAX bytes, the machine's program, as
+/// `load_listing_text` does. What could not be read changes nothing but `system_message`, which says why.
 ListingLoad load_listing(Machine& m, const std::string& path, FileContents file);
-
-/// Reads it before.
-ListingLoad load_listing(Machine& m, const std::string& path, FileKind kind = FileKind::ANY);
 
 /// Makes the bytes of a listing file the machine's program.
 ListingLoad load_listing_bytes(Machine& m, std::string bytes);

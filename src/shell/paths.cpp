@@ -2,8 +2,6 @@
 // Taking paths apart.
 #include "shell/paths.h"
 
-#include <filesystem>
-
 namespace quillon {
 namespace {
 
@@ -17,21 +15,5 @@ std::size_t name_start(std::string_view path) {
 std::string folder_of(std::string_view path) { return std::string(path.substr(0, name_start(path))); }
 
 std::string_view name_of(std::string_view path) { return path.substr(name_start(path)); }
-
-std::string absolute_path(const std::string& path) {
-    namespace fs = std::filesystem;
-    std::error_code error;
-    fs::path whole;
-    for (const fs::path& part : fs::absolute(path, error)) {
-        if (part != ".")
-            whole /= part;
-    }
-    return error ? path : whole.string();
-}
-
-bool is_regular_file(const std::string& path) {
-    std::error_code error;
-    return std::filesystem::is_regular_file(path, error);
-}
 
 } // namespace quillon

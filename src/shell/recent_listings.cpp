@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The list of recent listings and its file.
+// The list of recent listings and its text.
 #include "shell/recent_listings.h"
-
-#include "shell/safe_write.h"
 
 #include <algorithm>
 
@@ -43,10 +41,6 @@ std::string recent_listings_text(const RecentListings& recent) {
     for (const std::string& path : recent)
         text += path + '\n';
     return text;
-}
-
-bool write_recent_listings(const std::string& path, const RecentListings& recent) {
-    return safe_write(path, recent_listings_text(recent));
 }
 
 } // namespace quillon

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The listings that were loaded last, for a menu: a list of paths, and the file `recent.txt` that keeps it, one path a
+// The listings that were loaded last, for a menu: a list of paths, and the text of the file that keeps it, one path a
 // line.
 #pragma once
 
@@ -23,8 +23,5 @@ RecentListings parse_recent_listings(std::string_view text);
 
 /// The text of the list's file.
 std::string recent_listings_text(const RecentListings& recent);
-
-/// Writes the list's file whole; false when it fails, and the old file is there still.
-bool write_recent_listings(const std::string& path, const RecentListings& recent);
 
 } // namespace quillon

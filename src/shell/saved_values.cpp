@@ -5,11 +5,9 @@
 #include "core/machine.h"
 #include "core/numbers.h"
 #include "core/variables.h"
-#include "shell/safe_write.h"
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 #include <optional>
 #include <string_view>
 
@@ -109,24 +107,6 @@ bool read_values_image(Machine& m, Bytes bytes) {
             understood;
     const Bytes reserve = bytes.subspan(records.size());
     return understood && std::all_of(reserve.begin(), reserve.end(), [](std::uint8_t byte) { return byte == 0; });
-}
-
-FileContents read_values_file(const std::string& path) { return read_file(path, VALUES_IMAGE_SIZE); }
-
-bool read_values_image(Machine& m, const FileContents& file) {
-    const bool understood =
-        read_values_image(m, Bytes(reinterpret_cast<const std::uint8_t*>(file.bytes.data()), file.bytes.size()));
-    return understood && file.status != ReadStatus::TOO_LARGE;
-}
-
-bool write_saved_values(const std::string& path, const Machine& m) {
-    const FileContents old = read_values_file(path);
-    if (old.status == ReadStatus::UNREADABLE)
-        return false;
-    const ValuesImage image = values_image(m);
-    const std::string_view bytes(reinterpret_cast<const char*>(image.data()), image.size());
-    const auto scratch = std::make_unique<Machine>();
-    return read_values_image(*scratch, old) ? safe_write(path, bytes) : safe_write_keeping_old(path, bytes);
 }
 
 } // namespace quillon

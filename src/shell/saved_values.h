@@ -3,13 +3,10 @@
 // reserve of 104 zero bytes, least significant byte first on every machine.
 #pragma once
 
-#include "shell/files.h"
-
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <string>
 
 namespace quillon {
 
@@ -28,15 +25,5 @@ ValuesImage values_image(const Machine& m);
 /// False when something in the bytes was not understood, and would be lost if they were overwritten; a number that is
 /// not finite is none of that, nor is it that records are missing at the end.
 bool read_values_image(Machine& m, std::span<const std::uint8_t> bytes);
-
-/// The saved-values file.
-FileContents read_values_file(const std::string& path);
-
-/// The same for a file; one that is too long, or cannot be read, is never understood whole.
-bool read_values_image(Machine& m, const FileContents& file);
-
-/// Writes the saved-values file whole; false when it fails, and when the old file cannot be read: then that is there
-/// still. One that is not understood stays beside the new one under a name that ends in ".bad".
-bool write_saved_values(const std::string& path, const Machine& m);
 
 } // namespace quillon

@@ -4,9 +4,7 @@
 
 #include "core/machine.h"
 #include "keys/key_map.h"
-#include "shell/files.h"
 #include "shell/profile.h"
-#include "shell/safe_write.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -19,7 +17,6 @@ namespace quillon {
 namespace {
 
 constexpr std::string_view SECTION = "QZS";
-constexpr std::size_t FILE_MAX = std::size_t{1} << 20;
 constexpr int NO_MESSAGE = -1;
 constexpr int ANY = std::numeric_limits<int>::max();
 
@@ -212,15 +209,6 @@ std::string settings_text(const StoredSettings& settings) {
 
 bool holds_settings(std::string_view text) {
     return text.empty() || find_section(parse_profile(text), SECTION) != nullptr;
-}
-
-bool write_settings(const std::string& path, const StoredSettings& settings) {
-    const std::string text = settings_text(settings);
-    const FileContents old = read_file(path, FILE_MAX);
-    if (old.status == ReadStatus::UNREADABLE || text.size() > FILE_MAX)
-        return false;
-    const bool is_understood = old.status != ReadStatus::TOO_LARGE && holds_settings(old.bytes);
-    return is_understood ? safe_write(path, text) : safe_write_keeping_old(path, text);
 }
 
 StoredSettings merge_settings(const StoredSettings& in_file, const StoredSettings& ours, const StoredSettings& before) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The settings: their values and defaults, their file `QZ740.ini` (section QZS of a profile), and their way into the
-// machine's record and back. Everything else in the file that a person or a later version put there is kept.
+// The settings: their values and defaults, the text of their file (section QZS of a profile), and their way into the
+// machine's record and back. Everything else in the text that a person or a later version put there is kept.
 #pragma once
 
 #include "core/machine.h"
@@ -55,11 +55,6 @@ std::string settings_text(const StoredSettings& settings);
 
 /// Whether the text of a settings file is understood: it has settings in it, or nothing at all.
 bool holds_settings(std::string_view text);
-
-/// Writes the settings file whole; false when it fails, when the old file cannot be read, and when the new one would be
-/// too large to be read again: then the old file is there still. One that holds no settings stays beside the new one
-/// under a name that ends in ".bad".
-bool write_settings(const std::string& path, const StoredSettings& settings);
 
 /// The settings of two instances in one: those of `ours` that differ from `before`; all others, and the lines that are
 /// no settings, as they are in the file.

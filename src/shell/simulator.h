@@ -6,10 +6,8 @@
 #include "display/lcd.h"
 #include "shell/disk.h"
 #include "shell/key_queue.h"
-#include "shell/places.h"
 #include "shell/recent_listings.h"
 #include "shell/settings.h"
-#include "shell/state_files.h"
 #include "shell/window.h"
 
 #include <optional>
@@ -24,11 +22,10 @@ struct Simulator {
     Simulator& operator=(const Simulator&) = delete;
 
     Surroundings around;
+    Disk disk; ///< where listings and skins are read
     Machine machine;
     LcdPicture lcd;
     Preferences preferences;       ///< settings that are not the machine's
-    DataFiles files;               ///< where state is kept between runs; empty paths for nowhere
-    StateFiles state;              ///< what is saved in them, and when
     RecentListings recent;         ///< the listings that were loaded last
     bool listing_was_read = false; ///< that of `preferences.last_file` was read, faulty or not: the title names it
     std::optional<std::string>
@@ -36,7 +33,6 @@ struct Simulator {
     bool reads_pipes = false; ///< listings may come through pipes; nobody at a window can wait for one
     std::string skin_name;    ///< the skin in place, empty for the default
     Window window;
-    Disk disk;
     KeyQueue keys;
     Modifiers modifiers;   ///< the PC's modifier keys now, sampled before each tick
     bool exe_held = false; ///< EXE is down in each tick, and lets everything through that waits for it

@@ -9,7 +9,6 @@
 #include "display/skin_file.h"
 #include "display/skin_palette.h"
 #include "display/sprite_table.h"
-#include "shell/files.h"
 #include "shell/paths.h"
 #include "shell/simulator.h"
 
@@ -52,7 +51,7 @@ bool install_skin_file(Simulator& s, std::string_view name) {
     Machine& m = s.machine;
     const std::string path = folder_of(s.preferences.last_file) + std::string(name);
     const FileContents file =
-        leaves_folder(name) ? FileContents{} : s.disk.read(path, SKIN_FILE_MAX, FileKind::ORDINARY);
+        leaves_folder(name) ? FileContents{} : s.disk.read_file(path, SKIN_FILE_MAX, FileKind::ORDINARY);
     if (file.status != ReadStatus::READ) {
         refuse_skin(m, MESSAGE_CANNOT_OPEN, "", name);
         return false;

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-// Writing snapshots.
+// Making the bytes of a snapshot.
 #include "shell/snapshot.h"
 
 #include "display/little_endian.h"
 
-#include <cstdio>
+#include <vector>
 
 namespace quillon {
 namespace {
@@ -45,19 +45,6 @@ std::string snapshot_bitmap(const Canvas& canvas) {
         file.resize((file.size() - HEADERS_SIZE + 3) / 4 * 4 + HEADERS_SIZE);
     }
     return {file.begin(), file.end()};
-}
-
-bool write_snapshot(const Canvas& canvas, const std::string& path) { return safe_write(path, snapshot_bitmap(canvas)); }
-
-NewFile take_snapshot(const Canvas& canvas, const std::string& folder, std::string& path) {
-    constexpr int NUMBERS = 256;
-    std::vector<std::string> names;
-    for (int n = 0; n < NUMBERS; ++n) {
-        char name[32];
-        std::snprintf(name, sizeof name, "/qzsnap_%03d.bmp", n);
-        names.push_back(folder + name);
-    }
-    return write_new_file(names, snapshot_bitmap(canvas), &path);
 }
 
 } // namespace quillon

@@ -5,26 +5,26 @@
 #include "core/run_control.h"
 #include "keys/soft_keyboard.h"
 #include "shell/commands.h"
-#include "shell/paths.h"
 #include "shell/simulator.h"
 #include "shell/skins.h"
-#include "shell/state_files.h"
 
 #include <utility>
 
 namespace quillon {
 namespace {
 
-/// The listing that was named, or that of the last run. One that cannot be read stays the one to be loaded again: it
-/// may be back, or be there at last.
 void load_first_listing(Simulator& s, const std::string& named) {
-    if (!named.empty())
-        s.kept_last_file = std::exchange(s.preferences.last_file, absolute_path(named));
+    name_first_listing(s, named);
     if (!s.preferences.last_file.empty())
         load_listing_file(s, std::string(s.preferences.last_file));
 }
 
 } // namespace
+
+void name_first_listing(Simulator& s, const std::string& named) {
+    if (!named.empty())
+        s.kept_last_file = std::exchange(s.preferences.last_file, s.disk.absolute_path(named));
+}
 
 void use_settings(Simulator& s, const LoadedSettings& loaded) {
     constexpr const char* SECTION = "INI";
@@ -36,7 +36,6 @@ void use_settings(Simulator& s, const LoadedSettings& loaded) {
 }
 
 bool start_simulator(Simulator& s, const std::string& listing) {
-    read_state(s);
     load_first_listing(s, listing);
     if (!load_skin(s, {}))
         return false;
@@ -50,11 +49,10 @@ bool start_simulator(Simulator& s, const std::string& listing) {
     return true;
 }
 
-std::vector<std::string> shut_down_simulator(Simulator& s) {
+void shut_down_simulator(Simulator& s) {
     close_soft_keyboard(s.machine);
     if (s.machine.sound.tone.samples > 0)
         s.machine.around->host.stop_tone();
-    return save_state(s);
 }
 
 } // namespace quillon

@@ -6,7 +6,7 @@
 #include "core/numbers.h"
 #include "core/program_text.h"
 #include "core/variables.h"
-#include "shell/encoding.h"
+#include "shell/utf8.h"
 
 #include <cstdio>
 #include <iterator>
@@ -42,8 +42,8 @@ std::string cell_text(const Variable& cell) {
     return cell.kind == CELL_STRING ? quoted(cell.text) : std::string(format_general(cell.number, DIGITS).view());
 }
 
-std::string listing_part(std::string_view text) {
-    return is_valid_utf8(text) ? std::string(text) : shift_jis_to_utf8(text);
+std::string listing_part(std::string_view text, TextDecoder decode) {
+    return is_valid_utf8(text) ? std::string(text) : decode(text);
 }
 
 /// Where the machine reads on in the text of a line: after the token before. The end when it is somewhere else.
@@ -60,7 +60,7 @@ std::size_t next_position(const Machine& m, const ProgramLine& line, std::string
 }
 
 /// The current line with its number, and the catalogue's marker before the character that is executed next.
-std::string current_line_text(const Machine& m) {
+std::string current_line_text(const Machine& m, TextDecoder decode) {
     constexpr std::string_view LINE_ENDS = "\r\n\x1A";
     const auto& lines = current_area(m).lines;
     const auto index = static_cast<std::size_t>(m.program.cur_line);
@@ -69,8 +69,8 @@ std::string current_line_text(const Machine& m) {
     std::string_view line = line_text(m, m.program.cur_line);
     line = line.substr(0, line.find_first_of(LINE_ENDS));
     const std::size_t position = next_position(m, lines[index], line);
-    return std::to_string(current_line_number(m)) + " " + listing_part(line.substr(0, position)) +
-           lookup_message(m.around->catalogue, "DLG_TRACE", 20) + listing_part(line.substr(position));
+    return std::to_string(current_line_number(m)) + " " + listing_part(line.substr(0, position), decode) +
+           lookup_message(m.around->catalogue, "DLG_TRACE", 20) + listing_part(line.substr(position), decode);
 }
 
 /// By statement context; those that are none of these have no name.
@@ -90,10 +90,10 @@ void reset_trace_texts(TraceTexts& texts) {
     texts.variables.fill("-------");
 }
 
-void refresh_trace_texts(TraceTexts& texts, const Machine& m) {
+void refresh_trace_texts(TraceTexts& texts, const Machine& m, TextDecoder decode) {
     texts.last = texts.next;
     if (m.run.base_state != STATE_COMMAND)
-        texts.next = current_line_text(m);
+        texts.next = current_line_text(m, decode);
     else
         texts.last = to_unicode(m.entry.entry_line.text);
     texts.dollar = quoted(m.variables[DOLLAR_CELL].text);

@@ -6,8 +6,12 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 
 namespace quillon {
+
+/// Makes program text in another encoding than UTF-8 readable: UTF-8, whatever the bytes.
+using TextDecoder = std::string (*)(std::string_view bytes);
 
 constexpr int TRACED_CELLS = 94; ///< variables with a field of their own: A to Z, then 1 to 68
 
@@ -23,8 +27,9 @@ struct TraceTexts {
 /// Empties the fields; those of the variables show that nothing is known.
 void reset_trace_texts(TraceTexts& texts);
 
-/// What the machine says now. A variable that was never assigned leaves its field as it is.
-void refresh_trace_texts(TraceTexts& texts, const Machine& m);
+/// What the machine says now. A variable that was never assigned leaves its field as it is. `decode` is asked for parts
+/// of a line that are not UTF-8.
+void refresh_trace_texts(TraceTexts& texts, const Machine& m, TextDecoder decode);
 
 /// The field label of a traced cell: "A:" to "Z:", "_1:" to "_9:", "10:" to "68:", with the full-width colons behind
 /// all but the first three.

@@ -2,8 +2,8 @@
 // Finding and reading the catalogue.
 #include "terminal/catalogue_choice.h"
 
-#include "shell/catalogue.h"
-#include "shell/places.h"
+#include "files/catalogue_file.h"
+#include "files/places.h"
 #include "terminal/printing.h"
 
 namespace quillon {

@@ -3,7 +3,7 @@
 #include "terminal/check_command.h"
 
 #include "core/program.h"
-#include "shell/files.h"
+#include "files/file_reading.h"
 #include "terminal/printing.h"
 #include "tooling/check.h"
 

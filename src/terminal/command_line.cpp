@@ -2,6 +2,7 @@
 // Subcommands and their options.
 #include "terminal/command_line.h"
 
+#include "files/host_disk.h"
 #include "protocols/drive.h"
 #include "session/session_file.h"
 #include "terminal/check_command.h"
@@ -130,7 +131,7 @@ std::string fault_of(const CLI::App& app, const CLI::ParseError& error, const st
 }
 
 int drive() {
-    DriveSession session;
+    DriveSession session(host_disk());
     std::string line;
     while (!session.finished && read_line(stdin, line, DRIVE_LINE_MAX + 1)) {
         const std::optional<std::string> answer = drive_line(session, line);

@@ -17,7 +17,7 @@ bool read_line(std::FILE* file, std::string& line, std::size_t limit) {
 }
 
 bool read_rest(std::FILE* file, std::string& text, std::size_t limit) {
-    char chunk[65536];
+    char chunk[4096];
     while (text.size() <= limit) {
         const std::size_t count = std::fread(chunk, 1, sizeof chunk, file);
         if (count == 0)

@@ -3,9 +3,11 @@
 #include "terminal/play.h"
 
 #include "core/charset.h"
+#include "files/file_services.h"
+#include "files/host_disk.h"
+#include "files/state_files.h"
 #include "shell/clipboard.h"
 #include "shell/commands.h"
-#include "shell/file_services.h"
 #include "shell/simulator.h"
 #include "shell/startup.h"
 #include "terminal/catalogue_choice.h"
@@ -37,6 +39,7 @@ using Clock = std::chrono::steady_clock;
 /// Everything of one play.
 struct Play {
     Simulator simulator;
+    StateFiles files;
     Typist typist;
     KeyLevel level = LEVEL_NONE;
     std::deque<std::string> messages; ///< the first one is shown until a key is pressed
@@ -90,12 +93,14 @@ bool start(Play& play, const PlayOptions& options) {
     Simulator& s = play.simulator;
     if (!use_catalogue(s.around.catalogue, options.catalogue))
         return false;
-    s.files = find_data_files(read_environment(), program_folder());
+    play.files.paths = find_data_files(read_environment(), program_folder());
+    s.disk = host_disk();
     s.reads_pipes = true;
     connect_host(play, options);
+    read_state(s, play.files);
     play.leaving = !start_simulator(s, options.listing);
     if (options.no_save)
-        s.files = {};
+        play.files.paths = {};
     const bool was_read = options.listing.empty() || s.listing_was_read;
     if (!was_read)
         print_load_fault(options.listing, s.machine.error.system_message);
@@ -194,6 +199,7 @@ void play_on(Play& play) {
         if (Clock::now() < tick_due)
             continue;
         play.changed = tick_with_keys(play.typist, play.simulator) || play.changed;
+        save_when_due(play.simulator, play.files, steady_milliseconds());
         tick_due = next_tick(play);
     }
 }
@@ -220,8 +226,9 @@ bool play_on_screen(Play& play) {
 }
 
 /// Saves what is kept; returns whether all of it was.
-bool save(Simulator& s) {
-    const std::vector<std::string> unsaved = shut_down_simulator(s);
+bool save(Play& play) {
+    shut_down_simulator(play.simulator);
+    const std::vector<std::string> unsaved = save_state(play.simulator, play.files);
     for (const std::string& path : unsaved)
         print_error("cannot save " + path);
     return unsaved.empty();
@@ -255,7 +262,7 @@ int play(const PlayOptions& options) {
         print_error("play cannot set up its screen on this terminal");
         return PLAY_BAD_CALL;
     }
-    const bool saved = save(state->simulator);
+    const bool saved = save(*state);
     end_by_signal(signal_to_leave());
     return saved ? PLAY_LEFT : PLAY_UNSAVED;
 }

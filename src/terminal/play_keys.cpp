@@ -155,7 +155,6 @@ bool tick_with_keys(Typist& typist, Simulator& s) {
     const bool uses_key = tick_uses_key(s.machine);
     s.around.host.key_read = [&typist] { typist.read = true; };
     const bool changed = simulator_tick(s);
-    save_when_due(s, steady_milliseconds());
     if (!typist.down)
         return changed;
     ++typist.ticks_down;

@@ -3,7 +3,7 @@
 #include "terminal/printing.h"
 
 #include "core/charset.h"
-#include "shell/encoding.h"
+#include "shell/utf8.h"
 
 #include <algorithm>
 #include <cerrno>

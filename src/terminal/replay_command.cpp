@@ -2,8 +2,8 @@
 // Replaying a session file.
 #include "terminal/replay_command.h"
 
+#include "files/file_reading.h"
 #include "session/replay.h"
-#include "shell/files.h"
 #include "shell/lcd_text.h"
 #include "terminal/lines.h"
 #include "terminal/printing.h"

@@ -5,11 +5,13 @@
 #include "core/charset.h"
 #include "core/program.h"
 #include "driver/tick.h"
+#include "files/file_reading.h"
+#include "files/host_disk.h"
+#include "files/safe_write.h"
+#include "files/values_file.h"
 #include "protocols/shown_lines.h"
 #include "session/replay.h"
 #include "shell/listing_file.h"
-#include "shell/safe_write.h"
-#include "shell/saved_values.h"
 #include "shell/settings.h"
 #include "shell/simulator.h"
 #include "shell/skins.h"
@@ -134,9 +136,9 @@ ListingLoad load_recorded(Session& session, const std::string& listing) {
 bool load_program(Run& run, const std::string& listing) {
     Simulator& s = run.simulator;
     Machine& m = s.machine;
-    const auto [result, is_cut] = run.session
-                                      ? load_recorded(*run.session, listing)
-                                      : load_listing(m, listing, s.disk.read(listing, LISTING_SIZE_MAX, FileKind::ANY));
+    const auto [result, is_cut] =
+        run.session ? load_recorded(*run.session, listing)
+                    : load_listing(m, listing, s.disk.read_file(listing, LISTING_SIZE_MAX, FileKind::ANY));
     if (result != LoadResult::LOADED)
         print_load_fault(listing, m.error.system_message);
     else if (is_cut)
@@ -295,7 +297,8 @@ void connect(Run& run, const RunOptions& options) {
         print_error(position(m) + ": " + one_line(text));
     };
     host.key_read = [&run] { run.keys.read = true; };
-    run.simulator.disk.read = read_listing;
+    run.simulator.disk = host_disk();
+    run.simulator.disk.read_file = read_listing;
     run.keys.keys = from_unicode(options.keys);
     run.shown.write = [&run](std::string_view text) { run.output += output_text(text); };
     run.echo = options.echo;

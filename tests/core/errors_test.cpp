@@ -3,7 +3,7 @@
 #include "core/errors.h"
 
 #include "core/program.h"
-#include "shell/encoding.h"
+#include "shell/utf8.h"
 #include "tests/support/evaluation.h"
 #include "tests/support/scripts.h"
 

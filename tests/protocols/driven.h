@@ -2,6 +2,7 @@
 // A driven machine for tests; every answer is read back as JSON.
 #pragma once
 
+#include "files/host_disk.h"
 #include "protocols/drive.h"
 #include "tests/support/temporary_file.h"
 
@@ -16,7 +17,7 @@ namespace quillon::testing {
 using Json = nlohmann::json;
 
 struct Driven {
-    DriveSession session;
+    DriveSession session{host_disk()};
 
     Json operator()(std::string_view line) {
         const auto answer = drive_line(session, line);

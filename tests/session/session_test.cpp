@@ -4,7 +4,7 @@
 #include "session/session.h"
 
 #include "core/fields.h"
-#include "core/invariants.h"
+#include "files/file_reading.h"
 #include "fuzz/random_programs.h"
 #include "fuzz/user.h"
 #include "session/machine_image.h"
@@ -21,7 +21,7 @@ namespace {
 /// A simulator at the beginning of a session, with a disk that holds one listing.
 struct Recorded {
     explicit Recorded(const std::string& listing) : simulator(fuzz::make_simulator()), session(*simulator) {
-        simulator->disk.read = [listing](const std::string& path, std::size_t, FileKind) {
+        simulator->disk.read_file = [listing](const std::string& path, std::size_t, FileKind) {
             return path.ends_with(".bas") ? FileContents{ReadStatus::READ, listing} : FileContents{};
         };
         begin_session(session);

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
-// What the window asks for beside the commands (window.txt), what goes to the clipboard, and the list of recent
-// listings. What each command changes, by its number, is tested through the driving protocol.
+// What the window asks for beside the commands (window.txt), what goes to the clipboard, the list of recent listings,
+// and a simulator whose disk is none or a map in memory. What each command changes, by its number, is tested through
+// the driving protocol.
 #include "shell/clipboard.h"
 #include "shell/commands.h"
 #include "shell/configuration.h"
 #include "shell/recent_listings.h"
+#include "shell/skins.h"
 #include "tests/support/cases_file.h"
 #include "tests/support/test_machine.h"
 
@@ -98,6 +100,30 @@ TEST(Clipboard, GivesWhatALineCanTake) {
         {"\t\x1F\x7F", "\t\x1F\x7F"}};
     for (const auto& [on_clipboard, pasted] : rows)
         EXPECT_EQ(pasted_part(on_clipboard).view(), pasted) << ::testing::PrintToString(on_clipboard);
+}
+
+// --- The disk ---
+
+TEST(Disk, MayBeMissing) {
+    TestMachine t;
+    t.simulator->disk = {};
+    EXPECT_FALSE(open_listing(*t.simulator, "a.bas"));
+    EXPECT_TRUE(load_skin(*t.simulator, "a.bmp")) << "the default skin";
+    EXPECT_EQ(t.messages, (std::vector<std::string>{"SYSTEM 2\x01:[a.bas]", "SYSTEM 2\x01 \"a.bmp\""}));
+}
+
+TEST(Disk, MayHaveFilesOfItsOwn) {
+    TestMachine t;
+    std::string asked;
+    t.simulator->disk = {.read_file = [&asked](const std::string& path, std::size_t limit, FileKind) {
+        asked += path + " ";
+        return FileContents{ReadStatus::READ, limit == LISTING_SIZE_MAX ? "[P0]\n10 A=1\n" : "none"};
+    }};
+    EXPECT_TRUE(open_listing(*t.simulator, "mine/a.bas"));
+    run_host_command(*t.simulator, COMMAND_RELOAD);
+    load_skin(*t.simulator, "dots.bmp");
+    EXPECT_EQ(asked, "mine/a.bas mine/a.bas mine/dots.bmp ");
+    EXPECT_EQ(t.simulator->recent, RecentListings{"mine/a.bas"});
 }
 
 // --- The list of recent listings: its order and its limits ---

@@ -4,9 +4,7 @@
 
 #include "core/machine.h"
 #include "core/variables.h"
-#include "tests/shell/failing_calls.h"
 #include "tests/support/cases_file.h"
-#include "tests/support/temporary_file.h"
 
 #include <gtest/gtest.h>
 
@@ -14,8 +12,6 @@
 #include <random>
 #include <sstream>
 #include <vector>
-
-#include <sys/stat.h>
 
 namespace quillon::testing {
 namespace {
@@ -28,8 +24,6 @@ Bytes image_of(const Machine& m) {
     const ValuesImage image = values_image(m);
     return {image.begin(), image.end()};
 }
-
-std::string text_of(const Bytes& bytes) { return {bytes.begin(), bytes.end()}; }
 
 void put(Bytes& bytes, std::size_t offset, const Bytes& part) {
     std::copy(part.begin(), part.end(), bytes.begin() + static_cast<std::ptrdiff_t>(offset));
@@ -115,54 +109,6 @@ TEST(SavedValues, AnyBytesGiveValuesThatCanBeKept) {
         const Bytes image = image_of(*m);
         ASSERT_TRUE(read_values_image(*m, image) && image_of(*m) == image) << round << ": as they were written";
     }
-}
-
-TEST(SavedValues, LiveInAFile) {
-    const TempFolder folder;
-    const std::string path = folder / "QZ740.val";
-    const auto m = std::make_unique<Machine>(), back = std::make_unique<Machine>();
-    store_string(m->variables[1], "HI");
-    EXPECT_TRUE(write_saved_values(path, *m));
-    store_number(back->variables[7], 7);
-    read_values_image(*back, read_values_file(path));
-    EXPECT_EQ(image_of(*back), image_of(*m));
-    for (const std::size_t size : {std::size_t{0}, 2 * RECORD}) {
-        std::filesystem::resize_file(path, size);
-        EXPECT_TRUE(write_saved_values(path, *back));
-    }
-    EXPECT_EQ(folder.names().size(), 1U) << "nothing was lost";
-    EXPECT_TRUE(read_values_image(*back, read_values_file(folder / "none")));
-    EXPECT_EQ(back->variables[1].kind, CELL_UNASSIGNED);
-}
-
-TEST(SavedValues, KeepsAsideWhatItDoesNotUnderstand) {
-    const TempFolder folder;
-    const std::string path = folder / "QZ740.val", laid_out = text_of(laid_out_by_hand());
-    const auto m = std::make_unique<Machine>();
-    const std::pair<const char*, std::string> foreign[] = {
-        {".bad", laid_out + '\0'}, {".bad1", laid_out.substr(0, 11699) + '\1'}, {".bad2", "A shopping list\n"}};
-    for (const auto& [kept, bytes] : foreign) {
-        put_file(path, bytes);
-        EXPECT_FALSE(read_values_image(*m, read_values_file(path)));
-        EXPECT_TRUE(write_saved_values(path, *m));
-        EXPECT_EQ(get_file(path), text_of(image_of(*m)));
-        EXPECT_EQ(get_file(path + kept), bytes);
-    }
-    EXPECT_TRUE(write_saved_values(path, *m));
-    EXPECT_EQ(folder.names().size(), 4U);
-}
-
-TEST(SavedValues, LeavesAloneWhatItCannotRead) {
-    const TempFolder folder;
-    ::chmod(folder.path.c_str(), 0777);
-    const std::string path = folder / "QZ740.val";
-    EXPECT_FALSE(run_as_a_user([&] {
-        put_file(path, text_of(laid_out_by_hand()));
-        ::chmod(path.c_str(), 0222);
-        return write_saved_values(path, *std::make_unique<Machine>());
-    }));
-    ::chmod(path.c_str(), 0600);
-    EXPECT_EQ(get_file(path), text_of(laid_out_by_hand()));
 }
 
 } // namespace

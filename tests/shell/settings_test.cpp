@@ -129,23 +129,6 @@ TEST(Settings, MayHaveTheLineEndsOfAnySystem) {
     }
 }
 
-TEST(Settings, LiveInAFile) {
-    const TempFolder folder;
-    const std::string path = folder / "QZ740.ini";
-    EXPECT_TRUE(write_settings(path, parse_settings(OTHER_TEXT).settings));
-    EXPECT_EQ(get_file(path), OTHER_TEXT);
-    const std::string foreign("[\0Q\0Z\0S\0]\0\n\0", 12), huge = DEFAULT_TEXT + std::string(std::size_t{1} << 20, ';');
-    std::size_t files = 0;
-    for (const std::string& before : {OTHER_TEXT, foreign, huge}) {
-        ++files;
-        put_file(path, before);
-        EXPECT_TRUE(write_settings(path, {}));
-        EXPECT_EQ(get_file(path), DEFAULT_TEXT);
-        EXPECT_TRUE(files == 1 || get_file(path + (files == 2 ? ".bad" : ".bad1")) == before);
-        EXPECT_EQ(folder.names().size(), files) << "the old one is kept where it is not understood";
-    }
-}
-
 // --- The form of the file: sections, keys, values, and what is none of them (profile.txt) ---
 
 std::string value_of_key(std::string_view text) {

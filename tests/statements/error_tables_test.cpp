@@ -3,9 +3,9 @@
 // themselves, which have every text that is asked for and no other. (Jumps, loops, conditions and PRINT: in their own
 // files. What an INPUT refuses: in print_input_test. Listings and expressions: in core.)
 #include "core/charset.h"
-#include "shell/catalogue.h"
-#include "shell/encoding.h"
+#include "files/catalogue_file.h"
 #include "shell/settings.h"
+#include "shell/utf8.h"
 #include "tests/support/cases_file.h"
 #include "tests/support/evaluation.h"
 #include "tests/support/temporary_file.h"

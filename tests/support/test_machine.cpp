@@ -4,6 +4,7 @@
 
 #include "core/charset.h"
 #include "core/program.h"
+#include "files/host_disk.h"
 #include "shell/commands.h"
 
 #include <sstream>
@@ -42,6 +43,7 @@ std::string numbered(std::string_view text) {
 } // namespace
 
 TestMachine::TestMachine() : simulator(std::make_unique<Simulator>()), m(simulator->machine) {
+    simulator->disk = host_disk();
     simulator->around.catalogue = naming_catalogue();
     simulator->around.host.show_message = [this](const std::string& text, MessageIcon) { messages.push_back(text); };
 }

@@ -12,7 +12,7 @@
 
 namespace quillon::testing {
 
-/// A simulator on the heap with the naming catalogue.
+/// A simulator on the heap with the host's disk and the naming catalogue.
 struct TestMachine {
     TestMachine();
 

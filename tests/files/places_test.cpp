@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Where files are looked for, by what the environment says and what is there (places.txt).
-#include "shell/places.h"
+#include "files/places.h"
 
 #include "tests/support/cases_file.h"
 #include "tests/support/temporary_file.h"
@@ -47,7 +47,7 @@ TEST(Places, AreFoundByTheEnvironmentAndByWhatIsThere) {
     const auto catalogue_of = [&](const FileCase& row) {
         return find_catalogue(environment_of(row.input), "/share/q", working.path);
     };
-    expect_cases("shell/places.txt",
+    expect_cases("files/places.txt",
                  {{"data files", folder_of_data_files}, {"catalogue", catalogue_of}, {"program", places_of_program}});
     put_file(working / "message.ini", "");
     EXPECT_EQ(find_catalogue({.lang = "ja"}, "/share/q", working.path), working / "message.ini");
@@ -105,7 +105,7 @@ TEST(Places, Desktop) {
 
 TEST(Places, OfThisProgram) {
     EXPECT_FALSE(read_environment().home.empty());
-    EXPECT_TRUE(std::filesystem::exists(program_folder() + "/shell_tests")) << program_folder();
+    EXPECT_TRUE(std::filesystem::exists(program_folder() + "/files_tests")) << program_folder();
 }
 
 } // namespace

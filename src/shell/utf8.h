@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Text encodings of files: UTF-8, or Shift-JIS (code page 932).
+// UTF-8, the encoding of all texts that are not the machine's own: its characters, and where a text may be cut.
 #pragma once
 
 #include <cstddef>
-#include <string>
 #include <string_view>
 
 namespace quillon {
@@ -13,11 +12,7 @@ std::size_t utf8_length(std::string_view text, std::size_t i);
 
 bool is_valid_utf8(std::string_view text);
 
-/// Shift-JIS (code page 932) as UTF-8; bytes that are none become "?".
-std::string shift_jis_to_utf8(std::string_view text);
-
 /// The first `limit` bytes of a text, less the bytes of a character that the limit would cut in two.
 std::string_view cut_utf8(std::string_view text, std::size_t limit);
-std::string_view cut_shift_jis(std::string_view text, std::size_t limit);
 
 } // namespace quillon

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Temporary files, and the system calls that move them to their place.
-#include "shell/safe_write.h"
+#include "files/safe_write.h"
 
-#include "shell/system_calls.h"
+#include "files/system_calls.h"
 
 #include <cerrno>
 #include <charconv>

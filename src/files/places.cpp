@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The rules for finding folders: XDG base directories, user directories, locale names.
-#include "shell/places.h"
+#include "files/places.h"
 
-#include "shell/files.h"
+#include "files/file_reading.h"
 #include "shell/profile.h"
 
 #include <algorithm>

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The files of the state: what a fault while reading, another instance or a kill costs.
-#include "shell/state_files.h"
+#include "files/state_files.h"
 
 #include "core/variables.h"
+#include "files/values_file.h"
 #include "shell/commands.h"
-#include "shell/saved_values.h"
 #include "shell/startup.h"
-#include "tests/shell/failing_calls.h"
+#include "tests/files/failing_calls.h"
 #include "tests/support/scripts.h"
 #include "tests/support/temporary_file.h"
 
@@ -18,6 +18,18 @@ namespace quillon::testing {
 namespace {
 
 using Unsaved = std::vector<std::string>;
+
+/// A simulator and its files.
+struct Instance : TestMachine {
+    StateFiles state;
+
+    explicit Instance(const DataFiles& paths) { state.paths = paths; }
+    void begin() {
+        read_state(*simulator, state);
+        start_simulator(*simulator);
+    }
+    Unsaved save() { return save_state(*simulator, state); }
+};
 
 /// A user's folder with the state of an earlier session: volume 3, A = 5, one recent listing.
 struct State : ::testing::Test {
@@ -32,12 +44,10 @@ struct State : ::testing::Test {
             originals.emplace_back(path, get_file(path));
     }
     /// An instance that has started and read the state.
-    TestMachine& instance() {
-        instances.push_back(std::make_unique<TestMachine>());
-        TestMachine& t = *instances.back();
-        t.simulator->files = files;
+    Instance& instance() {
+        Instance& t = *instances.emplace_back(std::make_unique<Instance>(files));
         t.simulator->window.note = [this](const std::string& text) { notes.push_back(text); };
-        start_simulator(*t.simulator);
+        t.begin();
         return t;
     }
     /// A as the file has it.
@@ -51,7 +61,7 @@ struct State : ::testing::Test {
     }
     TempFolder home;
     DataFiles files = find_data_files({.home = home.path}, "/nowhere/bin");
-    std::vector<std::unique_ptr<TestMachine>> instances;
+    std::vector<std::unique_ptr<Instance>> instances;
     std::vector<std::string> notes;
     std::vector<std::pair<std::string, std::string>> originals; ///< path and bytes
 };
@@ -64,9 +74,8 @@ TEST_F(State, IsNeverReplacedWhereItCouldNotBeRead) {
             int faults_of_this_file = 0;
             std::string failed = "open";
             for (int call = 1; !failed.empty(); ++call) {
-                TestMachine& t = *instances.emplace_back(std::make_unique<TestMachine>());
-                t.simulator->files = files;
-                failed = run_with_fault({call, error, false}, [&] { start_simulator(*t.simulator); });
+                Instance& t = *instances.emplace_back(std::make_unique<Instance>(files));
+                failed = run_with_fault({call, error, false}, [&] { t.begin(); });
                 const std::string told = t.messages.empty() ? "" : t.messages[0];
                 if (!told.starts_with("FILES 0\x01\r\n" + path + ": "))
                     continue;
@@ -74,7 +83,7 @@ TEST_F(State, IsNeverReplacedWhereItCouldNotBeRead) {
                 store_number(t.m.variables[0], 77);
                 t.m.settings.run_page = 8;
                 t.simulator->recent = {"/new.bas"};
-                save_state(*t.simulator);
+                t.save();
                 EXPECT_EQ(get_file(path), before) << failed;
                 for (const auto& [other, bytes] : originals)
                     put_file(other, bytes);
@@ -87,54 +96,54 @@ TEST_F(State, IsNeverReplacedWhereItCouldNotBeRead) {
 TEST_F(State, SaysWhatItDoesNotUnderstand) {
     put_file(files.settings, "A shopping list\n");
     put_file(files.saved_values, "Another\n");
-    TestMachine& t = instance();
+    Instance& t = instance();
     EXPECT_EQ(t.messages,
               (std::vector<std::string>{"FILES 1\x01\r\n" + files.settings, "FILES 1\x01\r\n" + files.saved_values}));
-    EXPECT_EQ(save_state(*t.simulator), Unsaved{});
+    EXPECT_EQ(t.save(), Unsaved{});
     EXPECT_EQ(get_file(files.settings + ".bad") + get_file(files.saved_values + ".bad"), "A shopping list\nAnother\n");
 }
 
 TEST_F(State, OfTwoInstancesIsMerged) {
-    TestMachine& first = instance();
-    TestMachine& second = instance();
+    Instance& first = instance();
+    Instance& second = instance();
     first.m.settings.beep_volume = 7;
     first.simulator->recent.insert(first.simulator->recent.begin(), "/first.bas");
     second.m.settings.run_page = 9;
     second.simulator->recent.insert(second.simulator->recent.begin(), "/second.bas");
-    EXPECT_EQ(save_state(*first.simulator), Unsaved{});
-    EXPECT_EQ(save_state(*second.simulator), Unsaved{});
+    EXPECT_EQ(first.save(), Unsaved{});
+    EXPECT_EQ(second.save(), Unsaved{});
     EXPECT_TRUE(saved("BEEPVOLUME= 7"));
     EXPECT_TRUE(saved("RUNPAGE= 9"));
     EXPECT_EQ(get_file(files.recent_listings), "/second.bas\n/old.bas\n/first.bas\n");
-    EXPECT_EQ(save_state(*first.simulator), Unsaved{});
+    EXPECT_EQ(first.save(), Unsaved{});
     EXPECT_TRUE(saved("RUNPAGE= 9")) << "the one that did not change it leaves it";
 }
 
 TEST_F(State, KeepsTheVariablesThatChangedLastAndTheOthersBeside) {
     const std::string beside = files.saved_values + ".other";
-    TestMachine& first = instance();
-    TestMachine& second = instance();
+    Instance& first = instance();
+    Instance& second = instance();
     store_number(first.m.variables[0], 11);
-    EXPECT_EQ(save_state(*first.simulator), Unsaved{});
+    EXPECT_EQ(first.save(), Unsaved{});
     const std::string of_first = get_file(files.saved_values);
-    EXPECT_EQ(save_state(*second.simulator), Unsaved{}) << "it changed nothing";
+    EXPECT_EQ(second.save(), Unsaved{}) << "it changed nothing";
     EXPECT_EQ(saved_a(), 11);
     store_number(second.m.variables[0], 22);
-    EXPECT_EQ(save_state(*second.simulator), Unsaved{});
+    EXPECT_EQ(second.save(), Unsaved{});
     EXPECT_EQ(saved_a(), 22);
     EXPECT_EQ(get_file(beside), of_first);
-    EXPECT_EQ(save_state(*first.simulator), Unsaved{});
+    EXPECT_EQ(first.save(), Unsaved{});
     EXPECT_EQ(saved_a(), 22) << "the first has not changed since";
     EXPECT_EQ(notes, std::vector<std::string>{"FILES 2\x01\r\n" + beside});
 }
 
 TEST_F(State, IsSavedWhileTheProgramRuns) {
-    TestMachine& t = instance();
+    Instance& t = instance();
     Simulator& s = *t.simulator;
     t.m.settings.beep_volume = 4;
     const auto saves = [&](std::int64_t now) {
         store_number(t.m.variables[0], t.m.variables[0].number + 1);
-        save_when_due(s, now);
+        save_when_due(s, t.state, now);
         return saved_a() == t.m.variables[0].number;
     };
     EXPECT_TRUE(saves(100'000));
@@ -151,24 +160,24 @@ TEST_F(State, IsSavedWhileTheProgramRuns) {
 }
 
 TEST_F(State, ThatCannotBeSavedIsNotedOnce) {
-    TestMachine& t = instance();
+    Instance& t = instance();
     std::filesystem::remove(files.settings);
     std::filesystem::create_directory(files.settings);
     t.m.settings.beep_volume = 4;
     for (int i = 1; i <= 3; ++i)
-        save_when_due(*t.simulator, i * 10'000);
+        save_when_due(*t.simulator, t.state, i * 10'000);
     EXPECT_EQ(notes, std::vector<std::string>{files.settings + "\r\n"});
     std::filesystem::remove(files.settings);
-    save_when_due(*t.simulator, 40'000);
+    save_when_due(*t.simulator, t.state, 40'000);
     EXPECT_TRUE(saved("BEEPVOLUME= 4")) << "as soon as it can be";
 }
 
 TEST_F(State, GrowsNoSettingsThatCouldNotBeReadAgain) {
     const std::string settings = "[QZS]\n;" + std::string((1 << 20) - 100, 'x') + "\n";
     put_file(files.settings, settings);
-    TestMachine& t = instance();
+    Instance& t = instance();
     t.m.settings.run_page = 1;
-    EXPECT_EQ(save_state(*t.simulator), Unsaved{files.settings});
+    EXPECT_EQ(t.save(), Unsaved{files.settings});
     EXPECT_EQ(get_file(files.settings), settings);
 }
 

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Whole files or none: after a kill at any system call, after any call that fails, and with several writers at once.
-#include "shell/safe_write.h"
+#include "files/safe_write.h"
 
 #include "core/machine.h"
+#include "files/settings_file.h"
+#include "files/values_file.h"
 #include "shell/saved_values.h"
 #include "shell/settings.h"
-#include "tests/shell/failing_calls.h"
+#include "tests/files/failing_calls.h"
 #include "tests/support/temporary_file.h"
 
 #include <gtest/gtest.h>

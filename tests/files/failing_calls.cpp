@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The functions in the way of the C library's: each counts, and fails when its turn has come.
-#include "tests/shell/failing_calls.h"
+#include "tests/files/failing_calls.h"
 
 #include <gtest/gtest.h>
 

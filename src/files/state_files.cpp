@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Reading, merging and saving the state.
-#include "shell/state_files.h"
+#include "files/state_files.h"
 
 #include "core/errors.h"
-#include "shell/files.h"
-#include "shell/paths.h"
-#include "shell/safe_write.h"
+#include "files/file_reading.h"
+#include "files/safe_write.h"
+#include "files/settings_file.h"
+#include "files/values_file.h"
 #include "shell/saved_values.h"
 #include "shell/simulator.h"
 #include "shell/startup.h"
@@ -16,7 +17,7 @@
 namespace quillon {
 namespace {
 
-constexpr std::size_t TEXT_FILE_MAX = std::size_t{1} << 20;
+constexpr std::size_t RECENT_FILE_MAX = std::size_t{1} << 20;
 
 constexpr MessageId FILE_NOT_READ{"FILES", 0};
 constexpr MessageId FILE_NOT_UNDERSTOOD{"FILES", 1};
@@ -40,10 +41,10 @@ bool warn_of_file(const Simulator& s, const std::string& path, const FileContent
     return is_unread;
 }
 
-void read_settings_file(Simulator& s) {
-    const FileContents file = read_file(s.files.settings, TEXT_FILE_MAX);
+void read_settings_file(Simulator& s, StateFiles& state) {
+    const FileContents file = read_file(state.paths.settings, SETTINGS_FILE_MAX);
     const bool is_whole = file.status == ReadStatus::READ;
-    s.state.settings_unread = warn_of_file(s, s.files.settings, file, holds_settings(file.bytes));
+    state.settings_unread = warn_of_file(s, state.paths.settings, file, holds_settings(file.bytes));
     use_settings(s, parse_settings(is_whole ? file.bytes : ""));
 }
 
@@ -52,17 +53,17 @@ std::string values_bytes(const Machine& m) {
     return {reinterpret_cast<const char*>(image.data()), image.size()};
 }
 
-void read_variables(Simulator& s) {
-    FileContents file = read_values_file(s.files.saved_values);
+void read_variables(Simulator& s, StateFiles& state) {
+    FileContents file = read_values_file(state.paths.saved_values);
     const bool is_understood = read_values_image(s.machine, file);
-    s.state.values_unread = warn_of_file(s, s.files.saved_values, file, is_understood);
-    s.state.values = std::move(file.bytes);
-    s.state.our_values = values_bytes(s.machine);
+    state.values_unread = warn_of_file(s, state.paths.saved_values, file, is_understood);
+    state.values = std::move(file.bytes);
+    state.our_values = values_bytes(s.machine);
 }
 
-void read_recent(Simulator& s) {
-    const FileContents file = read_file(s.files.recent_listings, TEXT_FILE_MAX);
-    s.state.recent_unread = warn_of_file(s, s.files.recent_listings, file, true);
+void read_recent(Simulator& s, StateFiles& state) {
+    const FileContents file = read_file(state.paths.recent_listings, RECENT_FILE_MAX);
+    state.recent_unread = warn_of_file(s, state.paths.recent_listings, file, true);
     s.recent = parse_recent_listings(file.bytes);
 }
 
@@ -72,13 +73,12 @@ StoredSettings settings_to_save(const Simulator& s) {
     return settings;
 }
 
-bool save_settings(Simulator& s) {
-    StateFiles& state = s.state;
-    const std::string& path = s.files.settings;
+bool save_settings(const Simulator& s, StateFiles& state) {
+    const std::string& path = state.paths.settings;
     if (state.settings_unread)
         return true;
     const StoredSettings ours = settings_to_save(s);
-    const FileContents file = read_file(path, TEXT_FILE_MAX);
+    const FileContents file = read_file(path, SETTINGS_FILE_MAX);
     const bool has_settings = file.status == ReadStatus::READ && !file.bytes.empty() && holds_settings(file.bytes);
     const StoredSettings merged =
         has_settings ? merge_settings(parse_settings(file.bytes).settings, ours, state.settings) : ours;
@@ -89,8 +89,7 @@ bool save_settings(Simulator& s) {
 }
 
 /// False when that cannot be.
-bool keep_values_of_another(const Simulator& s, const std::string& theirs) {
-    const std::string beside = s.files.saved_values + ".other";
+bool keep_values_of_another(const Simulator& s, const std::string& beside, const std::string& theirs) {
     if (!safe_write(beside, theirs))
         return false;
     s.window.note(file_message(s, FILE_OF_ANOTHER, beside));
@@ -99,15 +98,14 @@ bool keep_values_of_another(const Simulator& s, const std::string& theirs) {
 
 /// Where another instance has saved its variables meanwhile, those that were changed last replace the others, which are
 /// kept.
-bool save_values(Simulator& s) {
-    StateFiles& state = s.state;
-    const std::string& path = s.files.saved_values;
+bool save_values(const Simulator& s, StateFiles& state) {
+    const std::string& path = state.paths.saved_values;
     const FileContents file = read_values_file(path);
     const std::string ours = values_bytes(s.machine);
     const bool another_has_saved = file.status == ReadStatus::READ && file.bytes != state.values;
     if (state.values_unread || (another_has_saved && ours == state.our_values))
         return true;
-    if (another_has_saved && !keep_values_of_another(s, file.bytes))
+    if (another_has_saved && !keep_values_of_another(s, path + ".other", file.bytes))
         return false;
     if (ours != file.bytes && !write_saved_values(path, s.machine))
         return false;
@@ -121,79 +119,77 @@ bool contains(const RecentListings& listings, const std::string& listing) {
 }
 
 /// Ours stand before those that another instance has put there meanwhile.
-bool save_recent(Simulator& s) {
-    StateFiles& state = s.state;
-    const std::string& path = s.files.recent_listings;
+bool save_recent(Simulator& s, StateFiles& state) {
+    const std::string& path = state.paths.recent_listings;
     if (state.recent_unread)
         return true;
-    const FileContents file = read_file(path, TEXT_FILE_MAX);
+    const FileContents file = read_file(path, RECENT_FILE_MAX);
     for (const std::string& listing : parse_recent_listings(file.bytes)) {
         const bool is_anothers = !contains(s.recent, listing) && !contains(state.recent, listing);
         if (is_anothers && s.recent.size() < RECENT_LISTINGS_MAX)
             s.recent.push_back(listing);
     }
     const bool is_same = file.status == ReadStatus::READ && recent_listings_text(s.recent) == file.bytes;
-    if (!is_same && (file.status == ReadStatus::UNREADABLE || !write_recent_listings(path, s.recent)))
+    if (!is_same && (file.status == ReadStatus::UNREADABLE || !safe_write(path, recent_listings_text(s.recent))))
         return false;
     state.recent = s.recent;
     return true;
 }
 
-bool has_changed(Simulator& s) {
-    return values_bytes(s.machine) != s.state.our_values || s.recent != s.state.recent ||
-           settings_text(settings_to_save(s)) != settings_text(s.state.settings);
+bool has_changed(const Simulator& s, const StateFiles& state) {
+    return values_bytes(s.machine) != state.our_values || s.recent != state.recent ||
+           settings_text(settings_to_save(s)) != settings_text(state.settings);
 }
 
-bool is_save_due(Simulator& s, std::int64_t now) {
+bool is_save_due(const Simulator& s, StateFiles& state, std::int64_t now) {
     constexpr std::int64_t STANDING = 5'000;
     constexpr std::int64_t RUNNING = 60'000;
-    StateFiles& state = s.state;
     const bool is_another_listing = state.listing != s.preferences.last_file;
     const std::int64_t interval = s.machine.run.run_state == STATE_RUN ? RUNNING : STANDING;
     if (!is_another_listing && now - state.looked_at < interval)
         return false;
     state.looked_at = now;
-    return is_another_listing || has_changed(s);
+    return is_another_listing || has_changed(s, state);
 }
 
 } // namespace
 
-void read_state(Simulator& s) {
-    if (!s.files.folder.empty())
-        remove_leftovers(s.files.folder);
-    if (!s.files.settings.empty())
-        read_settings_file(s);
-    if (!s.files.saved_values.empty())
-        read_variables(s);
-    if (!s.files.recent_listings.empty())
-        read_recent(s);
-    s.state.settings = collect_settings(s.machine, s.preferences);
-    s.state.recent = s.recent;
-    s.state.listing = s.preferences.last_file;
+void read_state(Simulator& s, StateFiles& state) {
+    if (!state.paths.folder.empty())
+        remove_leftovers(state.paths.folder);
+    if (!state.paths.settings.empty())
+        read_settings_file(s, state);
+    if (!state.paths.saved_values.empty())
+        read_variables(s, state);
+    if (!state.paths.recent_listings.empty())
+        read_recent(s, state);
+    state.settings = collect_settings(s.machine, s.preferences);
+    state.recent = s.recent;
+    state.listing = s.preferences.last_file;
 }
 
-std::vector<std::string> save_state(Simulator& s) {
-    if (s.files.settings.empty())
+std::vector<std::string> save_state(Simulator& s, StateFiles& state) {
+    if (state.paths.settings.empty())
         return {};
-    create_folder(s.files.folder);
+    create_folder(state.paths.folder);
     std::vector<std::string> unsaved;
-    if (!save_settings(s))
-        unsaved.push_back(s.files.settings);
-    if (!save_values(s))
-        unsaved.push_back(s.files.saved_values);
-    if (!save_recent(s))
-        unsaved.push_back(s.files.recent_listings);
-    s.state.listing = s.preferences.last_file;
+    if (!save_settings(s, state))
+        unsaved.push_back(state.paths.settings);
+    if (!save_values(s, state))
+        unsaved.push_back(state.paths.saved_values);
+    if (!save_recent(s, state))
+        unsaved.push_back(state.paths.recent_listings);
+    state.listing = s.preferences.last_file;
     return unsaved;
 }
 
-void save_when_due(Simulator& s, std::int64_t now) {
-    if (!is_save_due(s, now))
+void save_when_due(Simulator& s, StateFiles& state, std::int64_t now) {
+    if (!is_save_due(s, state, now))
         return;
-    const std::vector<std::string> unsaved = save_state(s);
-    if (!unsaved.empty() && !s.state.trouble_noted)
+    const std::vector<std::string> unsaved = save_state(s, state);
+    if (!unsaved.empty() && !state.trouble_noted)
         s.window.note(unsaved_text(s, unsaved));
-    s.state.trouble_noted = !unsaved.empty();
+    state.trouble_noted = !unsaved.empty();
 }
 
 std::int64_t steady_milliseconds() {

@@ -3,6 +3,7 @@
 // `quillon-cli run`.
 #include "shell/startup.h"
 
+#include "files/state_files.h"
 #include "keys/soft_keyboard.h"
 #include "shell/commands.h"
 #include "shell/saved_values.h"
@@ -17,6 +18,16 @@
 namespace quillon::testing {
 namespace {
 
+/// A simulator and its files.
+struct Instance : TestMachine {
+    StateFiles state;
+};
+
+std::vector<std::string> shut_down(Instance& t) {
+    shut_down_simulator(*t.simulator);
+    return save_state(*t.simulator, t.state);
+}
+
 /// A person's folders, and simulators that start in them.
 struct Startup : ::testing::Test {
     TempFolder home;
@@ -24,10 +35,10 @@ struct Startup : ::testing::Test {
     std::string listing = home / "last.bas";
     std::string order; ///< what the host and the window were asked for
 
-    TestMachine& start(const std::string& named = "") {
-        runs.push_back(std::make_unique<TestMachine>());
-        TestMachine& t = *runs.back();
-        t.simulator->files = files;
+    Instance& start(const std::string& named = "") {
+        runs.push_back(std::make_unique<Instance>());
+        Instance& t = *runs.back();
+        t.state.paths = files;
         t.simulator->around.host.milliseconds = [] { return 99U; };
         t.simulator->around.host.show_message = [this](const std::string& text, MessageIcon) {
             order += text.substr(0, text.find('\x01')) + "|";
@@ -35,6 +46,7 @@ struct Startup : ::testing::Test {
         t.simulator->around.host.stop_tone = [this] { order += "stop-tone|"; };
         t.simulator->window.toggle_soft_keyboard = [this, &t] { order += t.m.soft.soft_open ? "open|" : "close|"; };
         order.clear();
+        read_state(*t.simulator, t.state);
         EXPECT_TRUE(start_simulator(*t.simulator, named));
         return t;
     }
@@ -45,37 +57,38 @@ struct Startup : ::testing::Test {
     [[nodiscard]] bool saved(const std::string& line) const {
         return get_file(files.settings).find("\n" + line + "\n") != std::string::npos;
     }
-    std::vector<std::unique_ptr<TestMachine>> runs;
+    std::vector<std::unique_ptr<Instance>> runs;
 };
 
 TEST_F(Startup, WithoutFilesIsThePowerOnState) {
-    TestMachine& t = start();
+    Instance& t = start();
     EXPECT_EQ(order, "");
     EXPECT_EQ(home.names(), std::set<std::string>{}) << "a start writes nothing";
     EXPECT_EQ(t.m.run.run_state, STATE_SELECT);
     EXPECT_EQ(lit_indicators(t.simulator->lcd), (std::vector<std::string_view>{"WRT", "DEG"})) << "it is drawn";
     t.tick();
     EXPECT_EQ(t.visible(), "P  123456789");
-    shut_down_simulator(*t.simulator);
+    shut_down(t);
     EXPECT_EQ(get_file(files.saved_values).size(), 11700U);
     EXPECT_TRUE(get_file(files.settings).starts_with("[QZS]\nEDITOR = \"notepad.exe\"\nLASTFILE = \"\"\n"));
     std::filesystem::remove_all(home / ".config");
     put_file(home / ".config", "a file where a folder should be");
-    const auto unsaved = shut_down_simulator(*t.simulator);
+    const auto unsaved = shut_down(t);
     EXPECT_EQ(unsaved, (std::vector{files.settings, files.saved_values, files.recent_listings}));
     t.simulator->around.catalogue.sections["SAVE"][0] = "Lost:\r\n";
     EXPECT_EQ(unsaved_text(*t.simulator, {"a", "b"}), "Lost:\r\na\r\nb\r\n");
     EXPECT_EQ(order, "") << "how it is told is for the caller to say";
-    TestMachine without_files;
+    Instance without_files;
+    read_state(*without_files.simulator, without_files.state);
     EXPECT_TRUE(start_simulator(*without_files.simulator));
-    shut_down_simulator(*without_files.simulator);
+    shut_down(without_files);
     EXPECT_EQ(home.names(), std::set<std::string>{".config"});
 }
 
 TEST_F(Startup, KeepsStateToTheNextRun) {
     const std::string dollar(30, 'D');
     put_file(listing, "[P0]\n10 A=1/3:B$=\"TEXT\":$=\"" + dollar + "\":Z(196)=-5\n20 END\n[P7]\n10 A=7\n");
-    TestMachine& first = start();
+    Instance& first = start();
     EXPECT_TRUE(open_listing(*first.simulator, listing));
     run_host_command(*first.simulator, COMMAND_RUN);
     first.wait();
@@ -85,9 +98,9 @@ TEST_F(Startup, KeepsStateToTheNextRun) {
     first.m.settings.set_f_digits = 4;
     first.simulator->preferences.pal_on = 0x123456;
     const ValuesImage kept = values_image(first.m);
-    shut_down_simulator(*first.simulator);
+    shut_down(first);
 
-    TestMachine& second = start();
+    Instance& second = start();
     EXPECT_EQ(order, "open|");
     EXPECT_EQ(second.simulator->recent, RecentListings{listing});
     EXPECT_EQ(window_title(*second.simulator), "Quillon Simulator. [last.bas]");
@@ -116,21 +129,21 @@ TEST_F(Startup, GoesByItsOrderAndSoDoesTheEnd) {
     EXPECT_EQ(order, "FILES 0|") << "nothing waits for what may come through a pipe";
     std::filesystem::remove(files.settings);
     put_settings("TIMER=0\nRUNPAGE=10\nSTARTMODE=1\nSOFTKEY=1\nLASTFILE=\"" + listing + "\"\n");
-    TestMachine& t = start();
+    Instance& t = start();
     EXPECT_EQ(order, "INI 0|INI 1|SYSTEM 20|open|");
     t.tick();
     EXPECT_EQ(moment(t), "run 17 8 [READY P0]") << "the start goes on";
     t.start("BEEPS 4,9,1000\nEND");
     t.tick();
     order.clear();
-    shut_down_simulator(*t.simulator);
+    shut_down(t);
     EXPECT_NE(order.find("stop-tone|"), std::string::npos) << order;
     EXPECT_FALSE(t.m.soft.soft_open);
     EXPECT_TRUE(saved("SOFTKEY= 1")) << "it was open at the end";
     EXPECT_TRUE(saved("STARTMODE= 1"));
-    TestMachine& next = start();
+    Instance& next = start();
     run_host_command(*next.simulator, COMMAND_SOFT_KEYBOARD);
-    shut_down_simulator(*next.simulator);
+    shut_down(next);
     EXPECT_TRUE(saved("SOFTKEY= 0"));
 }
 
@@ -153,13 +166,13 @@ TEST_F(Startup, GoesOnWithoutAListing) {
                 put_file(listing, row.text);
             const std::string old = on_command_line ? home / "old.bas" : listing;
             put_settings("LASTFILE=\"" + old + "\"\n");
-            TestMachine& t = start(on_command_line ? listing : "");
+            Instance& t = start(on_command_line ? listing : "");
             Simulator& s = *t.simulator;
             EXPECT_EQ(order, row.message) << "and nothing of a listing that is not asked for";
             EXPECT_TRUE(t.m.listing->text.empty());
             EXPECT_EQ(s.lcd.skin.width, 512);
             EXPECT_EQ(window_title(s), row.is_named ? "Quillon Simulator. [last.bas]" : "Quillon Simulator.");
-            shut_down_simulator(s);
+            shut_down(t);
             EXPECT_TRUE(saved("LASTFILE = \"" + (row.is_named ? listing : old) + "\""));
             run_host_command(s, COMMAND_RELOAD);
             EXPECT_EQ(order, row.message + row.message);
@@ -169,7 +182,7 @@ TEST_F(Startup, GoesOnWithoutAListing) {
             run_host_command(s, COMMAND_RELOAD);
             EXPECT_EQ(order, row.message + row.message) << "mended";
             EXPECT_FALSE(t.m.listing->text.empty());
-            shut_down_simulator(s);
+            shut_down(t);
             EXPECT_TRUE(saved("LASTFILE = \"" + listing + "\""));
         }
     }
@@ -182,7 +195,7 @@ TEST_F(Startup, KeepsWholePaths) {
     const std::string real = std::filesystem::current_path() / "bas/t.bas";
     put_file("bas/t.bas", "[P0]\n10 A=1\n");
     for (const char* name : {"bas/t.bas", "./bas/./t.bas"}) {
-        TestMachine& t = start(name);
+        Instance& t = start(name);
         EXPECT_EQ(t.simulator->preferences.last_file, real);
         EXPECT_TRUE(open_listing(*t.simulator, name));
         EXPECT_EQ(t.simulator->recent, RecentListings{real});
@@ -191,7 +204,7 @@ TEST_F(Startup, KeepsWholePaths) {
 }
 
 TEST_F(Startup, SaysThatThereIsNothingToReload) {
-    TestMachine& t = start();
+    Instance& t = start();
     run_host_command(*t.simulator, COMMAND_RELOAD);
     EXPECT_EQ(order, "SYSTEM 3|");
 }

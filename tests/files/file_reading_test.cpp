@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Reading files: what is read, what is missing and what is there but cannot be read, through any fault and
 // interruption; listings in files.
-#include "shell/files.h"
+#include "files/file_reading.h"
 
 #include "core/errors.h"
 #include "core/fields.h"
 #include "shell/listing_file.h"
-#include "tests/shell/failing_calls.h"
+#include "tests/files/failing_calls.h"
 #include "tests/support/evaluation.h"
 #include "tests/support/temporary_file.h"
 #include "tests/support/test_machine.h"
@@ -77,6 +77,10 @@ TEST(Files, AreToldByWhatTheyAre) {
 
 // --- Listings ---
 
+LoadResult load_from(Machine& m, const std::string& path, FileKind kind = FileKind::ANY) {
+    return load_listing(m, path, read_file(path, LISTING_SIZE_MAX, kind)).result;
+}
+
 TEST(ListingFile, ThatCannotBeReadChangesNothing) {
     const TempFolder folder;
     const std::string plain = folder / "plain.txt", huge = folder / "huge.txt";
@@ -93,7 +97,7 @@ TEST(ListingFile, ThatCannotBeReadChangesNothing) {
     for (const std::string& path :
          {folder.path, folder / "missing", plain + "/below", std::string(), std::string("/proc/self/mem"),
           std::string(5000, 'x'), huge, std::string("/dev/zero")}) {
-        EXPECT_EQ(load_listing(machine.m, path).result, LoadResult::UNREADABLE) << path;
+        EXPECT_EQ(load_from(machine.m, path), LoadResult::UNREADABLE) << path;
         const bool too_large = path == huge || path == "/dev/zero";
         const std::string expected = too_large ? "SYSTEM 1" : "SYSTEM 2:[" + path.substr(0, 1000);
         EXPECT_EQ(system_message_of(machine.m).substr(0, expected.size()), expected);
@@ -102,8 +106,8 @@ TEST(ListingFile, ThatCannotBeReadChangesNothing) {
         EXPECT_EQ(machine.m.listing->areas[0].lines.size(), 1U) << path;
     }
     std::filesystem::resize_file(huge, LISTING_SIZE_MAX);
-    EXPECT_EQ(load_listing(machine.m, huge).result, LoadResult::LOADED);
-    EXPECT_EQ(load_listing(machine.m, plain).result, LoadResult::LOADED);
+    EXPECT_EQ(load_from(machine.m, huge), LoadResult::LOADED);
+    EXPECT_EQ(load_from(machine.m, plain), LoadResult::LOADED);
     EXPECT_EQ(machine.m.listing->areas[1].lines.size(), 1U);
 }
 
@@ -112,13 +116,13 @@ TEST(ListingFile, MayBeAPipeForThoseWhoWait) {
     const std::string path = folder / "pipe";
     ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
     TestMachine machine;
-    EXPECT_EQ(load_listing(machine.m, path, FileKind::ORDINARY).result, LoadResult::UNREADABLE);
+    EXPECT_EQ(load_from(machine.m, path, FileKind::ORDINARY), LoadResult::UNREADABLE);
     std::thread writer([&path] {
         std::ofstream pipe(path, std::ios::binary);
         pipe << "[P0]\n10 A\n#" << std::flush;
         pipe << std::string(300000, '.') << "\n20 B";
     });
-    EXPECT_EQ(load_listing(machine.m, path).result, LoadResult::LOADED);
+    EXPECT_EQ(load_from(machine.m, path), LoadResult::LOADED);
     writer.join();
     EXPECT_EQ(machine.m.listing->areas[0].lines.size(), 2U);
 }

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Snapshots and dumps.
-#include "shell/file_services.h"
+#include "files/file_services.h"
 
 #include "core/errors.h"
-#include "shell/paths.h"
-#include "shell/places.h"
-#include "shell/safe_write.h"
+#include "files/host_disk.h"
+#include "files/places.h"
 #include "shell/saved_values.h"
 #include "shell/simulator.h"
 #include "shell/snapshot.h"
@@ -63,6 +62,17 @@ void dump(const Simulator& s) {
 }
 
 } // namespace
+
+NewFile take_snapshot(const Canvas& canvas, const std::string& folder, std::string& path) {
+    constexpr int NUMBERS = 256;
+    std::vector<std::string> names;
+    for (int n = 0; n < NUMBERS; ++n) {
+        char name[32];
+        std::snprintf(name, sizeof name, "/qzsnap_%03d.bmp", n);
+        names.push_back(folder + name);
+    }
+    return write_new_file(names, snapshot_bitmap(canvas), &path);
+}
 
 void use_file_services(Simulator& s) {
     s.around.host.take_snapshot = [&s] { snapshot(s); };

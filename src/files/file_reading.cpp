@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Reading whole files.
-#include "shell/files.h"
+#include "files/file_reading.h"
 
-#include "shell/system_calls.h"
+#include "files/system_calls.h"
 
 #include <algorithm>
 #include <cerrno>
