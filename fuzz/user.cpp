@@ -2,11 +2,9 @@
 // The things that a person can do, and how they are chosen.
 #include "fuzz/user.h"
 
+#include "core/controls.h"
 #include "core/invariants.h"
 #include "core/keywords.h"
-#include "keys/key_map.h"
-#include "keys/lcd_click.h"
-#include "keys/soft_keyboard.h"
 #include "keys/soft_keys.h"
 #include "keys/virtual_keys.h"
 #include "shell/clipboard.h"
@@ -20,15 +18,13 @@
 namespace quillon::fuzz {
 namespace {
 
-constexpr int ENTER_KEY = 13;
-
 void strike(Simulator& s, KeyEvent event) {
     push_key_event(s.keys, event);
     event.kind = KeyEvent::Kind::UP;
     push_key_event(s.keys, event);
 }
 
-void press_exe(Simulator& s, Choices&) { strike(s, {.key = ENTER_KEY}); }
+void press_exe(Simulator& s, Choices&) { strike(s, {.key = VK_ENTER}); }
 
 void press_key(Simulator& s, Choices& choices) {
     const int modifiers = choices.below(16);
@@ -43,7 +39,7 @@ void press_digit(Simulator& s, Choices& choices) { strike(s, {.key = '0' + choic
 void press_clear(Simulator& s, Choices&) { strike(s, {.key = VK_HOME}); }
 
 void press_editing_key(Simulator& s, Choices& choices) {
-    constexpr int KEYS[] = {8, 35, 36, 37, 38, 39, 40, 45, 46};
+    constexpr int KEYS[] = {VK_BACKSPACE, VK_END, VK_HOME, VK_LEFT, VK_UP, VK_RIGHT, VK_DOWN, VK_INSERT, VK_DELETE};
     strike(s, {.key = KEYS[choices.below(static_cast<int>(std::size(KEYS)))]});
 }
 
@@ -54,8 +50,7 @@ void type_character(Simulator& s, Choices& choices) {
 
 void type_word(Simulator& s, Choices& choices) {
     const auto words = vocabulary();
-    s.machine.keys.key_string = words[static_cast<std::size_t>(choices.below(static_cast<int>(words.size())))].spelling;
-    s.machine.keys.held_key = 0;
+    set_pending_key(s.machine, words[static_cast<std::size_t>(choices.below(static_cast<int>(words.size())))].spelling);
 }
 
 void let_go(Simulator& s, Choices&) {
@@ -79,7 +74,9 @@ void click(Simulator& s, Choices& choices) {
 
 void run_program(Simulator& s, Choices&) { run_host_command(s, COMMAND_RUN); }
 
-void give_command(Simulator& s, Choices& choices) { run_host_command(s, COMMAND_OPEN + choices.below(49)); }
+void give_command(Simulator& s, Choices& choices) {
+    run_host_command(s, HOST_COMMAND_FIRST + choices.below(HOST_COMMAND_COUNT));
+}
 
 constexpr void (*ACTIONS[])(Simulator&, Choices&) = {
     press_exe, press_exe, press_exe,      press_key,        press_key, press_digit, press_editing_key, type_character,

@@ -3,6 +3,7 @@
 #include "desktop/main_window.h"
 
 #include "core/charset.h"
+#include "core/setting_ranges.h"
 #include "desktop/about_dialog.h"
 #include "desktop/catalogue_text.h"
 #include "desktop/configuration_dialog.h"
@@ -10,7 +11,6 @@
 #include "desktop/error_detail_dialog.h"
 #include "desktop/plain_text.h"
 #include "desktop/window_places.h"
-#include "keys/key_map.h"
 #include "shell/clipboard.h"
 #include "shell/commands.h"
 #include "shell/file_services.h"
@@ -135,9 +135,8 @@ void MainWindow::refresh() {
         return;
     const Machine& m = simulator.machine;
     setWindowTitle(QString::fromLocal8Bit(window_title(simulator)));
-    checks[COMMAND_ASCII_MODE]->setChecked(m.settings.ascii_mode);
-    checks[COMMAND_OVERDRIVE]->setChecked(m.speed.overdrive);
-    checks[COMMAND_SOFT_KEYBOARD]->setChecked(m.soft.soft_open);
+    for (const auto& [command, action] : checks)
+        action->setChecked(find_host_command(command)->is_on(m));
     lcd->refresh();
     windows.follow_machine();
     if (ticker.is_armed())
@@ -264,7 +263,7 @@ bool MainWindow::take_window_key(const QKeyEvent& event) {
 }
 
 void MainWindow::change_zoom(int zoom) {
-    simulator.machine.settings.zoom = std::clamp(zoom, 1, ZOOM_MAX);
+    simulator.machine.settings.zoom = std::clamp(zoom, SettingRanges::zoom.lowest, SettingRanges::zoom.highest);
     resize_to_zoom();
 }
 

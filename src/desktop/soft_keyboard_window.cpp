@@ -2,6 +2,7 @@
 // Drawing the soft keyboard, and the mouse on it.
 #include "desktop/soft_keyboard_window.h"
 
+#include "core/controls.h"
 #include "desktop/menus.h"
 #include "desktop/pictures.h"
 #include "desktop/window_places.h"

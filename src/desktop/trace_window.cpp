@@ -2,6 +2,7 @@
 // Composing and filling the trace windows.
 #include "desktop/trace_window.h"
 
+#include "core/controls.h"
 #include "desktop/catalogue_text.h"
 #include "desktop/plain_text.h"
 #include "desktop/window_places.h"
@@ -260,10 +261,10 @@ void TraceWindow::done(int result) {
 
 bool TraceWindow::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonRelease)
-        machine.trace.trace_step_request = true;
+        take_step(machine);
     return QDialog::eventFilter(watched, event);
 }
 
-void TraceWindow::mouseReleaseEvent(QMouseEvent*) { machine.trace.trace_step_request = true; }
+void TraceWindow::mouseReleaseEvent(QMouseEvent*) { take_step(machine); }
 
 } // namespace quillon

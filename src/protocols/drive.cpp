@@ -2,9 +2,8 @@
 // The commands of the driving protocol.
 #include "protocols/drive.h"
 
-#include "keys/key_map.h"
-#include "keys/lcd_click.h"
-#include "keys/soft_keyboard.h"
+#include "core/controls.h"
+#include "keys/virtual_keys.h"
 #include "protocols/drive_state.h"
 #include "shell/catalogue.h"
 #include "shell/clipboard.h"
@@ -203,19 +202,10 @@ Refusal do_set(DriveSession& session, std::string_view argument, Json&) {
     return {};
 }
 
-template <HostCommand Command>
-Refusal do_command(DriveSession& session, std::string_view argument, Json&) {
-    if (argument.empty())
-        run_host_command(*session.simulator, Command);
-    return refuse_argument(argument);
-}
-
 Refusal do_host(DriveSession& session, std::string_view argument, Json&) {
-    constexpr int COMMAND_FIRST = 40001;
-    constexpr int COMMAND_LAST = 40049;
-    const auto number = parse_number(argument, COMMAND_FIRST, COMMAND_LAST);
+    const auto number = parse_number(argument, HOST_COMMAND_FIRST, HOST_COMMAND_LAST);
     if (!number)
-        return number_refusal("A command", COMMAND_FIRST, COMMAND_LAST);
+        return number_refusal("A command", HOST_COMMAND_FIRST, HOST_COMMAND_LAST);
     run_host_command(*session.simulator, static_cast<int>(*number));
     return {};
 }
@@ -308,8 +298,7 @@ Refusal do_key(DriveSession& session, std::string_view argument, Json&) {
             return "Give 1 to 15 bytes, two hexadecimal digits each.";
         keys.push_back(static_cast<char>(byte));
     }
-    session.simulator->machine.keys.key_string = std::string_view(keys.c_str()); // a byte 00 ends the text
-    session.simulator->machine.keys.held_key = 0;
+    set_pending_key(session.simulator->machine, keys.c_str()); // a byte 00 ends the text
     return {};
 }
 
@@ -334,15 +323,15 @@ Refusal do_wait(DriveSession& session, std::string_view argument, Json& answer) 
     return {};
 }
 
-void press_exe(DriveSession& session) {
-    session.simulator->machine.keys.enter_request = true;
+void tick_with_exe(DriveSession& session) {
+    press_exe(session.simulator->machine);
     tick(session);
 }
 
 Refusal do_exe(DriveSession& session, std::string_view argument, Json&) {
     if (!argument.empty())
         return refuse_argument(argument);
-    press_exe(session);
+    tick_with_exe(session);
     return {};
 }
 
@@ -350,9 +339,9 @@ Refusal do_exe(DriveSession& session, std::string_view argument, Json&) {
 void type_bytes(DriveSession& session, std::string_view bytes) {
     Machine& m = session.simulator->machine;
     for (const char c : bytes) {
-        m.keys.key_string.assign({&c, 1});
+        set_pending_key(m, {&c, 1}, m.keys.held_key);
         tick(session);
-        m.keys.key_string.clear();
+        set_pending_key(m, {}, m.keys.held_key);
         tick(session);
     }
 }
@@ -369,12 +358,10 @@ bool waits_for_first_key(const Machine& m) {
 
 /// A key with this character goes down, and comes up after a tick.
 void press_character(DriveSession& session, std::string_view character) {
-    constexpr int HELD_CODE = 256; // no virtual key's
-    session.simulator->machine.keys.key_string = character;
-    session.simulator->machine.keys.held_key = HELD_CODE;
-    set_key_down(session, HELD_CODE, true);
+    set_pending_key(session.simulator->machine, character, CHARACTER_KEY_BASE);
+    set_key_down(session, CHARACTER_KEY_BASE, true);
     tick(session);
-    set_key_down(session, HELD_CODE, false);
+    set_key_down(session, CHARACTER_KEY_BASE, false);
     tick(session);
 }
 
@@ -387,7 +374,7 @@ Refusal do_enter(DriveSession& session, std::string_view argument, Json&) {
         argument.remove_prefix(1);
     }
     type_bytes(session, argument);
-    press_exe(session);
+    tick_with_exe(session);
     return {};
 }
 
@@ -478,7 +465,6 @@ Refusal do_quit(DriveSession& session, std::string_view argument, Json&) {
 constexpr DriveCommand COMMANDS[] = {
     {"new", do_new},         {"catalogue", do_catalogue}, {"load", do_load},
     {"set", do_set},         {"page", do_page},           {"host", do_host},
-    {"run", do_command<COMMAND_RUN>}, {"stop", do_command<COMMAND_STOP>}, {"command", do_command<COMMAND_LINE>},
     {"hold", do_hold},       {"unhold", do_unhold},       {"press", do_press},
     {"repeat", do_repeat},   {"altpress", do_altpress},   {"release", do_release},
     {"key", do_key},         {"type", do_type},           {"soft", do_soft},
@@ -489,12 +475,23 @@ constexpr DriveCommand COMMANDS[] = {
 };
 // clang-format on
 
+/// A host command that has a word of its own here.
+Refusal give_command(DriveSession& session, HostCommand command, std::string_view argument) {
+    if (argument.empty())
+        run_host_command(*session.simulator, command);
+    return refuse_argument(argument);
+}
+
 Refusal carry_out(DriveSession& session, std::string_view line, Json& answer) {
     std::string_view argument = line;
     const std::string_view name = take_word(argument);
     for (const DriveCommand& command : COMMANDS) {
         if (command.name == name)
             return command.carry_out(session, argument, answer);
+    }
+    for (const HostCommandRow& row : host_commands()) {
+        if (row.script == name && !name.empty())
+            return give_command(session, row.number, argument);
     }
     return "There is no such command.";
 }

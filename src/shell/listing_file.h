@@ -2,7 +2,7 @@
 // Listings in files.
 #pragma once
 
-#include "core/program.h"
+#include "core/controls.h"
 #include "shell/files.h"
 
 #include <string>

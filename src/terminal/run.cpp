@@ -3,10 +3,10 @@
 #include "terminal/run.h"
 
 #include "core/charset.h"
+#include "core/controls.h"
 #include "core/errors.h"
 #include "core/program.h"
 #include "core/run_control.h"
-#include "driver/tick.h"
 #include "protocols/shown_lines.h"
 #include "shell/commands.h"
 #include "shell/listing_file.h"
@@ -151,10 +151,10 @@ struct FedKeys {
 
 void feed_key(FedKeys& fed, Machine& m) {
     if (fed.keys.empty())
-        return m.keys.key_string.clear();
+        return clear_key(m);
     fed.index += fed.read && fed.index < fed.keys.size() ? 1 : 0;
     fed.read = false;
-    m.keys.key_string = std::string_view(fed.keys).substr(fed.index, 1);
+    set_pending_key(m, std::string_view(fed.keys).substr(fed.index, 1));
 }
 
 /// A run, between two ticks.
@@ -202,7 +202,7 @@ bool enter_line(Run& run) {
 void run_tick(Run& run) {
     Machine& m = run.simulator.machine;
     feed_key(run.keys, m);
-    m.keys.enter_request = true;
+    press_exe(m);
     machine_tick(m); // without what a simulator's tick does for a keyboard and a picture
     follow_display(run.shown, m);
     if (m.eval.stmt_kind == KIND_INPUT_ERROR)

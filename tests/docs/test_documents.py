@@ -156,17 +156,18 @@ class Completeness(unittest.TestCase):
                 self.assertRegex(page, rf"(?m)^\| {re.escape(remark)} \| .*{words}")
 
     def test_settings(self):
-        keys = found_in("src/shell/settings.cpp", r'^    \{"(\w+) ?= ', 20)
+        keys = found_in("src/core/settings.def", r'^\w+ *\("(\w+) ?= ', 20)
         self.assertEqual(set(keys) - set(found_in("docs/settings.md", r"`([A-Z_]+)`")), set())
 
     def test_commands(self):
         described = {word for row in self.table_rows("Commands") for word in re.findall(r"`(\w+)", row[0])}
-        self.assertEqual(described, set(found_in("src/protocols/drive.cpp", r'\{"(\w+)", do_')))
+        words = found_in("src/core/host_commands.def", r'^HOST_COMMAND\((?:[^,]+,){4} +"(\w+)"', 3)
+        self.assertEqual(described, set(found_in("src/protocols/drive.cpp", r'\{"(\w+)", do_') + words))
 
     def test_settable_fields(self):
         rows = self.table_rows("Fields that can be set")
         described = {row[0].strip("`"): (int(row[1]), int(row[2])) for row in rows}
-        self.assertEqual(set(described), set(found_in("src/core/fields.cpp", r'(\w+),[^,\n]+,[^,\n]+,\s+(?:SETTABLE|FIELD_SETTABLE)')) | {"random_seed"})
+        self.assertEqual(set(described), set(found_in("src/core/fields.cpp", r'SETTING\((\w+), +(?:SETTABLE|FIELD_SETTABLE)')) | {"random_seed"})
         with Drive() as drive:
             for name, (lowest, highest) in described.items():
                 with self.subTest(name):

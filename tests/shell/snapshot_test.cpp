@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Snapshots: the file byte by byte against the canvas, their numbers, and the keys for snapshot and dump.
+#include "core/controls.h"
 #include "shell/snapshot.h"
 
-#include "keys/key_map.h"
 #include "shell/file_services.h"
 #include "shell/skins.h"
 #include "tests/support/temporary_file.h"

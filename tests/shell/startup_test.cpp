@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // From one run to the next: what a start reads, in which order it acts, what an end writes, and the same through
 // `quillon-cli run`.
+#include "core/controls.h"
 #include "shell/startup.h"
 
-#include "keys/soft_keyboard.h"
 #include "shell/commands.h"
 #include "shell/saved_values.h"
 #include "shell/skins.h"

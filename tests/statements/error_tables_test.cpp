@@ -6,6 +6,7 @@
 #include "shell/catalogue.h"
 #include "shell/encoding.h"
 #include "shell/settings.h"
+#include "shell/window_texts.h"
 #include "tests/support/cases_file.h"
 #include "tests/support/evaluation.h"
 #include "tests/support/temporary_file.h"
@@ -115,8 +116,15 @@ TEST(Catalogues, HaveWhatIsAskedForAndNothingElse) {
     EXPECT_TRUE(is_valid_utf8(bytes_of(QUILLON_RESOURCES "/message.ja.ini"))) << "not every C library has Shift-JIS";
     Numbers texts = numbers_of(*english);
     EXPECT_EQ(texts, numbers_of(*japanese));
-    for (const char* section : {"MENU", "TOOLTIP", "DLG_CONFIG", "DLG_TRACE", "DLG_TRACE2"})
-        EXPECT_EQ(texts.erase(section), 1U) << section; // numbered by the windows' own tables
+    Numbers of_window;
+    for (const WindowText& text : WINDOW_TEXTS)
+        EXPECT_TRUE(of_window[text.section].insert(text.number).second) << text.built_in << " has another's place";
+    for (const auto& [section, numbers] : of_window) {
+        EXPECT_EQ(texts[section], numbers) << section;
+        texts.erase(section);
+    }
+    for (const char* section : {"DLG_CONFIG", "DLG_TRACE", "DLG_TRACE2"})
+        EXPECT_EQ(texts.erase(section), 1U) << section; // numbered by the windows themselves
     texts["SYSTEM"].erase(9);                           // of the window's timer
     EXPECT_EQ(asked(texts), texts);
     for (const auto& [section, entries] : english->sections) {
