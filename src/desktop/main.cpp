@@ -4,6 +4,7 @@
 #include "desktop/lcd_accessibility.h"
 #include "desktop/main_window.h"
 #include "desktop/quit_signals.h"
+#include "desktop/soft_keyboard_accessibility.h"
 #include "desktop/style.h"
 #include "shell/catalogue.h"
 
@@ -67,6 +68,7 @@ int main(int argc, char** argv) {
     simulator->around.catalogue =
         read_catalogue(find_catalogue(environment, find_resources(program))).value_or(MessageCatalogue{});
     install_lcd_accessibility();
+    install_soft_keyboard_accessibility();
     MainWindow window(*simulator);
     watch_quit_signals(&window, [&window] { window.end(); });
     window.start(arguments.listing);

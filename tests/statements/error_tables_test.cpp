@@ -3,6 +3,7 @@
 // themselves, which have every text that is asked for and no other. (Jumps, loops, conditions and PRINT: in their own
 // files. What an INPUT refuses: in print_input_test. Listings and expressions: in core.)
 #include "core/charset.h"
+#include "keys/soft_keys.h"
 #include "shell/catalogue.h"
 #include "shell/encoding.h"
 #include "shell/settings.h"
@@ -123,6 +124,12 @@ TEST(Catalogues, HaveWhatIsAskedForAndNothingElse) {
         EXPECT_EQ(texts[section], numbers) << section;
         texts.erase(section);
     }
+    Numbers of_keys;
+    for (int layer = 0; layer < SOFT_LAYER_COUNT; ++layer)
+        for (int key = 0; key < SOFT_KEY_COUNT; ++key)
+            of_keys["SOFT_KEYS"].insert(soft_key_name_number(soft_key(layer, key)));
+    of_keys["SOFT_KEYS"].erase(0); // called by their legends
+    EXPECT_EQ(texts.extract("SOFT_KEYS").mapped(), of_keys["SOFT_KEYS"]);
     for (const char* section : {"DLG_CONFIG", "DLG_TRACE", "DLG_TRACE2"})
         EXPECT_EQ(texts.erase(section), 1U) << section; // numbered by the windows themselves
     texts["SYSTEM"].erase(9);                           // of the window's timer
