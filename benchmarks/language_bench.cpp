@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // How many statements a second programs run: a tick runs one.
-#include "core/program.h"
-#include "driver/tick.h"
+#include "core/controls.h"
 #include "shell/commands.h"
 #include "shell/simulator.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // How fast the machine's parts are: loading, number conversions, scanning.
+#include "core/controls.h"
 #include "core/interpreter.h"
 #include "core/number_format.h"
-#include "core/program.h"
 #include "shell/simulator.h"
 
 #include <benchmark/benchmark.h>

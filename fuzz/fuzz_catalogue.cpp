@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The message catalogue: any bytes give texts with which the machine can tell of its errors.
+#include "core/controls.h"
 #include "fuzz/user.h"
 
-#include "core/program.h"
 #include "files/catalogue_file.h"
 #include "shell/commands.h"
 

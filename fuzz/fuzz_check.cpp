@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Checking a listing: whatever the bytes, it ends, and a listing without an error is one that the machine loads.
+#include "core/controls.h"
 #include "fuzz/user.h"
 
-#include "core/program.h"
 #include "tooling/check.h"
 
 using namespace quillon;

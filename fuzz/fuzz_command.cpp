@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Command lines, typed beside a loaded listing. Each line of the input is typed in pieces of up to 15 bytes, control
 // bytes being editing keys, and carried out; between lines the machine gets some ticks, with EXE held in the last.
+#include "core/controls.h"
 #include "fuzz/user.h"
 
-#include "core/program.h"
 #include "shell/commands.h"
 
 using namespace quillon;

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Listings composed from a grammar by the input's bytes: they end what is checked, which is found alike each time, and
 // the checker refuses a listing exactly when the machine does not load it.
+#include "core/controls.h"
 #include "fuzz/random_programs.h"
 #include "fuzz/user.h"
 
-#include "core/program.h"
 #include "tooling/check.h"
 
 using namespace quillon;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // A listing is loaded and run for its first 20,000 ticks while somebody plays with the machine. The input is the
 // listing; behind a NUL, which ends a listing, stands what is done.
+#include "core/controls.h"
 #include "fuzz/user.h"
 
-#include "core/program.h"
 #include "shell/commands.h"
 
 using namespace quillon;

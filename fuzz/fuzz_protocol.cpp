@@ -5,7 +5,8 @@
 #include "fuzz/random_programs.h"
 #include "fuzz/user.h"
 
-#include "core/program.h"
+#include "core/controls.h"
+#include "core/host_commands.h"
 #include "protocols/drive.h"
 
 #include <iterator>
@@ -72,7 +73,11 @@ struct NumberedCommand {
 
 /// The same, with any number.
 constexpr NumberedCommand NUMBERED_COMMANDS[] = {
-    {"host ", 40001, 49}, {"press ", 0, 256}, {"release ", 0, 256}, {"repeat ", 0, 256}, {"altpress ", 0, 256},
+    {"host ", HOST_COMMAND_FIRST, HOST_COMMAND_COUNT},
+    {"press ", 0, 256},
+    {"release ", 0, 256},
+    {"repeat ", 0, 256},
+    {"altpress ", 0, 256},
 };
 
 /// Carried out on the first machine only.

@@ -4,9 +4,9 @@
 // digest of all that was seen on the way is printed: two runs with the same seed give the same.
 //
 //   quillon-soak [TICKS [SEED]]
+#include "core/controls.h"
 #include "fuzz/user.h"
 
-#include "core/program.h"
 #include "protocols/drive_state.h"
 #include "shell/commands.h"
 #include "shell/saved_values.h"

@@ -38,7 +38,7 @@ std::vector<Input> press_digit(Choices& choices) { return strike({.key = '0' + c
 std::vector<Input> press_clear(Choices&) { return strike({.key = VK_HOME}); }
 
 std::vector<Input> press_editing_key(Choices& choices) {
-    constexpr int KEYS[] = {8, 35, 36, 37, 38, 39, 40, 45, 46};
+    constexpr int KEYS[] = {VK_BACKSPACE, VK_END, VK_HOME, VK_LEFT, VK_UP, VK_RIGHT, VK_DOWN, VK_INSERT, VK_DELETE};
     return strike({.key = KEYS[choices.below(static_cast<int>(std::size(KEYS)))]});
 }
 
@@ -74,7 +74,7 @@ std::vector<Input> click(Choices& choices) {
 std::vector<Input> run_program(Choices&) { return {{.verb = InputVerb::HOST_COMMAND, .numbers = {COMMAND_RUN}}}; }
 
 std::vector<Input> give_command(Choices& choices) {
-    return {{.verb = InputVerb::HOST_COMMAND, .numbers = {COMMAND_OPEN + choices.below(49)}}};
+    return {{.verb = InputVerb::HOST_COMMAND, .numbers = {HOST_COMMAND_FIRST + choices.below(HOST_COMMAND_COUNT)}}};
 }
 
 constexpr std::vector<Input> (*ACTIONS[])(Choices&) = {

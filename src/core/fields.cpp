@@ -2,6 +2,7 @@
 // The table of fields.
 #include "core/fields.h"
 
+#include "core/setting_ranges.h"
 #include "core/variables.h"
 
 #include <limits>
@@ -14,7 +15,7 @@ constexpr long long SEED_MAX = std::numeric_limits<std::uint32_t>::max();
 constexpr long long POSITION_MAX = TYPED + 127;
 
 constexpr unsigned SHOWN = FIELD_SHOWN;
-constexpr unsigned SETTABLE = FIELD_SHOWN | FIELD_SETTABLE | FIELD_SETTING;
+constexpr unsigned SETTABLE = FIELD_SHOWN | FIELD_SETTABLE;
 constexpr unsigned HIDDEN = 0;
 constexpr unsigned RESET = FIELD_RESET;
 
@@ -25,6 +26,11 @@ constexpr unsigned RESET = FIELD_RESET;
      [](Machine& m, long long number) { m.part.field = static_cast<decltype(m.part.field)>(number); },                 \
      lowest, highest, uses    \
     }
+
+// A setting, whose range is its row's in settings.def.
+// NOLINTNEXTLINE(cppcoreguidelines-macro-usage): likewise
+#define SETTING(field, uses)                                                                                           \
+    FIELD(settings, field, SettingRanges::field.lowest, SettingRanges::field.highest, (uses) | FIELD_SETTING)
 
 // clang-format off
 constexpr Field FIELDS[] = {
@@ -42,12 +48,12 @@ constexpr Field FIELDS[] = {
     FIELD(run.resume, saved_token,           -15, 559,               SHOWN | RESET),
     FIELD(program,  cur_area,                 0, AREA_COUNT - 1,    SHOWN | RESET),
     FIELD(program,  cur_line,                 0, LINES_PER_AREA,    SHOWN | RESET),
-    FIELD(settings, run_page,                 0, AREA_COUNT - 1,    SETTABLE),
+    SETTING(run_page,                           SETTABLE),
     FIELD(screen,   display_cursor,           0, 127,               SHOWN | RESET),
     FIELD(screen,   display_offset,           0, DISPLAY_LINE_SIZE - DISPLAY_WIDTH, SHOWN | RESET),
     FIELD(run.scroll, wait_counter,            0, ANY,               SHOWN | RESET),
     FIELD(error,    error_code,             -16, 0,                 SHOWN | RESET),
-    FIELD(settings, angle_unit,               0, 2,                 SETTABLE),
+    SETTING(angle_unit,                         SETTABLE),
     FIELD(screen,   print_mode,               0, 1,                 SHOWN | RESET),
     FIELD(program,  for_depth,                0, FOR_DEPTH_MAX,     SHOWN | RESET),
     FIELD(program,  gosub_depth,              0, GOSUB_DEPTH_MAX,   SHOWN | RESET),
@@ -59,26 +65,26 @@ constexpr Field FIELDS[] = {
     FIELD(screen,   blink_counter,            0, ANY,               SHOWN),
     FIELD(eval,     operand_done,             0, 1,                 SHOWN),
     FIELD(keys,     enter_request,            0, 1,                 SHOWN),
-    FIELD(settings, set_e_digits,            -1, 99,                SETTABLE),
-    FIELD(settings, set_f_digits,            -1, 99,                SETTABLE),
-    FIELD(settings, set_g_digits,             0, 18,                SETTABLE),
+    SETTING(set_e_digits,                       SETTABLE),
+    SETTING(set_f_digits,                       SETTABLE),
+    SETTING(set_g_digits,                       SETTABLE),
     FIELD(trace,    trace_mode,               0, 1,                 SHOWN),
-    FIELD(settings, ascii_mode,               0, 1,                 SETTABLE),
-    FIELD(settings, timer_interval,           1, 1000,              SETTABLE),
+    SETTING(ascii_mode,                         SETTABLE),
+    SETTING(timer_interval,                     SETTABLE),
     FIELD(speed,    overdrive,                0, 1,                 SHOWN),
-    FIELD(settings, zoom,                     1, 12,                SHOWN | FIELD_SETTING),
+    SETTING(zoom,                               SHOWN),
     FIELD(keys,     held_key,                 0, ANY,               SHOWN),
     FIELD(soft,     soft_key_code,            0, 255,               SHOWN),
     FIELD(soft,     soft_shift_latch,         0, 1,                 SHOWN),
     FIELD(soft,     soft_alt_latch,           0, 1,                 SHOWN),
     FIELD(soft,     soft_ctrl_latch,          0, 1,                 SHOWN),
 
-    FIELD(settings, wait_print_sc,            0, ANY,               FIELD_SETTABLE | FIELD_SETTING),
-    FIELD(settings, wait_print_sc_ini,        0, ANY,               FIELD_SETTABLE | FIELD_SETTING),
-    FIELD(settings, cursor_interval,          0, 1000,              FIELD_SETTABLE | FIELD_SETTING),
-    FIELD(settings, pcm_beep,                 0, 1,                 FIELD_SETTABLE | FIELD_SETTING),
-    FIELD(settings, beep_volume,              0, 10,                FIELD_SETTABLE | FIELD_SETTING),
-    FIELD(speed,    saved_timer_interval,     1, 1000,              FIELD_ADJUSTED),
+    SETTING(wait_print_sc,                      FIELD_SETTABLE),
+    SETTING(wait_print_sc_ini,                  FIELD_SETTABLE),
+    SETTING(cursor_interval,                    FIELD_SETTABLE),
+    SETTING(pcm_beep,                           FIELD_SETTABLE),
+    SETTING(beep_volume,                        FIELD_SETTABLE),
+    FIELD(speed,    saved_timer_interval,     SettingRanges::timer_interval.lowest, SettingRanges::timer_interval.highest, FIELD_ADJUSTED),
     FIELD(run,      typed_wait,               0, 1,                 RESET),
     FIELD(eval,     prev_token,             -15, 559,               HIDDEN),
     FIELD(run,      item_printed,             0, 1,                 HIDDEN),
@@ -104,6 +110,7 @@ constexpr Field FIELDS[] = {
      [](Machine& m, long long seed) { m.random_seed = static_cast<std::uint32_t>(seed); }, 0, SEED_MAX, FIELD_SETTABLE | FIELD_SETTING},
 };
 // clang-format on
+#undef SETTING
 #undef FIELD
 
 /// A part of the record that is more than a number.

@@ -3,6 +3,7 @@
 // from the terminal, tests and the driving protocol from a recorder.
 #pragma once
 
+#include "core/host_commands.h"
 #include "core/text.h"
 
 #include <cstdint>
@@ -12,32 +13,6 @@
 #include <string_view>
 
 namespace quillon {
-
-/// The numbers of the host's commands: menu entries, toolbar buttons and what the machine itself asks for.
-enum HostCommand : int {
-    COMMAND_OPEN = 40001, ///< open a listing
-    COMMAND_EXIT = 40002,
-    COMMAND_RUN = 40003,
-    COMMAND_STOP = 40004,
-    COMMAND_EDITOR = 40005, ///< start the editor with the listing
-    COMMAND_ABOUT = 40006,
-    COMMAND_CONFIGURE = 40013,
-    COMMAND_RELOAD = 40015, ///< load the listing again
-    COMMAND_ZOOM_1 = 40016, ///< four numbers, for the zooms 1-4
-    COMMAND_ZOOM_4 = 40019,
-    COMMAND_ERROR_DETAIL = 40024,
-    COMMAND_PAGE_0 = 40027, ///< ten numbers, one for each program area
-    COMMAND_PAGE_9 = 40036,
-    COMMAND_TRACE = 40037, ///< open the trace window, or close it
-    COMMAND_ASCII_MODE = 40038,
-    COMMAND_LINE = 40041, ///< the command line
-    COMMAND_HELP = 40042,
-    COMMAND_OVERDRIVE = 40043,
-    COMMAND_DEG = 40045,
-    COMMAND_RAD = 40046,
-    COMMAND_GRA = 40047,
-    COMMAND_SOFT_KEYBOARD = 40048, ///< open the soft keyboard, or close it
-};
 
 /// The kinds of message box.
 enum class MessageIcon {

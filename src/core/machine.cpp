@@ -25,11 +25,6 @@ void clear_entry_line(Machine& m) {
     clear_display_line(m);
 }
 
-void clear_key(Machine& m) {
-    m.keys.key_string.clear();
-    m.keys.held_key = 0;
-}
-
 int line_number(const Machine& m, int line) {
     const auto& lines = current_area(m).lines;
     const auto index = static_cast<std::size_t>(line);

@@ -360,9 +360,6 @@ void clear_variables(Machine& m);
 /// counts, though it may be the one that was typed last.
 void clear_entry_line(Machine& m);
 
-/// Forgets the pending key of the PC keyboard.
-void clear_key(Machine& m);
-
 /// The BASIC number of a line of the current area by its index, 0 when it does not exist.
 int line_number(const Machine& m, int line);
 

@@ -2,6 +2,7 @@
 // Loading listings into the machine.
 #include "core/program.h"
 
+#include "core/controls.h"
 #include "core/errors.h"
 #include "core/run_control.h"
 

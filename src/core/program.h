@@ -1,27 +1,10 @@
 // SPDX-License-Identifier: MIT
-// The machine's program: taking a listing in and out, and moving about in its lines.
+// The machine's program: moving about in its areas and lines. Loads are in core/controls.h.
 #pragma once
 
 #include "core/machine.h"
 
-#include <string>
-
 namespace quillon {
-
-/// What became of a load.
-enum class LoadResult {
-    LOADED,
-    UNREADABLE, ///< the file could not be read: nothing has changed
-    FAULTY,     ///< the text has a fault: no listing is loaded now
-};
-
-/// Makes a text the machine's program. On success the machine waits for the selection of an area; variables stay. On a
-/// fault no listing is loaded any more, and the machine waits for a selection with a blank line; `system_message` says
-/// what is wrong. Seeds the random generator with the host's milliseconds.
-LoadResult load_listing_text(Machine& m, std::string text);
-
-/// Takes the listing out of the machine: no areas, no DATA, selection state.
-void unload_listing(Machine& m);
 
 /// Makes area `n` (0-9) current at its first line and returns the place of that; NOWHERE when the area has no lines
 /// (with the machine's error for an area that the listing does not define, and no error for an empty one).

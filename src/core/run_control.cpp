@@ -2,6 +2,7 @@
 // The changes of the run state, each as its verb.
 #include "core/run_control.h"
 
+#include "core/controls.h"
 #include "core/display_line.h"
 #include "core/errors.h"
 #include "core/program.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Running, waiting, stopping: the one place that changes the run state. Statements say what they want by these verbs,
-// the tick serves what they have set up, and a host starts and stops by the last group.
+// the tick serves what they have set up. What a host starts and stops by is in core/controls.h.
 //
 // `prev_state` remembers the state before the last change, and the end of a program looks at it; a few changes leave it
 // as it was, which is said with each of them.
@@ -116,23 +116,5 @@ void drop_rest_of_line(Machine& m);
 
 /// EXE on an empty line: on with a stopped program, if any.
 void leave_empty_line(Machine& m);
-
-// What a host tells the machine.
-
-/// Back to the selection of a program area, with nothing left of a run: stacks, position, pending error, display line,
-/// waits and PRT are cleared; variables, listing, settings and the angle unit stay.
-void reset_machine(Machine& m);
-
-/// Starts the selected area from its beginning; an empty one leads to command mode.
-void start_area(Machine& m);
-
-/// Goes on after a stop, where it was, on a cleared display.
-void run_on(Machine& m);
-
-/// Halts a running program; a halted one shows its position. Nothing where nothing runs.
-void stop(Machine& m);
-
-/// Begins command mode with "READY" and the area that RUN starts; the first key or EXE opens the line.
-void begin_command_mode(Machine& m);
 
 } // namespace quillon

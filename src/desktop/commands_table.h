@@ -1,46 +1,40 @@
 // SPDX-License-Identifier: MIT
-// The window's commands: every menu entry and toolbar button is a row of a table.
+// The layout of menus and toolbar: which command comes where. What a command is called and does is said by its row
+// (shell/commands.h).
 #pragma once
 
-#include "core/host.h"
+#include "core/host_commands.h"
+#include "shell/window_texts.h"
 
 #include <span>
 
 namespace quillon {
 
-/// A command that is shown to the user.
-struct CommandText {
-    int command = 0;            ///< HostCommand
-    const char* text = nullptr; ///< built-in label (UTF-8), "&" before its access key
-    const char* icon = nullptr; ///< name of its icon, null for none
-    bool checkable = false;
-};
+/// A number that no command has.
+constexpr int SEPARATOR = 0;
 
-/// An entry of a menu: a command, a submenu of commands, or a separator.
+/// An entry of a menu: a command, a separator, or a submenu of commands.
 struct MenuEntry {
-    enum class Kind { COMMAND, SEPARATOR, PAGES, ANGLES, ZOOMS };
-    Kind kind = Kind::COMMAND;
-    CommandText command; ///< of a command; of a submenu, its label
+    int command = SEPARATOR;
+    WindowText submenu{};                    ///< what the submenu is called
+    std::span<const HostCommand> commands{}; ///< of the submenu, else empty
 };
 
-struct MenuText {
-    const char* text = nullptr;
+struct MenuLayout {
+    WindowText text;
     std::span<const MenuEntry> entries;
 };
 
-/// A place on the toolbar: a button for a command, or a separator (command 0).
+/// A place on the toolbar: a button, or a separator.
 struct ToolbarEntry {
-    CommandText command;
-    int tooltip = 0; ///< number in section TOOLTIP
-    bool drop_down = false;
+    int command = SEPARATOR;
+    bool drop_down = false; ///< the button has a menu of its own
 };
 
-std::span<const MenuText> menu_table();
+std::span<const MenuLayout> menu_table();
 std::span<const ToolbarEntry> toolbar_table();
 
-/// The commands of the submenus.
-std::span<const CommandText> page_commands();
-std::span<const CommandText> angle_commands();
-std::span<const CommandText> zoom_commands();
+/// The commands that choose a program area.
+std::span<const HostCommand> page_commands();
 
 } // namespace quillon

@@ -18,6 +18,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace quillon {
 namespace {
@@ -45,10 +46,11 @@ enum Label : int {
     LABEL_BEEP,
 };
 
-/// Its arrows stay in a range; what is typed may lie outside and is judged when the dialog is accepted.
+/// Its arrows stay between the ends of its row; what is typed may lie outside and is judged when the dialog is
+/// accepted.
 class TypedSpinBox : public QSpinBox {
 public:
-    TypedSpinBox(int low_, int high_) : low(low_), high(high_) {
+    explicit TypedSpinBox(const DialogField& field) : low(field.first), high(field.last) {
         constexpr int TYPED_MAX = 99999;
         setRange(-TYPED_MAX, TYPED_MAX);
     }
@@ -84,32 +86,52 @@ QWidget* number_row(const QString& label_text, QSpinBox* field, const QString& u
     return row;
 }
 
+/// The settings that the dialog opens with.
+StoredSettings begin(Session& session) {
+    StoredSettings settings;
+    adjust_settings(session, [&settings](Simulator& s) { settings = begin_configuration(s); });
+    return settings;
+}
+
 } // namespace
 
 ConfigurationDialog::ConfigurationDialog(Session& session_, std::function<void(const QString&)> show_message_,
                                          QWidget* parent)
-    : QDialog(parent), session(session_), simulator(session_.simulator), show_message(std::move(show_message_)) {
+    : QDialog(parent), session(session_), simulator(session_.simulator), show_message(std::move(show_message_)),
+      settings(begin(session_)) {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(text(LABEL_TITLE));
-    run_page = new TypedSpinBox(0, 9);
-    timer_interval = new TypedSpinBox(5, 1000);
-    ascii_mode = new QCheckBox(text(LABEL_ASCII_MODE));
-    name_control(*run_page, text(LABEL_RUN_PAGE), "Start page");
-    name_control(*timer_interval, text(LABEL_SPEED), "Timer interval");
+    auto* ascii_mode = new QCheckBox(text(LABEL_ASCII_MODE));
     name_control(*ascii_mode, text(LABEL_ASCII_MODE), "ASCII input");
+    add_switch("INPUTMODE", ascii_mode);
+    QSpinBox* run_page = add_number("RUNPAGE", text(LABEL_RUN_PAGE), "Start page");
+    QSpinBox* interval = add_number("TIMER", text(LABEL_SPEED), "Timer interval");
 
     auto* column = new QVBoxLayout(this);
     column->setSizeConstraint(QLayout::SetFixedSize);
     column->addWidget(editor_row());
     column->addWidget(number_row(text(LABEL_RUN_PAGE), run_page, {}));
-    column->addWidget(number_row(text(LABEL_SPEED), timer_interval, QStringLiteral("[ms]")));
+    column->addWidget(number_row(text(LABEL_SPEED), interval, QStringLiteral("[ms]")));
     column->addWidget(start_group());
     column->addWidget(ascii_mode);
     column->addWidget(digits_rows());
     column->addWidget(sound_group());
     column->addWidget(button_row());
-    adjust_settings(session, [this](Simulator& s) { fill_in(begin_configuration(s)); });
+    fill_in();
     editor->setFocus();
+}
+
+/// A field for the number of a row; `name` is what a screen reader calls it where the label is empty.
+QSpinBox* ConfigurationDialog::add_number(const char* key, const QString& label, const char* name) {
+    const SettingRow& row = *find_setting(key);
+    auto* box = new TypedSpinBox(*row.dialog);
+    name_control(*box, label, name);
+    numbers.push_back({&std::get<NumberSetting>(row.field), box});
+    return box;
+}
+
+void ConfigurationDialog::add_switch(const char* key, QAbstractButton* on, QAbstractButton* off) {
+    switches.push_back({&std::get<NumberSetting>(find_setting(key)->field), on, off});
 }
 
 QString ConfigurationDialog::text(int number, const char* otherwise) const {
@@ -137,10 +159,11 @@ QWidget* ConfigurationDialog::editor_row() {
 QWidget* ConfigurationDialog::start_group() {
     auto* group = new QGroupBox(text(LABEL_START_MODE));
     auto* layout = new QHBoxLayout(group);
-    start_basic = new QRadioButton(text(LABEL_START_BASIC));
-    start_command = new QRadioButton(text(LABEL_START_COMMAND));
+    auto* start_basic = new QRadioButton(text(LABEL_START_BASIC));
+    auto* start_command = new QRadioButton(text(LABEL_START_COMMAND));
     name_control(*start_basic, text(LABEL_START_BASIC), "BASIC");
     name_control(*start_command, text(LABEL_START_COMMAND), "Command");
+    add_switch("STARTMODE", start_command, start_basic);
     layout->addWidget(start_basic);
     layout->addWidget(start_command);
     return group;
@@ -151,16 +174,9 @@ QWidget* ConfigurationDialog::digits_rows() {
     auto* layout = new QVBoxLayout(rows);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(plain_label(text(LABEL_DIGITS)));
-    set_e = new TypedSpinBox(-1, 9);
-    set_f = new TypedSpinBox(-1, 9);
-    set_g = new TypedSpinBox(0, 18);
-    name_control(*set_e, {}, "SET E");
-    name_control(*set_f, {}, "SET F");
-    name_control(*set_g, {}, "SET G");
     auto* fields = new QHBoxLayout;
-    fields->addWidget(number_row(QStringLiteral("SET E"), set_e, {}));
-    fields->addWidget(number_row(QStringLiteral("SET F"), set_f, {}));
-    fields->addWidget(number_row(QStringLiteral("SET G"), set_g, {}));
+    for (const auto& [key, name] : {std::pair("INTEGER", "SET E"), {"DECIMAL", "SET F"}, {"FIXED", "SET G"}})
+        fields->addWidget(number_row(QLatin1String(name), add_number(key, {}, name), {}));
     layout->addLayout(fields);
     return rows;
 }
@@ -169,14 +185,14 @@ QWidget* ConfigurationDialog::sound_group() {
     auto* group = new QGroupBox(text(LABEL_SOUND));
     auto* layout = new QVBoxLayout(group);
     auto* kinds = new QHBoxLayout;
-    sound_pcm = new QRadioButton(text(LABEL_PCM, "use PCM"));
-    sound_beep = new QRadioButton(text(LABEL_BEEP, "use BEEP"));
+    auto* sound_pcm = new QRadioButton(text(LABEL_PCM, "use PCM"));
+    auto* sound_beep = new QRadioButton(text(LABEL_BEEP, "use BEEP"));
+    add_switch("PCMBEEP", sound_pcm, sound_beep);
     kinds->addWidget(sound_pcm);
     kinds->addWidget(sound_beep);
-    beep_volume = new TypedSpinBox(0, 10);
-    name_control(*beep_volume, text(LABEL_VOLUME), "BEEP volume");
     layout->addLayout(kinds);
-    layout->addWidget(number_row(text(LABEL_VOLUME), beep_volume, {}));
+    QSpinBox* volume = add_number("BEEPVOLUME", text(LABEL_VOLUME), "BEEP volume");
+    layout->addWidget(number_row(text(LABEL_VOLUME), volume, {}));
     return group;
 }
 
@@ -198,32 +214,27 @@ QWidget* ConfigurationDialog::button_row() {
     return row;
 }
 
-void ConfigurationDialog::fill_in(const Configuration& fields) {
-    const QString path = QString::fromLocal8Bit(fields.editor);
+void ConfigurationDialog::fill_in() {
+    const QString path = QString::fromLocal8Bit(settings.preferences.editor);
     editor->setMaxLength(std::max<int>(PATH_LENGTH_MAX, static_cast<int>(path.size())));
     editor->setText(path);
-    run_page->setValue(fields.run_page);
-    timer_interval->setValue(fields.timer_interval);
-    (fields.start_mode == 1 ? start_command : start_basic)->setChecked(true);
-    ascii_mode->setChecked(fields.ascii_mode != 0);
-    set_e->setValue(fields.set_e_digits);
-    set_f->setValue(fields.set_f_digits);
-    set_g->setValue(fields.set_g_digits);
-    (fields.pcm_beep == 1 ? sound_pcm : sound_beep)->setChecked(true);
-    beep_volume->setValue(fields.beep_volume);
+    for (const NumberControl& number : numbers)
+        number.box->setValue(number.setting->get(settings));
+    for (const SwitchControl& choice : switches) {
+        const bool on = choice.setting->get(settings) == 1;
+        (on || choice.off == nullptr ? choice.on : choice.off)->setChecked(on || choice.off != nullptr);
+    }
 }
 
-Configuration ConfigurationDialog::fields() const {
-    return {.editor = editor->text().toLocal8Bit().toStdString(),
-            .run_page = run_page->value(),
-            .timer_interval = timer_interval->value(),
-            .start_mode = start_command->isChecked() ? 1 : 0,
-            .ascii_mode = ascii_mode->isChecked() ? 1 : 0,
-            .set_e_digits = set_e->value(),
-            .set_f_digits = set_f->value(),
-            .set_g_digits = set_g->value(),
-            .pcm_beep = sound_pcm->isChecked() ? 1 : 0,
-            .beep_volume = beep_volume->value()};
+/// What the fields hold, in range or not.
+StoredSettings ConfigurationDialog::typed() const {
+    StoredSettings result = settings;
+    result.preferences.editor = editor->text().toLocal8Bit().toStdString();
+    for (const NumberControl& number : numbers)
+        number.setting->set(result, number.box->value());
+    for (const SwitchControl& choice : switches)
+        choice.setting->set(result, choice.on->isChecked() ? 1 : 0);
+    return result;
 }
 
 void ConfigurationDialog::browse() {
@@ -240,7 +251,7 @@ void ConfigurationDialog::browse() {
 void ConfigurationDialog::done(int result) {
     if (result == Accepted) {
         std::vector<int> refused;
-        adjust_settings(session, [&](Simulator& s) { refused = accept_configuration(s, fields()); });
+        adjust_settings(session, [&](Simulator& s) { refused = accept_configuration(s, typed()); });
         for (const int message : refused)
             show_message(text(message));
     } else {

@@ -8,9 +8,8 @@
 
 #include <functional>
 
-class QCheckBox;
+class QAbstractButton;
 class QLineEdit;
-class QRadioButton;
 class QSpinBox;
 
 namespace quillon {
@@ -29,31 +28,36 @@ public:
     void done(int result) override;
 
 private:
+    /// A number field of the dialog, and two buttons of which one is chosen, with the settings that they show.
+    struct NumberControl {
+        const NumberSetting* setting;
+        QSpinBox* box;
+    };
+    struct SwitchControl {
+        const NumberSetting* setting;
+        QAbstractButton* on;
+        QAbstractButton* off; ///< null where `on` is a check box
+    };
+
     [[nodiscard]] QString text(int number, const char* otherwise = "") const;
+    QSpinBox* add_number(const char* key, const QString& label, const char* name);
+    void add_switch(const char* key, QAbstractButton* on, QAbstractButton* off = nullptr);
     QWidget* editor_row();
     QWidget* start_group();
     QWidget* digits_rows();
     QWidget* sound_group();
     QWidget* button_row();
-    void fill_in(const Configuration& fields);
-    [[nodiscard]] Configuration fields() const;
+    void fill_in();
+    [[nodiscard]] StoredSettings typed() const;
     void browse();
 
     Session& session;
     Simulator& simulator; ///< of the session: to look at
     std::function<void(const QString&)> show_message;
+    StoredSettings settings; ///< as the dialog opened
     QLineEdit* editor = nullptr;
-    QSpinBox* run_page = nullptr;
-    QSpinBox* timer_interval = nullptr;
-    QRadioButton* start_basic = nullptr;
-    QRadioButton* start_command = nullptr;
-    QCheckBox* ascii_mode = nullptr;
-    QSpinBox* set_e = nullptr;
-    QSpinBox* set_f = nullptr;
-    QSpinBox* set_g = nullptr;
-    QRadioButton* sound_pcm = nullptr;
-    QRadioButton* sound_beep = nullptr;
-    QSpinBox* beep_volume = nullptr;
+    std::vector<NumberControl> numbers;
+    std::vector<SwitchControl> switches;
 };
 
 } // namespace quillon

@@ -3,9 +3,7 @@
 #include "desktop/key_events.h"
 
 #include "core/charset.h"
-#include "keys/key_map.h"
-
-#include <array>
+#include "keys/physical_keys.h"
 
 namespace quillon {
 namespace {
@@ -18,34 +16,26 @@ struct SymbolKey {
 
 // clang-format off
 constexpr SymbolKey SYMBOL_KEYS[] = {
-    {Qt::Key_Backspace, 8}, {Qt::Key_Tab, 9},     {Qt::Key_Backtab, 9}, {Qt::Key_Return, 13}, {Qt::Key_Enter, 13},
-    {Qt::Key_Pause, 19},    {Qt::Key_Escape, 27}, {Qt::Key_End, 35},    {Qt::Key_Home, 36},   {Qt::Key_Left, 37},
-    {Qt::Key_Up, 38},       {Qt::Key_Right, 39},  {Qt::Key_Down, 40},   {Qt::Key_Insert, 45}, {Qt::Key_Delete, 46},
-    {Qt::Key_F1, 112},      {Qt::Key_F2, 113},    {Qt::Key_F3, 114},    {Qt::Key_F4, 115},    {Qt::Key_F5, 116},
-    {Qt::Key_F6, 117},      {Qt::Key_F7, 118},    {Qt::Key_F8, 119},    {Qt::Key_F9, 120},    {Qt::Key_F11, 122},
-    {Qt::Key_F12, 123},
+    {Qt::Key_Backspace, VK_BACKSPACE}, {Qt::Key_Tab, VK_TAB},       {Qt::Key_Backtab, VK_TAB},
+    {Qt::Key_Return, VK_ENTER},        {Qt::Key_Enter, VK_ENTER},   {Qt::Key_Pause, VK_PAUSE},
+    {Qt::Key_Escape, VK_ESCAPE},       {Qt::Key_End, VK_END},       {Qt::Key_Home, VK_HOME},
+    {Qt::Key_Left, VK_LEFT},           {Qt::Key_Up, VK_UP},         {Qt::Key_Right, VK_RIGHT},
+    {Qt::Key_Down, VK_DOWN},           {Qt::Key_Insert, VK_INSERT}, {Qt::Key_Delete, VK_DELETE},
+    {Qt::Key_F1, VK_F1},               {Qt::Key_F2, VK_F2},         {Qt::Key_F3, VK_F3},
+    {Qt::Key_F4, VK_F4},               {Qt::Key_F5, VK_F5},         {Qt::Key_F6, VK_F6},
+    {Qt::Key_F7, VK_F7},               {Qt::Key_F8, VK_F8},         {Qt::Key_F9, VK_F9},
+    {Qt::Key_F11, VK_F11},             {Qt::Key_F12, VK_F12},
 };
 
 constexpr SymbolKey KEYPAD_KEYS[] = {
-    {Qt::Key_0, 96},  {Qt::Key_1, 97},  {Qt::Key_2, 98},  {Qt::Key_3, 99},  {Qt::Key_4, 100}, {Qt::Key_5, 101},
-    {Qt::Key_6, 102}, {Qt::Key_7, 103}, {Qt::Key_8, 104}, {Qt::Key_9, 105}, {Qt::Key_Asterisk, 106},
-    {Qt::Key_Plus, 107}, {Qt::Key_Minus, 109}, {Qt::Key_Period, 110}, {Qt::Key_Comma, 110}, {Qt::Key_Slash, 111},
-};
-
-/// The rows of the main keyboard by the kernel's key codes, with the virtual keys of a Japanese keyboard.
-constexpr int SCAN_CODE_FIRST = 2;
-constexpr std::array<std::uint8_t, 56> SCAN_CODE_KEYS = {
-    '1', '2', '3', '4', '5', '6', '7', '8', '9', '0', 189, 222, 0, 0,         // 2-15:  1 to 0, "-", "^"
-    'Q', 'W', 'E', 'R', 'T', 'Y', 'U', 'I', 'O', 'P', 192, 219, 0, 0,         // 16-29: Q to P, "@", "["
-    'A', 'S', 'D', 'F', 'G', 'H', 'J', 'K', 'L', 187, 186, 0, 0, 221,         // 30-43: A to L, ";", ":", "]"
-    'Z', 'X', 'C', 'V', 'B', 'N', 'M', 188, 190, 191, 0, 0, 0, ' ',           // 44-57: Z to M, ",", ".", "/", blank
+    {Qt::Key_0, VK_PAD_0},            {Qt::Key_1, VK_PAD_0 + 1},           {Qt::Key_2, VK_PAD_0 + 2},
+    {Qt::Key_3, VK_PAD_0 + 3},        {Qt::Key_4, VK_PAD_0 + 4},           {Qt::Key_5, VK_PAD_0 + 5},
+    {Qt::Key_6, VK_PAD_0 + 6},        {Qt::Key_7, VK_PAD_0 + 7},           {Qt::Key_8, VK_PAD_0 + 8},
+    {Qt::Key_9, VK_PAD_9},            {Qt::Key_Asterisk, VK_PAD_MULTIPLY}, {Qt::Key_Plus, VK_PAD_ADD},
+    {Qt::Key_Minus, VK_PAD_SUBTRACT}, {Qt::Key_Period, VK_PAD_DECIMAL},    {Qt::Key_Comma, VK_PAD_DECIMAL},
+    {Qt::Key_Slash, VK_PAD_DIVIDE},
 };
 // clang-format on
-constexpr int SCAN_CODE_102ND = 86; // the key beside the left Shift
-constexpr int SCAN_CODE_RO = 89;
-constexpr int SCAN_CODE_YEN = 124;
-constexpr int VIRTUAL_KEY_BACKSLASH = 226;
-constexpr int VIRTUAL_KEY_YEN = 220;
 
 /// X11 and Wayland count the kernel's key codes from 8.
 constexpr int SCAN_CODE_OFFSET = 8;
@@ -60,14 +50,8 @@ int find_key(const SymbolKey (&keys)[N], int qt_key) {
 }
 
 int key_at_place(const QKeyEvent& event) {
-    const int code = static_cast<int>(event.nativeScanCode()) - SCAN_CODE_OFFSET;
-    if (code == SCAN_CODE_102ND || code == SCAN_CODE_RO)
-        return VIRTUAL_KEY_BACKSLASH;
-    if (code == SCAN_CODE_YEN)
-        return VIRTUAL_KEY_YEN;
-    const int index = code - SCAN_CODE_FIRST;
-    if (index >= 0 && index < static_cast<int>(SCAN_CODE_KEYS.size()))
-        return SCAN_CODE_KEYS[static_cast<std::size_t>(index)];
+    if (const auto key = virtual_key_of_scan_code(static_cast<int>(event.nativeScanCode()) - SCAN_CODE_OFFSET))
+        return *key;
     return event.key() >= Qt::Key_Space && event.key() <= Qt::Key_AsciiTilde ? event.key() : 0;
 }
 

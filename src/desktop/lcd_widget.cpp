@@ -2,9 +2,9 @@
 // Painting the LCD, and clicks on it.
 #include "desktop/lcd_widget.h"
 
+#include "core/controls.h"
 #include "desktop/catalogue_text.h"
 #include "desktop/lcd_accessibility.h"
-#include "keys/lcd_click.h"
 #include "shell/lcd_text.h"
 
 #include <QAccessible>

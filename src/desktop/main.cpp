@@ -4,6 +4,7 @@
 #include "desktop/lcd_accessibility.h"
 #include "desktop/main_window.h"
 #include "desktop/quit_signals.h"
+#include "desktop/soft_keyboard_accessibility.h"
 #include "desktop/style.h"
 #include "files/catalogue_file.h"
 
@@ -68,6 +69,7 @@ int main(int argc, char** argv) {
     simulator->around.catalogue =
         read_catalogue(find_catalogue(environment, find_resources(program))).value_or(MessageCatalogue{});
     install_lcd_accessibility();
+    install_soft_keyboard_accessibility();
     Session session(*simulator);
     MainWindow window(session, files);
     watch_quit_signals(&window, [&window] { window.end(); });

@@ -3,6 +3,7 @@
 #include "desktop/main_window.h"
 
 #include "core/charset.h"
+#include "core/setting_ranges.h"
 #include "desktop/about_dialog.h"
 #include "desktop/catalogue_text.h"
 #include "desktop/configuration_dialog.h"
@@ -12,7 +13,6 @@
 #include "desktop/window_places.h"
 #include "files/file_services.h"
 #include "files/host_disk.h"
-#include "keys/key_map.h"
 #include "shell/clipboard.h"
 #include "shell/commands.h"
 #include "shell/startup.h"
@@ -140,9 +140,8 @@ void MainWindow::refresh() {
         return;
     const Machine& m = simulator.machine;
     setWindowTitle(QString::fromLocal8Bit(window_title(simulator)));
-    checks[COMMAND_ASCII_MODE]->setChecked(m.settings.ascii_mode);
-    checks[COMMAND_OVERDRIVE]->setChecked(m.speed.overdrive);
-    checks[COMMAND_SOFT_KEYBOARD]->setChecked(m.soft.soft_open);
+    for (const auto& [command, action] : checks)
+        action->setChecked(find_host_command(command)->is_on(m));
     lcd->refresh();
     windows.follow_machine();
     if (ticker.is_armed())
@@ -271,7 +270,9 @@ bool MainWindow::take_window_key(const QKeyEvent& event) {
 }
 
 void MainWindow::change_zoom(int zoom) {
-    adjust_settings(session, [zoom](Simulator& s) { s.machine.settings.zoom = std::clamp(zoom, 1, ZOOM_MAX); });
+    adjust_settings(session, [zoom](Simulator& s) {
+        s.machine.settings.zoom = std::clamp(zoom, SettingRanges::zoom.lowest, SettingRanges::zoom.highest);
+    });
     resize_to_zoom();
 }
 

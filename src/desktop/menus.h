@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Menu bar and toolbar, built from the tables of commands, with the catalogue's labels where it has them.
+// Menu bar and toolbar, built from their layout (commands_table) and the commands' rows, with the catalogue's labels
+// where it has them.
 #pragma once
 
 #include "core/messages.h"
@@ -15,10 +16,10 @@ namespace quillon {
 /// What a chosen entry does: the number of its command.
 using CommandHandler = std::function<void(int command)>;
 
-/// Actions by command number: the checkable ones, and those whose state follows the machine.
+/// The actions that show a check mark, by the number of their command.
 using CommandActions = std::map<int, QAction*>;
 
-/// What a button for a command is called, in one or two words.
+/// What the button of a command is called: its tooltip up to a colon.
 QString command_name(const MessageCatalogue& catalogue, int command);
 
 /// Builds the menu bar of `window`; every entry hands its command to `handler`.

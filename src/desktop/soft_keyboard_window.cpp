@@ -2,8 +2,11 @@
 // Drawing the soft keyboard, and the mouse on it.
 #include "desktop/soft_keyboard_window.h"
 
+#include "core/controls.h"
+#include "desktop/catalogue_text.h"
 #include "desktop/menus.h"
 #include "desktop/pictures.h"
+#include "desktop/soft_keyboard_accessibility.h"
 #include "desktop/window_places.h"
 #include "display/resources.h"
 #include "keys/soft_keyboard.h"
@@ -67,8 +70,27 @@ void SoftKeyboardWindow::dock() {
 
 void SoftKeyboardWindow::refresh() {
     const Drawn now{current_soft_layer(simulator.machine), simulator.machine.soft.soft_highlight};
-    if (std::exchange(drawn, now) != now)
+    const Drawn before = std::exchange(drawn, now);
+    if (before != now)
         update();
+    if (before.layer != now.layer)
+        announce_soft_keys(this);
+}
+
+QString SoftKeyboardWindow::key_name(int key) const {
+    const SoftKey& soft = soft_key(current_soft_layer(simulator.machine), key);
+    const MessageCatalogue& catalogue = simulator.machine.around->catalogue;
+    return catalogue_text(catalogue, "SOFT_KEYS", soft_key_name_number(soft), soft_key_name(soft).c_str());
+}
+
+QRect SoftKeyboardWindow::key_area(int key) const {
+    const QRect area = key_rectangle(key);
+    return {BORDER + SCALE * area.left(), BORDER + SCALE * area.top(), SCALE * area.width(), SCALE * area.height()};
+}
+
+void SoftKeyboardWindow::click_key(int key) {
+    soft_mouse_down(simulator.machine, key / SOFT_KEY_COLUMNS, key % SOFT_KEY_COLUMNS);
+    soft_mouse_up(simulator.machine);
 }
 
 void SoftKeyboardWindow::paintEvent(QPaintEvent*) {

@@ -29,6 +29,13 @@ public:
     /// Repaints if the keyboard looks different now.
     void refresh();
 
+    /// What a key (of keys/soft_keys) is called on the layer that shows, and where in the window it is.
+    [[nodiscard]] QString key_name(int key) const;
+    [[nodiscard]] QRect key_area(int key) const;
+
+    /// Presses and releases a key, as the mouse does.
+    void click_key(int key);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;

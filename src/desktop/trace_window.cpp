@@ -2,6 +2,7 @@
 // Composing and filling the trace windows.
 #include "desktop/trace_window.h"
 
+#include "core/controls.h"
 #include "desktop/catalogue_text.h"
 #include "desktop/plain_text.h"
 #include "desktop/window_places.h"

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // machine_tick: what every tick does first and last, and which state it serves. STATE_RUN is in run_state.cpp.
-#include "driver/tick.h"
-
+#include "core/controls.h"
 #include "core/display_line.h"
 #include "core/invariants.h"
 #include "core/program.h"

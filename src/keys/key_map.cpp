@@ -3,7 +3,10 @@
 #include "keys/key_map.h"
 
 #include "core/charset.h"
+#include "core/controls.h"
+#include "core/host_commands.h"
 #include "core/machine.h"
+#include "core/setting_ranges.h"
 #include "keys/key_tables.h"
 
 namespace quillon {
@@ -44,18 +47,27 @@ constexpr FixedKey ASCII_KEYS[] = {
 };
 // clang-format on
 
-/// Function keys that stand for a command of the host.
+/// Keys that stand for a command of the host.
 struct CommandKey {
     int virtual_key;
     HostCommand command;
 };
 
 constexpr CommandKey COMMAND_KEYS[] = {
-    {VK_F3, COMMAND_OVERDRIVE},
-    {VK_F4, COMMAND_RELOAD},
-    {VK_F5, COMMAND_RUN},
-    {VK_F6, COMMAND_LINE},
+// NOLINTNEXTLINE(cppcoreguidelines-macro-usage): the rows are the includer's to take apart
+#define HOST_COMMAND(name, number, button, key, ...) {key, COMMAND_##name},
+#include "core/host_commands.def"
+#undef HOST_COMMAND
 };
+
+/// The command of a key, 0 for none. Pause is another Escape.
+int command_of(int virtual_key) {
+    for (const CommandKey& key : COMMAND_KEYS) {
+        if (virtual_key != VK_NONE && key.virtual_key == (virtual_key == VK_PAUSE ? VK_ESCAPE : virtual_key))
+            return key.command;
+    }
+    return 0;
+}
 
 template <std::size_t N>
 unsigned char find_code(const FixedKey (&keys)[N], int virtual_key) {
@@ -68,26 +80,23 @@ unsigned char find_code(const FixedKey (&keys)[N], int virtual_key) {
 
 void change_zoom(Machine& m, int step) {
     const int zoom = m.settings.zoom + step;
-    if (zoom >= 1 && zoom <= ZOOM_MAX)
+    if (zoom >= SettingRanges::zoom.lowest && zoom <= SettingRanges::zoom.highest)
         m.settings.zoom = zoom;
     m.around->host.resize_window();
 }
 
 /// Keys that act and type nothing. False when the key is none of these.
 bool act_on_key(Machine& m, int virtual_key, bool auto_repeat) {
-    for (const CommandKey& key : COMMAND_KEYS) {
-        if (key.virtual_key == virtual_key) {
-            m.around->host.run_command(key.command);
-            return true;
-        }
+    if (const int command = command_of(virtual_key)) {
+        if (command != COMMAND_STOP || m.run.run_state != STATE_COMMAND) // a line that is typed is nothing to stop
+            m.around->host.run_command(command);
+        return true;
     }
     switch (virtual_key) {
-    case VK_TAB: m.trace.trace_step_request = m.trace.trace_step_request || m.trace.trace_mode; return true;
-    case VK_ENTER: m.keys.enter_request = m.keys.enter_request || !auto_repeat; return true;
-    case VK_PAUSE:
-    case VK_ESCAPE:
-        if (m.run.run_state != STATE_COMMAND)
-            m.around->host.run_command(COMMAND_STOP);
+    case VK_TAB: take_step(m); return true;
+    case VK_ENTER:
+        if (!auto_repeat)
+            press_exe(m);
         return true;
     case VK_F1: change_zoom(m, -1); return true;
     case VK_F2: change_zoom(m, 1); return true;
@@ -172,6 +181,12 @@ void on_character(Machine& m, char character, int held_code) {
     const char typed = m.keys.shift_flag ? to_lower(character) : to_upper(character);
     set_key(m, as_byte(typed));
     m.keys.held_key = held_code;
+}
+
+void sample_modifiers(Machine& m, bool shift, bool ctrl, bool alt) {
+    m.keys.shift_flag = shift || m.soft.soft_shift_latch;
+    m.keys.ctrl_flag = ctrl || m.soft.soft_ctrl_latch;
+    m.keys.alt_flag = alt || m.soft.soft_alt_latch;
 }
 
 bool is_key_unread(const Machine& m) {

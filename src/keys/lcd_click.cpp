@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Clicks on the LCD, in canvas pixels.
-#include "keys/lcd_click.h"
-
+#include "core/controls.h"
 #include "core/machine.h"
 
 namespace quillon {
@@ -49,10 +48,8 @@ void choose_area(Machine& m, int x) {
 void on_lcd_click(Machine& m, LcdClick click, int x, int y) {
     if (choose_angle_unit(m, x, y))
         return;
-    if (m.run.run_state != STATE_SELECT) {
-        m.keys.enter_request = true;
-        return;
-    }
+    if (m.run.run_state != STATE_SELECT)
+        return press_exe(m);
     if (y < CELLS_TOP || y > CELLS_BOTTOM)
         return;
     choose_area(m, x);

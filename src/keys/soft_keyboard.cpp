@@ -2,6 +2,8 @@
 // Presses, releases and repeats of the soft keyboard.
 #include "keys/soft_keyboard.h"
 
+#include "core/controls.h"
+#include "core/host_commands.h"
 #include "core/machine.h"
 #include "keys/key_map.h"
 #include "keys/soft_keys.h"
@@ -26,9 +28,8 @@ void clear_typed_key(Machine& m) {
 }
 
 void type_key(Machine& m, const SoftKey& key) {
-    m.keys.key_string = std::string_view(key.text.data());
-    m.entry.prev_key_string.clear();
-    m.keys.held_key = 0;
+    set_pending_key(m, key.text.data());
+    forget_last_key(m);
     m.soft.soft_key_code = static_cast<unsigned char>(key.text[0]);
     m.soft.soft_repeat_count = 0;
     highlight(m, m.soft.soft_pressed_key);
@@ -61,7 +62,7 @@ void press_action(Machine& m, const SoftKey& key) {
     highlight(m, pressed);
     switch (key.kind) {
     case SoftKeyKind::EXTENSION_LATCH: m.soft.soft_ctrl_latch = !m.soft.soft_ctrl_latch; break;
-    case SoftKeyKind::EXE: m.keys.enter_request = true; break;
+    case SoftKeyKind::EXE: press_exe(m); break;
     case SoftKeyKind::BREAK:
         if (m.run.run_state != STATE_COMMAND)
             m.around->host.run_command(COMMAND_STOP);
@@ -105,10 +106,9 @@ void repeat(Machine& m) {
     if (++m.soft.soft_repeat_count < FIRST_REPEAT)
         return;
     m.soft.soft_repeat_count = FIRST_REPEAT - NEXT_REPEAT;
-    m.keys.key_string = std::string_view(soft_key(current_soft_layer(m), m.soft.soft_pressed_key).text.data());
+    set_pending_key(m, soft_key(current_soft_layer(m), m.soft.soft_pressed_key).text.data());
     m.soft.soft_key_code = 0;
-    m.keys.held_key = 0;
-    m.entry.prev_key_string.clear();
+    forget_last_key(m);
 }
 
 } // namespace

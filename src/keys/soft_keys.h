@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <string>
 
 namespace quillon {
 
@@ -30,6 +31,8 @@ enum class SoftKeyKind {
 struct SoftKey {
     std::array<char, 8> text{}; ///< at most 7 characters and a zero
     SoftKeyKind kind = SoftKeyKind::NONE;
+    const char* legend = ""; ///< UTF-8; empty for what is typed, as the LCD shows it
+    const char* name = "";   ///< where the legend is no word for it; else empty
 };
 
 /// The layer that the latches show (each 0 or 1): 0 none, 1 S, 2 F, 3 EXT, 4 EXT and S, 5 EXT and F. S and F
@@ -38,5 +41,15 @@ constexpr int soft_layer(int shift, int function, int extension) { return shift 
 
 /// The key `index` (row x 14 + column) of a layer; a key of kind NONE when there is no such layer or key.
 const SoftKey& soft_key(int layer, int index);
+
+/// What is written on a key, in UTF-8: "AC", "SIN", "≦".
+std::string soft_key_legend(const SoftKey& key);
+
+/// What a key is called, for screen readers: "Clear", "SIN", "less or equal".
+std::string soft_key_name(const SoftKey& key);
+
+/// The number of that name in section SOFT_KEYS of a message catalogue: the code of what is typed, 200 and the kind of
+/// other keys, 210 and the number of a program area. 0 for a key that is called by its legend, whatever the language.
+int soft_key_name_number(const SoftKey& key);
 
 } // namespace quillon

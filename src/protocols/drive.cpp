@@ -181,7 +181,7 @@ Refusal do_wait(DriveSession& session, std::string_view argument, Json& answer) 
     return {};
 }
 
-void press_exe(DriveSession& session) {
+void tick_with_exe(DriveSession& session) {
     session_input(*session.session, {.verb = InputVerb::EXE});
     drive_tick(session);
 }
@@ -189,7 +189,7 @@ void press_exe(DriveSession& session) {
 Refusal do_exe(DriveSession& session, std::string_view argument, Json&) {
     if (!argument.empty())
         return refuse_argument(argument);
-    press_exe(session);
+    tick_with_exe(session);
     return {};
 }
 
@@ -232,7 +232,7 @@ Refusal do_enter(DriveSession& session, std::string_view argument, Json&) {
         argument.remove_prefix(1);
     }
     type_bytes(session, argument);
-    press_exe(session);
+    tick_with_exe(session);
     return {};
 }
 

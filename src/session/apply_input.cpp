@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 // What each input does to a simulator.
+#include "core/controls.h"
 #include "core/run_control.h"
-#include "keys/key_map.h"
-#include "keys/lcd_click.h"
-#include "keys/soft_keyboard.h"
+#include "keys/virtual_keys.h"
 #include "session/cell_text.h"
 #include "session/input.h"
 #include "session/machine_image.h"
@@ -15,7 +14,7 @@ namespace quillon {
 namespace {
 
 /// What `character` holds down: no virtual key's code.
-constexpr int CHARACTER_CODE = 256;
+constexpr int CHARACTER_CODE = CHARACTER_KEY_BASE;
 
 void set_modifier(Modifiers& modifiers, std::string_view name, bool down) {
     bool& modifier = name == "shift" ? modifiers.shift : name == "ctrl" ? modifiers.ctrl : modifiers.alt;
@@ -44,8 +43,7 @@ void type_character(Simulator& s, const Input& input) {
     set_key_down(s, CHARACTER_CODE, !input.text.empty());
     if (input.text.empty())
         return;
-    s.machine.keys.key_string = up_to_nul(input.text);
-    s.machine.keys.held_key = CHARACTER_CODE;
+    set_pending_key(s.machine, up_to_nul(input.text), CHARACTER_CODE);
 }
 
 void click(Simulator& s, const Input& input, LcdClick kind) {
@@ -105,14 +103,11 @@ bool apply_input(Simulator& s, const Input& input) {
     case InputVerb::REPEAT:
     case InputVerb::ALT_PRESS: press(s, input); break;
     case InputVerb::RELEASE: set_key_down(s, static_cast<int>(input.numbers[0]), false); break;
-    case InputVerb::KEY_STRING:
-        m.keys.key_string = up_to_nul(input.text);
-        m.keys.held_key = 0;
-        break;
-    case InputVerb::TEXT: m.keys.key_string.assign(input.text); break;
+    case InputVerb::KEY_STRING: set_pending_key(m, up_to_nul(input.text)); break;
+    case InputVerb::TEXT: set_pending_key(m, input.text, m.keys.held_key); break;
     case InputVerb::CHARACTER: type_character(s, input); break;
     case InputVerb::ENTRY: m.entry.entry_line.text = input.text; break;
-    case InputVerb::EXE: m.keys.enter_request = true; break;
+    case InputVerb::EXE: press_exe(m); break;
     case InputVerb::EXE_HELD: s.exe_held = input.numbers[0] != 0; break;
     case InputVerb::BEGIN_ENTRY:
         if (m.run.run_state == STATE_RUN && m.eval.stmt_kind == KIND_PROMPT)
@@ -128,7 +123,7 @@ bool apply_input(Simulator& s, const Input& input) {
     case InputVerb::CLICK_DOUBLE: click(s, input, LcdClick::LEFT_DOUBLE); break;
     case InputVerb::CLICK_RIGHT: click(s, input, LcdClick::RIGHT); break;
     case InputVerb::RESTORE: restore(s, input); break;
-    case InputVerb::STEP: m.trace.trace_step_request = true; break;
+    case InputVerb::STEP: take_step(m); break;
     case InputVerb::KEY_DOWN:
     case InputVerb::ALT_KEY_DOWN:
     case InputVerb::KEY_UP: push_key_event(s.keys, key_event(input)); break;

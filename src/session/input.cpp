@@ -2,10 +2,10 @@
 // The vocabulary as a table: how the line of each input is read and written. session/apply_input.cpp carries them out.
 #include "session/input.h"
 
-#include "core/host.h"
 #include "keys/virtual_keys.h"
 #include "session/cell_text.h"
 #include "session/line_reader.h"
+#include "shell/commands.h"
 #include "shell/key_queue.h"
 
 #include <iterator>
@@ -42,7 +42,7 @@ constexpr std::string_view CELL_USAGE = "Name a cell, and a number or a text in 
 constexpr Row ROWS[] = {
     {"set",            InputVerb::SET,            "wt"},
     {"cell",           InputVerb::CELL,           "wt", 0, 0, "", CELL_USAGE},
-    {"host",           InputVerb::HOST_COMMAND,   "n", 40001, 40049, "A command"},
+    {"host",           InputVerb::HOST_COMMAND,   "n", HOST_COMMAND_FIRST, HOST_COMMAND_LAST, "A command"},
     {"load",           InputVerb::LOAD,           "t", 0, 0, "", "Name a listing file."},
     {"hold",           InputVerb::HOLD,           "w", 0, 0, "", MODIFIER_USAGE},
     {"unhold",         InputVerb::UNHOLD,         "w", 0, 0, "", MODIFIER_USAGE},
@@ -78,11 +78,6 @@ constexpr Row ROWS[] = {
     {"answer-time",    InputVerb::ANSWER_TIME,    "n", 0, std::numeric_limits<std::uint32_t>::max()},
 };
 
-/// Words of scripts for some host commands.
-constexpr struct {
-    std::string_view name;
-    HostCommand command;
-} COMMAND_WORDS[] = {{"run", COMMAND_RUN}, {"stop", COMMAND_STOP}, {"command", COMMAND_LINE}};
 // clang-format on
 
 bool begins_with_word(std::string_view line, std::string_view name) {
@@ -185,11 +180,11 @@ Refusal check_input(const Row& row, Input& input) {
 
 /// Lines whose words stand for a host command; nothing when the line is none.
 std::optional<Refusal> parse_command_word(std::string_view line, Input& input) {
-    for (const auto& [name, command] : COMMAND_WORDS) {
-        if (!begins_with_word(line, name))
+    for (const HostCommandRow& row : host_commands()) {
+        if (row.script.empty() || !begins_with_word(line, row.script))
             continue;
-        input = {.verb = InputVerb::HOST_COMMAND, .numbers = {command}};
-        return LineReader(line.substr(name.size())).at_end() ? Refusal() : "This command takes no argument.";
+        input = {.verb = InputVerb::HOST_COMMAND, .numbers = {row.number}};
+        return LineReader(line.substr(row.script.size())).at_end() ? Refusal() : "This command takes no argument.";
     }
     constexpr std::string_view PAGE = "page";
     if (!begins_with_word(line, PAGE))

@@ -2,10 +2,8 @@
 // Host commands: one table of what each does to the machine.
 #include "shell/commands.h"
 
+#include "core/controls.h"
 #include "core/errors.h"
-#include "core/program.h"
-#include "core/run_control.h"
-#include "keys/soft_keyboard.h"
 #include "shell/listing_file.h"
 #include "shell/paths.h"
 #include "shell/simulator.h"
@@ -18,15 +16,6 @@ namespace quillon {
 namespace {
 
 constexpr MessageId MESSAGE_NO_EDITOR{"SYSTEM", 10};
-
-/// Loads, and listings that run, silence what is left of a tone.
-void stop_sound(Machine& m) {
-    if (m.sound.tone.samples == 0)
-        return;
-    m.sound.sound_ticks_left = 0;
-    m.sound.sound_holds_run = false;
-    m.around->host.stop_tone();
-}
 
 /// The default skin; without any skin there is nothing to show, and the window closes.
 bool restore_default_skin(Simulator& s) {
@@ -47,7 +36,7 @@ void run(Simulator& s, int) {
     Machine& m = s.machine;
     if (m.run.run_state == STATE_STOPPED)
         return run_on(m);
-    stop_sound(m);
+    stop_tone(m);
     if (m.listing->text.empty())
         return show_catalogue_message(m, MESSAGE_NO_LISTING);
     start_area(m);
@@ -57,12 +46,8 @@ void stop_program(Simulator& s, int) { stop(s.machine); }
 
 // Tracing and listings.
 
-/// Opening or closing, a statement that waits for its step is let go.
 void toggle_trace(Simulator& s, int) {
-    Machine& m = s.machine;
-    m.trace.trace_mode = !m.trace.trace_mode;
-    m.trace.trace_step_flag = true;
-    m.trace.trace_step_request = false;
+    set_tracing(s.machine, !s.machine.trace.trace_mode);
     s.window.toggle_trace();
 }
 
@@ -113,14 +98,7 @@ void toggle_ascii_mode(Simulator& s, int) {
 }
 
 void toggle_overdrive(Simulator& s, int) {
-    Machine& m = s.machine;
-    if (m.speed.overdrive) {
-        m.settings.timer_interval = m.speed.saved_timer_interval;
-    } else {
-        m.speed.saved_timer_interval = m.settings.timer_interval;
-        m.settings.timer_interval = OVERDRIVE_INTERVAL_MS;
-    }
-    m.speed.overdrive = !m.speed.overdrive;
+    set_overdrive(s.machine, !s.machine.speed.overdrive);
     s.window.refresh();
 }
 
@@ -135,65 +113,60 @@ void toggle_soft_keyboard(Simulator& s, int) {
 }
 
 void open_with_dialog(Simulator& s, int number) {
-    stop_sound(s.machine);
+    stop_tone(s.machine);
     s.window.perform(static_cast<HostCommand>(number));
 }
 
 /// Dialogs, other windows and leaving are the window's alone.
 void ask_window(Simulator& s, int number) { s.window.perform(static_cast<HostCommand>(number)); }
 
-/// A command, or a row of them, and what it does.
-struct CommandRow {
-    int first;
-    int last;
-    void (*carry_out)(Simulator& s, int number);
+// What shows a check mark.
+
+bool is_in_ascii_mode(const Machine& m) { return m.settings.ascii_mode; }
+bool is_in_overdrive(const Machine& m) { return m.speed.overdrive; }
+bool has_soft_keyboard(const Machine& m) { return m.soft.soft_open; }
+
+constexpr HostCommandRow COMMANDS[] = {
+// NOLINTNEXTLINE(cppcoreguidelines-macro-usage): the rows are the includer's to take apart
+#define HOST_COMMAND(name, number, button, key, script, menu, tooltip, icon, carry_out, is_on)                         \
+    {COMMAND_##name, button, script, menu, tooltip, icon, carry_out, is_on},
+#include "core/host_commands.def"
+#undef HOST_COMMAND
 };
 
-// clang-format off
-constexpr CommandRow COMMANDS[] = {
-    {COMMAND_OPEN,          COMMAND_OPEN,          open_with_dialog},
-    {COMMAND_EXIT,          COMMAND_EXIT,          ask_window},
-    {COMMAND_RUN,           COMMAND_RUN,           run},
-    {COMMAND_STOP,          COMMAND_STOP,          stop_program},
-    {COMMAND_EDITOR,        COMMAND_ABOUT,         ask_window},
-    {COMMAND_CONFIGURE,     COMMAND_CONFIGURE,     ask_window},
-    {COMMAND_RELOAD,        COMMAND_RELOAD,        reload},
-    {COMMAND_ZOOM_1,        COMMAND_ZOOM_4,        set_zoom},
-    {COMMAND_ERROR_DETAIL,  COMMAND_ERROR_DETAIL,  ask_window},
-    {COMMAND_PAGE_0,        COMMAND_PAGE_9,        select_page},
-    {COMMAND_TRACE,         COMMAND_TRACE,         toggle_trace},
-    {COMMAND_ASCII_MODE,    COMMAND_ASCII_MODE,    toggle_ascii_mode},
-    {COMMAND_LINE,          COMMAND_LINE,          begin_command_line},
-    {COMMAND_HELP,          COMMAND_HELP,          ask_window},
-    {COMMAND_OVERDRIVE,     COMMAND_OVERDRIVE,     toggle_overdrive},
-    {COMMAND_DEG,           COMMAND_GRA,           select_angle_unit},
-    {COMMAND_SOFT_KEYBOARD, COMMAND_SOFT_KEYBOARD, toggle_soft_keyboard},
-};
+constexpr bool is_of(const HostCommandRow& row, int number) { return row.number == number || row.button == number; }
 
-/// Toolbar buttons that act as another command.
-struct Alias {
-    int button;
-    HostCommand command;
-};
-
-constexpr Alias ALIASES[] = {
-    {40007, COMMAND_OPEN},      {40008, COMMAND_EDITOR},       {40009, COMMAND_RUN},   {40010, COMMAND_STOP},
-    {40011, COMMAND_ABOUT},     {40012, COMMAND_CONFIGURE},    {40014, COMMAND_RELOAD}, {40025, COMMAND_ERROR_DETAIL},
-    {40026, COMMAND_TRACE},     {40040, COMMAND_LINE},         {40049, COMMAND_SOFT_KEYBOARD},
-};
-// clang-format on
+/// Every number stands for one command at most, and scripts and fuzzers know where to look for it.
+constexpr bool numbers_are_in_order() {
+    std::size_t found = 0;
+    for (int number = HOST_COMMAND_FIRST; number <= HOST_COMMAND_LAST; ++number) {
+        std::size_t rows = 0;
+        for (const HostCommandRow& row : COMMANDS) {
+            rows += is_of(row, number) ? 1 : 0;
+            found += row.number == number ? 1 : 0;
+        }
+        if (rows > 1)
+            return false;
+    }
+    return found == std::size(COMMANDS);
+}
+static_assert(numbers_are_in_order());
 
 } // namespace
 
+std::span<const HostCommandRow> host_commands() { return COMMANDS; }
+
+const HostCommandRow* find_host_command(int number) {
+    for (const HostCommandRow& row : COMMANDS) {
+        if (is_of(row, number))
+            return &row;
+    }
+    return nullptr;
+}
+
 void run_host_command(Simulator& s, int number) {
-    for (const Alias& alias : ALIASES) {
-        if (alias.button == number)
-            return run_host_command(s, alias.command);
-    }
-    for (const CommandRow& row : COMMANDS) {
-        if (number >= row.first && number <= row.last)
-            return row.carry_out(s, number);
-    }
+    if (const HostCommandRow* row = find_host_command(number))
+        row->carry_out(s, row->number);
 }
 
 LoadResult load_listing_file(Simulator& s, const std::string& path) {
@@ -216,7 +189,7 @@ LoadResult load_listing_file(Simulator& s, const std::string& path) {
 }
 
 bool open_listing(Simulator& s, const std::string& path) {
-    stop_sound(s.machine);
+    stop_tone(s.machine);
     const LoadResult result = load_listing_file(s, std::string(path)); // `path` may be the one that is kept
     if (result != LoadResult::UNREADABLE && restore_default_skin(s))
         s.window.refresh();

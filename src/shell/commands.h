@@ -1,18 +1,39 @@
 // SPDX-License-Identifier: MIT
-// The host's commands, by number: what the menu, the toolbar, keys and the machine itself ask for.
+// The host's commands, by number: what the menu, the toolbar, keys and the machine itself ask for. What a window needs
+// to know of each stands in its row.
 #pragma once
 
-#include "core/program.h"
+#include "core/controls.h"
+#include "core/host_commands.h"
+#include "shell/window_texts.h"
 
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quillon {
 
 struct Simulator;
 
-constexpr int OVERDRIVE_INTERVAL_MS = 5; ///< between ticks, while Overdrive is on
+/// A row of core/host_commands.def, which says what the columns mean.
+struct HostCommandRow {
+    HostCommand number;
+    int button;
+    std::string_view script;
+    WindowText menu;
+    WindowText tooltip;
+    std::string_view icon;
+    void (*carry_out)(Simulator& s, int number);
+    bool (*is_on)(const Machine& m);
+};
+
+/// All commands, by number.
+std::span<const HostCommandRow> host_commands();
+
+/// The command with the number of a menu entry or of a toolbar button, null when there is none.
+const HostCommandRow* find_host_command(int number);
 
 /// Carries out a command by its number (40001-40049); the numbers of toolbar buttons act as the commands they stand
 /// for. Any other number does nothing. The machine's own commands take effect at once, also from within a tick.

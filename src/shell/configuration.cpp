@@ -2,7 +2,7 @@
 // Between the configuration dialog and the running values.
 #include "shell/configuration.h"
 
-#include "shell/commands.h"
+#include "core/controls.h"
 #include "shell/simulator.h"
 
 #include <algorithm>
@@ -10,78 +10,49 @@
 namespace quillon {
 namespace {
 
-/// The numbers of section DLG_CONFIG.
-enum ConfigurationMessage : int {
-    MESSAGE_INTERVAL = 20,
-    MESSAGE_SET_F = 21,
-    MESSAGE_SET_E = 22,
-    MESSAGE_SET_G = 23,
-    MESSAGE_VOLUME = 24,
-};
+/// What is taken over of a number that was typed.
+int taken_number(const NumberSetting& setting, const DialogField& field, int typed, std::vector<int>& messages) {
+    if (field.message == NO_MESSAGE)
+        return std::clamp(typed, field.first, field.last);
+    return accepted_number(setting, typed, field.message, messages);
+}
 
-/// A field with its range and what stands in place of a value outside of it.
-struct FieldRule {
-    int low;
-    int high;
-    int fallback;
-    int message;
-};
-
-constexpr FieldRule SET_F_RULE{-1, 9, -1, MESSAGE_SET_F};
-constexpr FieldRule SET_E_RULE{-1, 8, -1, MESSAGE_SET_E};
-constexpr FieldRule SET_G_RULE{0, 18, 9, MESSAGE_SET_G};
-constexpr FieldRule VOLUME_RULE{0, 10, 10, MESSAGE_VOLUME};
-constexpr FieldRule INTERVAL_RULE{TIMER_PERIOD_MIN, TIMER_PERIOD_MAX, 30, MESSAGE_INTERVAL};
-constexpr int INTERVAL_MIN = 5;
-
-int checked(int value, const FieldRule& rule, std::vector<int>& messages) {
-    if (value >= rule.low && value <= rule.high)
-        return value;
-    messages.push_back(rule.message);
-    return rule.fallback;
+/// While the dialog is open the machine ticks at the configured speed; then Overdrive goes on.
+void end_pause_of_overdrive(Machine& m) {
+    if (m.speed.overdrive)
+        m.settings.timer_interval = OVERDRIVE_INTERVAL_MS;
 }
 
 } // namespace
 
-Configuration begin_configuration(Simulator& s) {
+StoredSettings begin_configuration(Simulator& s) {
     Machine& m = s.machine;
     if (m.speed.overdrive)
         m.settings.timer_interval = m.speed.saved_timer_interval;
-    return {.editor = s.preferences.editor,
-            .run_page = m.settings.run_page,
-            .timer_interval = m.settings.timer_interval,
-            .start_mode = s.preferences.start_mode,
-            .ascii_mode = m.settings.ascii_mode ? 1 : 0,
-            .set_e_digits = m.settings.set_e_digits,
-            .set_f_digits = m.settings.set_f_digits,
-            .set_g_digits = m.settings.set_g_digits,
-            .pcm_beep = m.settings.pcm_beep ? 1 : 0,
-            .beep_volume = m.settings.beep_volume};
+    return collect_settings(m, s.preferences);
 }
 
-std::vector<int> accept_configuration(Simulator& s, const Configuration& fields) {
-    Machine& m = s.machine;
+std::vector<int> accept_configuration(Simulator& s, StoredSettings typed) {
+    int& interval = typed.machine.timer_interval;
+    interval = std::max(interval, find_setting("TIMER")->dialog->first);  // shorter ones are for Overdrive
+    StoredSettings settings = collect_settings(s.machine, s.preferences); // the machine has run on meanwhile
     std::vector<int> messages;
-    m.settings.run_page = std::clamp(fields.run_page, 0, AREA_COUNT - 1);
-    const int interval = checked(std::max(fields.timer_interval, INTERVAL_MIN), INTERVAL_RULE, messages);
-    m.settings.cursor_interval = cursor_interval_for(interval);
-    m.settings.timer_interval = m.speed.overdrive ? OVERDRIVE_INTERVAL_MS : interval;
-    if (m.speed.overdrive)
-        m.speed.saved_timer_interval = interval;
-    m.settings.ascii_mode = fields.ascii_mode != 0;
-    s.preferences.editor = fields.editor;
-    m.settings.set_f_digits = checked(fields.set_f_digits, SET_F_RULE, messages);
-    m.settings.set_e_digits = checked(fields.set_e_digits, SET_E_RULE, messages);
-    m.settings.set_g_digits = checked(fields.set_g_digits, SET_G_RULE, messages);
-    m.settings.pcm_beep = fields.pcm_beep != 0;
-    s.preferences.start_mode = fields.start_mode;
-    m.settings.beep_volume = checked(fields.beep_volume, VOLUME_RULE, messages);
+    for (const SettingRow& row : setting_rows()) {
+        if (!row.dialog)
+            continue;
+        if (const auto* number = std::get_if<NumberSetting>(&row.field))
+            number->set(settings, taken_number(*number, *row.dialog, number->get(typed), messages));
+        if (const auto* text = std::get_if<TextSetting>(&row.field))
+            settings.preferences.*text->field = typed.preferences.*text->field;
+    }
+    settings.machine.cursor_interval = cursor_interval_for(settings.machine.timer_interval);
+    s.preferences = settings.preferences;
+    apply_settings(s.machine, settings.machine);
+    end_pause_of_overdrive(s.machine);
+    std::sort(messages.begin(), messages.end()); // numbered in the order in which they are shown
     return messages;
 }
 
-void cancel_configuration(Simulator& s) {
-    if (s.machine.speed.overdrive)
-        s.machine.settings.timer_interval = OVERDRIVE_INTERVAL_MS;
-}
+void cancel_configuration(Simulator& s) { end_pause_of_overdrive(s.machine); }
 
 } // namespace quillon

@@ -2,6 +2,7 @@
 // Pacing key events.
 #include "shell/key_queue.h"
 
+#include "core/controls.h"
 #include "core/machine.h"
 #include "keys/key_map.h"
 #include "keys/virtual_keys.h"
@@ -107,7 +108,7 @@ std::optional<KeyEvent> next_key_down(KeyQueue& queue, const Machine& m) {
 void apply_key_down(KeyQueue& queue, Machine& m, const KeyEvent& event) {
     queue.last_down = event;
     if (!event.auto_repeat)
-        m.entry.prev_key_string.clear(); // a new press, though another key may have typed the same before
+        forget_last_key(m);
     key_up(queue, event.key);
     queue.down_keys.push_back(event.key);
     switch (event.kind) {
@@ -116,7 +117,7 @@ void apply_key_down(KeyQueue& queue, Machine& m, const KeyEvent& event) {
     default: on_key_down(m, event.key, event.auto_repeat);
     }
     if (m.keys.key_string.empty())
-        m.keys.held_key = 0; // EXE while a letter is still down: that one is no key for what comes next
+        clear_key(m); // EXE while a letter is still down: that one is no key for what comes next
 }
 
 void note_pending_key(KeyQueue& queue, const Machine& m) { queue.key_in_last_tick = !m.keys.key_string.empty(); }

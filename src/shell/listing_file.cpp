@@ -4,6 +4,7 @@
 
 #include "core/errors.h"
 #include "core/listing_elements.h"
+#include "core/machine.h"
 
 #include <utility>
 

@@ -2,7 +2,7 @@
 // Listings as the bytes of their files.
 #pragma once
 
-#include "core/program.h"
+#include "core/controls.h"
 #include "shell/disk.h"
 
 #include <string>

@@ -1,48 +1,20 @@
 // SPDX-License-Identifier: MIT
-// The keys of the settings file as a table, in the order in which they are written, and what reads and writes by it.
+// The table of settings, made from core/settings.def, and what reads and writes the file by it.
 #include "shell/settings.h"
 
 #include "core/machine.h"
-#include "keys/key_map.h"
+#include "core/setting_ranges.h"
 #include "shell/profile.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <limits>
 #include <optional>
 #include <type_traits>
-#include <variant>
 
 namespace quillon {
 namespace {
 
 constexpr std::string_view SECTION = "QZS";
-constexpr int NO_MESSAGE = -1;
-constexpr int ANY = std::numeric_limits<int>::max();
-
-/// The numbers that are accepted, and what stands in for the others.
-struct Range {
-    int first;
-    int last;
-    int otherwise;
-    int message = NO_MESSAGE; ///< of section "INI"
-};
-
-struct TextField {
-    std::string Preferences::*field;
-};
-
-/// A number, code or flag of either part, by ways to read and write it.
-struct NumberField {
-    int (*get)(const StoredSettings& settings);
-    void (*set)(StoredSettings& settings, int number);
-};
-
-struct ColourField {
-    Colour Preferences::*field;
-};
-
-using NoField = std::monostate;
 
 template <typename Number>
 Settings& part(StoredSettings& s, Number Settings::*) {
@@ -62,64 +34,40 @@ const Preferences& part(const StoredSettings& s, Number Preferences::*) {
 }
 
 template <auto Member>
-constexpr NumberField number() {
+constexpr NumberSetting number(int lowest, int highest, std::optional<int> otherwise = {}, int message = NO_MESSAGE) {
     return {[](const StoredSettings& s) { return static_cast<int>(part(s, Member).*Member); },
             [](StoredSettings& s, int number) {
                 auto& place = part(s, Member).*Member;
                 place = static_cast<std::remove_reference_t<decltype(place)>>(number);
-            }};
+            },
+            lowest,
+            highest,
+            otherwise,
+            message};
 }
 
-struct Row {
-    std::string_view label; ///< key, "=" and the blanks around it, as they are written
-    std::variant<NoField, TextField, NumberField, ColourField> field;
-    std::optional<Range> range = std::nullopt; ///< of the numbers that are read back
+// Words of the table.
+constexpr std::nullopt_t DEFAULT = std::nullopt;
+constexpr std::nullopt_t no_dialog = std::nullopt;
+constexpr int NONE = NO_MESSAGE;
+constexpr DialogField in_dialog(int first = 0, int last = 0, int message = NONE) { return {first, last, message}; }
+
+// NOLINTBEGIN(cppcoreguidelines-macro-usage): the rows are the includer's to take apart
+#define SETTING(label, field, lowest, highest, record, otherwise, message, dialog)                                     \
+    {label, number<&Settings::field>(lowest, highest, otherwise, message), dialog},
+#define WRITTEN_SETTING(label, field, lowest, highest, record, dialog)                                                 \
+    {label, number<&Settings::field>(lowest, highest), dialog, false},
+#define PREFERENCE(label, field, lowest, highest, otherwise, message, dialog)                                          \
+    {label, number<&Preferences::field>(lowest, highest, otherwise, message), dialog},
+#define PREFERENCE_TEXT(label, field, dialog) {label, TextSetting{&Preferences::field}, dialog},
+#define PREFERENCE_COLOUR(label, field) {label, ColourSetting{&Preferences::field}},
+#define SETTING_REMARK(label) {label, {}, std::nullopt, false},
+// NOLINTEND(cppcoreguidelines-macro-usage)
+constexpr SettingRow ROWS[] = {
+#include "core/settings.def"
 };
 
-// The blanks around "=" are the file's own and differ from key to key. Some ranges have no message: they keep out
-// numbers that mean nothing (an angle unit or a file type that is none) or could only do harm (a negative wait).
-// clang-format off
-constexpr Row rows[] = {
-    {"EDITOR = ",                 TextField{&Preferences::editor}},
-    {"LASTFILE = ",               TextField{&Preferences::last_file}},
-    {"FILETYPE = ",               number<&Preferences::file_type>(),       Range{ 0,   3,  0}},
-    {"MODE = ",                   number<&Settings::angle_unit>(),         Range{ 0,   2,  0}},
-    {"RUNPAGE= ",                 number<&Settings::run_page>(),           Range{ 0,   9,  0, 0}},
-    {"TIMER= ",                   number<&Settings::timer_interval>(),     Range{TIMER_PERIOD_MIN, TIMER_PERIOD_MAX, 30, 1}},
-    {"ZOOM= ",                    number<&Settings::zoom>(),               Range{ 1, ZOOM_MAX, 1, 2}},
-    {"INPUTMODE= ",               number<&Settings::ascii_mode>(),         Range{ 0,   1,  1}},
-    {"WAITPRINTSC_INI= ",         number<&Settings::wait_print_sc_ini>(),  Range{ 0, ANY,  0}},
-    {"WAITPRINTSC= ",             number<&Settings::wait_print_sc>(),      Range{ 0, ANY,  0}},
-    {"CURSOR_INT= ",              number<&Settings::cursor_interval>()},
-    {"PCMBEEP= ",                 number<&Settings::pcm_beep>()},
-    {"PALETTE= \"0xRRGGBB\"",     NoField{}},
-    {"PAL_ON = ",                 ColourField{&Preferences::pal_on}},
-    {"PAL_OFF = ",                ColourField{&Preferences::pal_off}},
-    {"PAL_BG = ",                 ColourField{&Preferences::pal_bg}},
-    {"DECIMAL = ",                number<&Settings::set_f_digits>(),       Range{-1,   9, -1, 4}},
-    {"INTEGER = ",                number<&Settings::set_e_digits>(),       Range{-1,   8, -1, 3}},
-    {"FIXED= ",                   number<&Settings::set_g_digits>(),       Range{ 0,  18,  9, 5}},
-    {"STARTMODE= ",               number<&Preferences::start_mode>(),      Range{ 0,   1,  0}},
-    {"BEEPVOLUME= ",              number<&Settings::beep_volume>(),        Range{ 0,  10, 10}},
-    {"SOFTKEY= ",                 number<&Preferences::soft_keyboard>(),   Range{ 0,   1,  0}},
-};
-// clang-format on
-
-std::string_view key_of(const Row& row) { return row.label.substr(0, row.label.find_first_of(" =")); }
-
-const Row* find_row(std::string_view key) {
-    const auto* found =
-        std::find_if(std::begin(rows), std::end(rows), [key](const Row& row) { return same_name(key_of(row), key); });
-    return found == std::end(rows) ? nullptr : found;
-}
-
-int accepted(int number, const Range& range, std::vector<int>& messages) {
-    if (number >= range.first && number <= range.last)
-        return number;
-    if (range.message != NO_MESSAGE)
-        messages.push_back(range.message);
-    return range.otherwise;
-}
+std::string_view key_of(const SettingRow& row) { return row.label.substr(0, row.label.find_first_of(" =")); }
 
 bool is_remark(std::string_view line) { return without_blanks(line).starts_with(';'); }
 
@@ -129,7 +77,7 @@ void keep_other_lines(std::string_view text, bool keys_too, std::vector<std::str
     while (!text.empty()) {
         const std::string_view line = text.substr(0, text.find(line_end));
         const auto entry = parse_profile_entry(line);
-        if (is_remark(line) || (keys_too && entry && find_row(entry->key) == nullptr))
+        if (is_remark(line) || (keys_too && entry && find_setting(entry->key) == nullptr))
             kept.emplace_back(without_blanks(line));
         text.remove_prefix(std::min(line.size() + 1, text.size()));
     }
@@ -142,12 +90,12 @@ void append_text(std::string& out, std::string_view value) {
     out += '"';
 }
 
-void append_value(std::string& out, const Row& row, const StoredSettings& settings) {
-    if (const auto* text = std::get_if<TextField>(&row.field))
+void append_value(std::string& out, const SettingRow& row, const StoredSettings& settings) {
+    if (const auto* text = std::get_if<TextSetting>(&row.field))
         append_text(out, settings.preferences.*text->field);
-    if (const auto* number = std::get_if<NumberField>(&row.field))
+    if (const auto* number = std::get_if<NumberSetting>(&row.field))
         out += std::to_string(number->get(settings));
-    if (const auto* colour = std::get_if<ColourField>(&row.field)) {
+    if (const auto* colour = std::get_if<ColourSetting>(&row.field)) {
         char digits[16];
         std::snprintf(digits, sizeof digits, "0x%06x", settings.preferences.*colour->field);
         out += digits;
@@ -155,6 +103,22 @@ void append_value(std::string& out, const Row& row, const StoredSettings& settin
 }
 
 } // namespace
+
+std::span<const SettingRow> setting_rows() { return ROWS; }
+
+const SettingRow* find_setting(std::string_view key) {
+    const auto* found = std::find_if(std::begin(ROWS), std::end(ROWS),
+                                     [key](const SettingRow& row) { return same_name(key_of(row), key); });
+    return found == std::end(ROWS) ? nullptr : found;
+}
+
+int accepted_number(const NumberSetting& setting, int number, int message, std::vector<int>& messages) {
+    if (number >= setting.lowest && number <= setting.highest)
+        return number;
+    if (message != NO_MESSAGE)
+        messages.push_back(message);
+    return setting.otherwise ? *setting.otherwise : setting.get({});
+}
 
 LoadedSettings parse_settings(std::string_view text) {
     const Profile profile = parse_profile(text);
@@ -169,7 +133,7 @@ LoadedSettings parse_settings(std::string_view text) {
     if (ours == nullptr)
         return loaded;
     keep_other_lines(ours->text, true, settings.preferences.other_lines);
-    for (const Row& row : rows) {
+    for (const SettingRow& row : ROWS) {
         if (const std::string* value = find_value(*ours, key_of(row)))
             set_setting(settings, key_of(row), *value, loaded.messages);
     }
@@ -179,17 +143,15 @@ LoadedSettings parse_settings(std::string_view text) {
 }
 
 bool set_setting(StoredSettings& settings, std::string_view key, std::string_view value, std::vector<int>& messages) {
-    const Row* row = find_row(key);
-    if (row == nullptr)
+    const SettingRow* row = find_setting(key);
+    if (row == nullptr || !row->is_read)
         return false;
-    if (const auto* text = std::get_if<TextField>(&row->field))
+    if (const auto* text = std::get_if<TextSetting>(&row->field))
         settings.preferences.*text->field = value.substr(0, value.find('\0'));
-    else if (const auto* colour = std::get_if<ColourField>(&row->field))
+    else if (const auto* colour = std::get_if<ColourSetting>(&row->field))
         settings.preferences.*colour->field = static_cast<Colour>(parse_profile_integer(value)) & 0xFFFFFF;
-    else if (const auto* number = std::get_if<NumberField>(&row->field); number != nullptr && row->range)
-        number->set(settings, accepted(parse_profile_integer(value), *row->range, messages));
-    else
-        return false;
+    else if (const auto* number = std::get_if<NumberSetting>(&row->field))
+        number->set(settings, accepted_number(*number, parse_profile_integer(value), number->message, messages));
     settings.machine.cursor_interval = cursor_interval_for(settings.machine.timer_interval);
     return true;
 }
@@ -197,7 +159,7 @@ bool set_setting(StoredSettings& settings, std::string_view key, std::string_vie
 std::string settings_text(const StoredSettings& settings) {
     std::string text("[");
     text.append(SECTION).append("]");
-    for (const Row& row : rows) {
+    for (const SettingRow& row : ROWS) {
         text += '\n';
         text += row.label;
         append_value(text, row, settings);
@@ -213,14 +175,14 @@ bool holds_settings(std::string_view text) {
 
 StoredSettings merge_settings(const StoredSettings& in_file, const StoredSettings& ours, const StoredSettings& before) {
     StoredSettings merged = in_file;
-    for (const Row& row : rows) {
-        if (const auto* text = std::get_if<TextField>(&row.field);
+    for (const SettingRow& row : ROWS) {
+        if (const auto* text = std::get_if<TextSetting>(&row.field);
             text != nullptr && ours.preferences.*text->field != before.preferences.*text->field)
             merged.preferences.*text->field = ours.preferences.*text->field;
-        if (const auto* number = std::get_if<NumberField>(&row.field);
-            number != nullptr && (!row.range || number->get(ours) != number->get(before))) // without one: never read
+        if (const auto* number = std::get_if<NumberSetting>(&row.field);
+            number != nullptr && (!row.is_read || number->get(ours) != number->get(before)))
             number->set(merged, number->get(ours));
-        if (const auto* colour = std::get_if<ColourField>(&row.field);
+        if (const auto* colour = std::get_if<ColourSetting>(&row.field);
             colour != nullptr && ours.preferences.*colour->field != before.preferences.*colour->field)
             merged.preferences.*colour->field = ours.preferences.*colour->field;
     }
@@ -229,7 +191,7 @@ StoredSettings merge_settings(const StoredSettings& in_file, const StoredSetting
 
 int cursor_interval_for(int timer_interval) {
     constexpr int HALF_PERIOD = 417; // milliseconds
-    return HALF_PERIOD / std::max(timer_interval, TIMER_PERIOD_MIN);
+    return HALF_PERIOD / std::max(timer_interval, SettingRanges::timer_interval.lowest);
 }
 
 void apply_settings(Machine& m, const Settings& settings) {

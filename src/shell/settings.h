@@ -4,27 +4,27 @@
 #pragma once
 
 #include "core/machine.h"
-#include "display/image.h"
+#include "display/skin_palette.h"
 
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 namespace quillon {
-
-constexpr int TIMER_PERIOD_MIN = 1; ///< milliseconds between ticks that a host can keep
-constexpr int TIMER_PERIOD_MAX = 1000;
 
 /// Settings that are not the machine's own.
 struct Preferences {
     std::string editor = "notepad.exe"; ///< path of the editor, any bytes; empty for none
     std::string last_file;              ///< path of the listing, any bytes; empty for none
     int file_type = 0;                  ///< which files the open dialog shows: 1 all, 2 BAS, 3 TXT; 0 not chosen yet
-    Colour pal_on = 0x001900;           ///< a lit dot
-    Colour pal_off = 0x90B068;          ///< an unlit dot
-    Colour pal_bg = 0xB0C86E;           ///< the background of the LCD
-    int start_mode = 0;                 ///< 1: the program starts in command mode
-    int soft_keyboard = 0;              ///< 1: the soft keyboard is open at the start
+    Colour pal_on = LcdColours{}.lit;
+    Colour pal_off = LcdColours{}.unlit;
+    Colour pal_bg = LcdColours{}.background;
+    int start_mode = 0;    ///< 1: the program starts in command mode
+    int soft_keyboard = 0; ///< 1: the soft keyboard is open at the start
 
     std::vector<std::string> other_lines; ///< remarks, and the lines of keys in section QZS that are none of these
     std::string other_sections;           ///< the file's other sections as they stand there
@@ -35,6 +35,50 @@ struct StoredSettings {
     Settings machine; ///< with the interval between ticks as configured, never that of Overdrive
     Preferences preferences;
 };
+
+// The table of settings: the rows of core/settings.def, which says what the columns mean.
+
+constexpr int NO_MESSAGE = -1;
+
+struct TextSetting {
+    std::string Preferences::*field;
+};
+
+struct ColourSetting {
+    Colour Preferences::*field;
+};
+
+/// A number, code or flag of either part, by ways to read and write it.
+struct NumberSetting {
+    int (*get)(const StoredSettings& settings);
+    void (*set)(StoredSettings& settings, int number);
+    int lowest;
+    int highest;
+    std::optional<int> otherwise = std::nullopt; ///< nothing for the default
+    int message = NO_MESSAGE;                    ///< of section INI
+};
+
+/// A field of the configuration dialog.
+struct DialogField {
+    int first; ///< of a number: the ends between which its arrows lead
+    int last;
+    int message = NO_MESSAGE; ///< of section DLG_CONFIG; without one the nearer end is taken
+};
+
+struct SettingRow {
+    std::string_view label; ///< key, "=" and the blanks around it, as they are written
+    std::variant<std::monostate, TextSetting, NumberSetting, ColourSetting> field;
+    std::optional<DialogField> dialog = std::nullopt;
+    bool is_read = true; ///< back from the file
+};
+
+std::span<const SettingRow> setting_rows();
+
+/// The row of a key, in letters of either case; null when there is none.
+const SettingRow* find_setting(std::string_view key);
+
+/// The number, where it lies in the setting's range; else what takes its place, and the message, if any, is appended.
+int accepted_number(const NumberSetting& setting, int number, int message, std::vector<int>& messages);
 
 /// Settings as they were read, and the numbers of the "INI" messages for values that were not accepted, in order.
 struct LoadedSettings {

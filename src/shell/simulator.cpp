@@ -2,22 +2,12 @@
 // Composing and ticking a simulator.
 #include "shell/simulator.h"
 
+#include "core/controls.h"
 #include "driver/language.h"
-#include "driver/tick.h"
 #include "shell/commands.h"
 #include "shell/skins.h"
 
 namespace quillon {
-namespace {
-
-void sample_modifiers(Machine& m, const Modifiers& down) {
-    m.keys.ctrl_flag = down.ctrl || m.soft.soft_ctrl_latch;
-    m.keys.shift_flag = down.shift || m.soft.soft_shift_latch;
-    m.keys.alt_flag = down.alt || m.soft.soft_alt_latch;
-}
-
-} // namespace
-
 Simulator::Simulator() {
     around.language = &basic_language();
     machine.around.pointer = &around;
@@ -29,7 +19,8 @@ Simulator::Simulator() {
 void advance_simulator(Simulator& s) {
     Machine& m = s.machine;
     const std::optional<KeyEvent> key = next_key_down(s.keys, m);
-    sample_modifiers(m, key ? key->modifiers : s.modifiers);
+    const Modifiers& down = key ? key->modifiers : s.modifiers;
+    sample_modifiers(m, down.shift, down.ctrl, down.alt);
     if (key)
         apply_key_down(s.keys, m, *key);
     note_pending_key(s.keys, m);

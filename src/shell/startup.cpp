@@ -2,8 +2,7 @@
 // Starting and ending.
 #include "shell/startup.h"
 
-#include "core/run_control.h"
-#include "keys/soft_keyboard.h"
+#include "core/controls.h"
 #include "shell/commands.h"
 #include "shell/simulator.h"
 #include "shell/skins.h"

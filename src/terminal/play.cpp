@@ -6,6 +6,7 @@
 #include "files/file_services.h"
 #include "files/host_disk.h"
 #include "files/state_files.h"
+#include "keys/virtual_keys.h"
 #include "shell/clipboard.h"
 #include "shell/commands.h"
 #include "shell/simulator.h"
@@ -134,7 +135,6 @@ void stop_program(Play& play) {
 }
 
 void take_key(Play& play, const TerminalInput& input) {
-    constexpr int VIRTUAL_KEY_ESCAPE = 27;
     play.changed = true;
     if (input.kind == TerminalInput::RESIZE)
         return;
@@ -149,7 +149,7 @@ void take_key(Play& play, const TerminalInput& input) {
     case TerminalInput::NOTHING: return;
     case TerminalInput::KEY: break;
     }
-    if (input.key.virtual_key == VIRTUAL_KEY_ESCAPE)
+    if (input.key.virtual_key == VK_ESCAPE)
         drop_typed_keys(play.typist, play.simulator);
     const auto event = key_event_for(input.key, play.level, play.simulator.machine.settings.ascii_mode);
     play.level = LEVEL_NONE;

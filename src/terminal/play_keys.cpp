@@ -3,8 +3,9 @@
 #include "terminal/play_keys.h"
 
 #include "core/charset.h"
+#include "core/controls.h"
 #include "core/machine.h"
-#include "keys/key_map.h"
+#include "keys/virtual_keys.h"
 #include "shell/simulator.h"
 
 #include <algorithm>
@@ -24,7 +25,8 @@ struct SignKey {
 
 // clang-format off
 constexpr SignKey SIGN_KEYS[] = {
-    {'*', 106}, {'+', 107}, {'-', 109}, {'.', 110}, {'/', 111}, {'=', 190},
+    {'*', VK_PAD_MULTIPLY}, {'+', VK_PAD_ADD},    {'-', VK_PAD_SUBTRACT},
+    {'.', VK_PAD_DECIMAL},  {'/', VK_PAD_DIVIDE}, {'=', VK_PERIOD},
 };
 // clang-format on
 

@@ -3,8 +3,8 @@
 #include "terminal/run.h"
 
 #include "core/charset.h"
+#include "core/controls.h"
 #include "core/program.h"
-#include "driver/tick.h"
 #include "files/file_reading.h"
 #include "files/host_disk.h"
 #include "files/safe_write.h"
@@ -243,7 +243,7 @@ void run_tick(Run& run) {
     if (run.session) {
         session_tick(*run.session);
     } else {
-        m.keys.enter_request = true;
+        press_exe(m);
         machine_tick(m);
     }
     follow_display(run.shown, m);

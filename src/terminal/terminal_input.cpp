@@ -2,6 +2,8 @@
 // Reading keys with curses.
 #include "terminal/terminal_input.h"
 
+#include "keys/virtual_keys.h"
+
 #define NCURSES_NOMACROS
 #include <curses.h>
 #include <termios.h>
@@ -20,7 +22,6 @@ constexpr int KEY_CTRL_L = 12;
 constexpr int KEY_CTRL_Q = 17;
 constexpr int KEY_ESCAPE = 27;
 constexpr int KEY_RUBOUT = 127;
-constexpr int VIRTUAL_KEY_F1 = 112;
 
 /// Keys with a virtual key of their own. F1 and F2 change the size of a window, and F10 opens its menu: not here.
 struct NamedKey {
@@ -30,14 +31,16 @@ struct NamedKey {
 
 // clang-format off
 constexpr NamedKey NAMED_KEYS[] = {
-    {KEY_BACKSPACE, 8}, {KEY_BTAB, 9},   {KEY_ENTER, 13}, {KEY_END, 35},  {KEY_HOME, 36}, {KEY_LEFT, 37},
-    {KEY_UP, 38},       {KEY_RIGHT, 39}, {KEY_DOWN, 40},  {KEY_IC, 45},   {KEY_DC, 46},
-    {KEY_F(3), 114},    {KEY_F(4), 115}, {KEY_F(5), 116}, {KEY_F(6), 117}, {KEY_F(7), 118}, {KEY_F(8), 119},
-    {KEY_F(9), 120},    {KEY_F(12), VIRTUAL_KEY_F1 + 11},
+    {KEY_BACKSPACE, VK_BACKSPACE}, {KEY_BTAB, VK_TAB},  {KEY_ENTER, VK_ENTER}, {KEY_END, VK_END},
+    {KEY_HOME, VK_HOME},           {KEY_LEFT, VK_LEFT}, {KEY_UP, VK_UP},       {KEY_RIGHT, VK_RIGHT},
+    {KEY_DOWN, VK_DOWN},           {KEY_IC, VK_INSERT}, {KEY_DC, VK_DELETE},   {KEY_F(3), VK_F3},
+    {KEY_F(4), VK_F4},             {KEY_F(5), VK_F5},   {KEY_F(6), VK_F6},     {KEY_F(7), VK_F7},
+    {KEY_F(8), VK_F8},             {KEY_F(9), VK_F9},   {KEY_F(12), VK_F12},
 };
 
 constexpr NamedKey CONTROL_KEYS[] = {
-    {'\b', 8}, {KEY_RUBOUT, 8}, {'\t', 9}, {'\r', 13}, {'\n', 13}, {KEY_ESCAPE, 27},
+    {'\b', VK_BACKSPACE}, {KEY_RUBOUT, VK_BACKSPACE}, {'\t', VK_TAB},
+    {'\r', VK_ENTER},     {'\n', VK_ENTER},           {KEY_ESCAPE, VK_ESCAPE},
 };
 // clang-format on
 

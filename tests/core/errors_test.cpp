@@ -2,7 +2,7 @@
 // The error report: the text on the display, the detail with its location block, and the state that follows.
 #include "core/errors.h"
 
-#include "core/program.h"
+#include "core/controls.h"
 #include "shell/utf8.h"
 #include "tests/support/evaluation.h"
 #include "tests/support/scripts.h"

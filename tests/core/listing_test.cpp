@@ -3,6 +3,7 @@
 #include "core/program.h"
 #include "core/program_text.h"
 
+#include "core/controls.h"
 #include "core/data_items.h"
 #include "core/fields.h"
 #include "core/interpreter.h"

@@ -3,11 +3,11 @@
 // kind of damage is named.
 #include "core/machine.h"
 
+#include "core/controls.h"
 #include "core/fields.h"
 #include "core/invariants.h"
 #include "core/run_control.h"
 #include "core/variables.h"
-#include "driver/tick.h"
 #include "tests/support/keyboard.h"
 #include "tests/support/scripts.h"
 

@@ -67,6 +67,23 @@ class DialogsTest(DesktopTest):
         self.assertEqual(accessible.nameless(self.main_window(program)), [])
         simulator.close()
 
+    def test_soft_keyboard_is_a_group_of_buttons(self):
+        simulator, program = self.start(STEPS)
+        simulator.key("F6")
+        simulator.wait_for_text("READY P0")
+        self.choose(simulator, "Left", "Left", "k")
+        keyboard = program.window("Soft keyboard")
+        names = [button.name for button in keyboard]
+        self.assertEqual((len(names), names[:4], names[-1]),
+                         (55, ["Close the soft keyboard", "EXT, extension", "Cursor left", "Cursor right"], "Execute"))
+        for name, shown in (("1", "1_"), ("+", "1+_"), ("1", "1+1_"), ("Execute", "2")):
+            accessible.press(accessible.control(keyboard, name))
+            simulator.wait_for_text(shown)
+        accessible.press(accessible.control(keyboard, "S, shift"))
+        accessible.press(accessible.control(keyboard, "Program area 7"))
+        simulator.wait_for_text("READY P7")
+        simulator.close()
+
     def test_dialogs_open_from_menu_and_toolbar(self):
         simulator, program = self.start(STEPS)
         buttons = [element for element in accessible.tree(self.main_window(program))

@@ -156,7 +156,7 @@ class Completeness(unittest.TestCase):
                 self.assertRegex(page, rf"(?m)^\| {re.escape(remark)} \| .*{words}")
 
     def test_settings(self):
-        keys = found_in("src/shell/settings.cpp", r'^    \{"(\w+) ?= ', 20)
+        keys = found_in("src/core/settings.def", r'^\w+ *\("(\w+) ?= ', 20)
         self.assertEqual(set(keys) - set(found_in("docs/settings.md", r"`([A-Z_]+)`")), set())
 
     def test_commands(self):
@@ -164,8 +164,9 @@ class Completeness(unittest.TestCase):
         described = {word for row in rows for word in re.findall(r"`(\w+)", row[0])}
         known = {name for source in ("drive.cpp", "drive_travel.cpp")
                  for name in found_in(f"src/protocols/{source}", r'\{"(\w+)", do_')}
-        inputs = found_in("src/session/input.cpp", r'\{"([\w -]+)", +(?:InputVerb::|COMMAND_)', 30)
-        scripts_say = {name.split()[0] for name in inputs[:inputs.index("key-down")] + ["run", "stop", "command", "page"]}
+        words = found_in("src/core/host_commands.def", r'^HOST_COMMAND\((?:[^,]+,){4} +"(\w+)"', 3)
+        inputs = found_in("src/session/input.cpp", r'\{"([\w -]+)", +InputVerb::', 30)
+        scripts_say = {name.split()[0] for name in inputs[:inputs.index("key-down")] + ["page", *words]}
         self.assertEqual(described, known | scripts_say)
         page = (ROOT / "docs" / "debugging.md").read_text(encoding="utf-8")
         self.assertEqual([name for name in inputs[inputs.index("key-down"):] if f"`{name}" not in page
@@ -174,7 +175,7 @@ class Completeness(unittest.TestCase):
     def test_settable_fields(self):
         rows = self.table_rows("Fields that can be set")
         described = {row[0].strip("`"): (int(row[1]), int(row[2])) for row in rows}
-        self.assertEqual(set(described), set(found_in("src/core/fields.cpp", r'(\w+),[^,\n]+,[^,\n]+,\s+(?:SETTABLE|FIELD_SETTABLE)')) | {"random_seed"})
+        self.assertEqual(set(described), set(found_in("src/core/fields.cpp", r'SETTING\((\w+), +(?:SETTABLE|FIELD_SETTABLE)')) | {"random_seed"})
         with Drive() as drive:
             for name, (lowest, highest) in described.items():
                 with self.subTest(name):

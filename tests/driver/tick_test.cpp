@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A tick: the run states and what moves the machine from one to the next; and what every tick does around them: tone,
 // blinking, error hold, keys, single steps. States whose entry is typed are in their own tests.
+#include "core/controls.h"
 #include "core/errors.h"
 #include "tests/support/cases_file.h"
 #include "tests/support/keyboard.h"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // From one run to the next: what a start reads, in which order it acts, what an end writes, and the same through
 // `quillon-cli run`.
+#include "core/controls.h"
 #include "shell/startup.h"
 
 #include "files/state_files.h"

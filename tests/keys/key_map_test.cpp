@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 // The PC keyboard: every row of the key-down table and every cell of the two key tables in both modes, Alt, characters
 // of the user's own layout, and the function keys.
+#include "core/controls.h"
 #include "keys/key_map.h"
 
 #include "core/charset.h"
+#include "keys/physical_keys.h"
 #include "tests/support/cases_file.h"
 #include "tests/support/test_machine.h"
 
@@ -74,6 +76,38 @@ TEST(KeyMap, EveryVirtualKey) {
             EXPECT_FALSE(t.m.trace.trace_step_request);
         }
     }
+}
+
+struct PlaceCase {
+    const char* name;
+    int scan_code;
+    int virtual_key;
+};
+
+/// The places where a Japanese keyboard differs from others, the ends of the rows, and what is outside of them.
+TEST(PhysicalKeys, HaveTheVirtualKeysOfAJapaneseKeyboard) {
+    constexpr PlaceCase PLACES[] = {
+        {"Digit1", 2, '1'},    {"Digit0", 11, '0'},    {"Minus", 12, 189},         {"Equal", 13, 222},
+        {"KeyQ", 16, 'Q'},     {"KeyP", 25, 'P'},      {"BracketLeft", 26, 192},   {"BracketRight", 27, 219},
+        {"KeyA", 30, 'A'},     {"KeyL", 38, 'L'},      {"Semicolon", 39, 187},     {"Quote", 40, 186},
+        {"Backquote", 41, 0},  {"Backslash", 43, 221}, {"KeyZ", 44, 'Z'},          {"KeyM", 50, 'M'},
+        {"Slash", 53, 191},    {"Space", 57, ' '},     {"IntlBackslash", 86, 226}, {"IntlRo", 89, 226},
+        {"IntlYen", 124, 220},
+    };
+    for (const auto& [name, scan_code, virtual_key] : PLACES) {
+        EXPECT_EQ(virtual_key_at_place(name), virtual_key) << name;
+        EXPECT_EQ(virtual_key_of_scan_code(scan_code), virtual_key) << name;
+    }
+    for (const auto& [name, virtual_key] : std::map<const char*, int>{{"Numpad7", 103},
+                                                                      {"NumpadEnter", 13},
+                                                                      {"ArrowUp", 38},
+                                                                      {"F12", 123},
+                                                                      {"MetaLeft", 0},
+                                                                      {"keyq", 0},
+                                                                      {"", 0}})
+        EXPECT_EQ(virtual_key_at_place(name), virtual_key) << name;
+    for (const int scan_code : {-8, 0, 1, 14, 28, 58, 71, 125, 1000})
+        EXPECT_FALSE(virtual_key_of_scan_code(scan_code)) << scan_code;
 }
 
 TEST(KeyMap, KeysThatDependOnTheMachine) {

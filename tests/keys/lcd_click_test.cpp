@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Clicks on the LCD: every edge of the angle indicators and of the areas' places, at every zoom, below a toolbar.
-#include "keys/lcd_click.h"
+#include "core/controls.h"
 
 #include "tests/support/test_machine.h"
 

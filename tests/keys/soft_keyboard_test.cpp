@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The soft keyboard at work: what a press, holding and a release do, tick by tick. What every key does is tested
 // through the driving protocol.
+#include "core/charset.h"
+#include "core/controls.h"
 #include "keys/soft_keyboard.h"
 
 #include "keys/soft_keys.h"
@@ -197,6 +199,26 @@ TEST(SoftKeyboard, IgnoresPressesOutsideItsGrid) {
     }
     for (const auto& [layer, index] : {std::pair{-1, 0}, {6, 0}, {0, -1}, {0, 56}})
         EXPECT_EQ(soft_key(layer, index).kind, SoftKeyKind::NONE) << layer << ' ' << index;
+}
+
+TEST(SoftKeys, HaveLegendsAndNames) {
+    for (int layer = 0; layer < SOFT_LAYER_COUNT; ++layer) {
+        for (int index = 0; index < SOFT_KEY_COUNT; ++index) {
+            const SoftKey& key = soft_key(layer, index);
+            EXPECT_FALSE(soft_key_legend(key).empty() || soft_key_name(key).empty()) << layer << " " << index;
+            for (const char c : soft_key_legend(key) + soft_key_name(key))
+                EXPECT_TRUE(as_byte(c) >= ' ') << layer << " " << index;
+        }
+    }
+    const auto label = [](int layer, int index) {
+        return soft_key_legend(soft_key(layer, index)) + "|" + soft_key_name(soft_key(layer, index));
+    };
+    EXPECT_EQ(label(0, 2), "←|Cursor left");
+    EXPECT_EQ(label(0, 6), "AC|Clear");
+    EXPECT_EQ(label(0, 14), "Q|Q");
+    EXPECT_EQ(label(1, 10), "P7|Program area 7");
+    EXPECT_EQ(label(1, 28), "GOSUB|GOSUB");
+    EXPECT_EQ(label(1, 51), "π|pi");
 }
 
 } // namespace

@@ -43,18 +43,38 @@ TEST(HostRun, OfAnUnusedAreaShowsNoOldFault) {
     EXPECT_TRUE(t.m.error.error_detail.empty());
 }
 
-TEST(ConfigurationDialog, TakesOverWhatItBeganWith) {
-    for (const int start_mode : {0, 1}) {
-        TestMachine t;
-        Configuration fields = begin_configuration(*t.simulator);
-        fields.start_mode = start_mode;
-        fields.editor = "vi";
-        EXPECT_EQ(accept_configuration(*t.simulator, fields), std::vector<int>());
-        const Configuration again = begin_configuration(*t.simulator);
-        EXPECT_EQ(again.start_mode, start_mode);
-        EXPECT_EQ(t.simulator->preferences.start_mode, start_mode);
-        EXPECT_EQ(again.editor + t.simulator->preferences.editor, "vivi");
-    }
+/// What a typed number becomes, and the messages about it; `typed` is "KEY NUMBER".
+std::string configured(const FileCase& row) {
+    TestMachine t;
+    const std::size_t blank = row.input.find(' ');
+    const SettingRow& setting = *find_setting(row.input.substr(0, blank));
+    const auto& number = std::get<NumberSetting>(setting.field);
+    StoredSettings typed = begin_configuration(*t.simulator);
+    t.m.settings.angle_unit = ANGLE_GRA; // the machine runs on while the dialog is open
+    number.set(typed, std::stoi(row.input.substr(blank)));
+    const std::vector<int> messages = accept_configuration(*t.simulator, typed);
+    const StoredSettings taken = collect_settings(t.m, t.simulator->preferences);
+    EXPECT_EQ(taken.machine.angle_unit, ANGLE_GRA);
+    EXPECT_EQ(taken.machine.cursor_interval, cursor_interval_for(taken.machine.timer_interval));
+    std::string told = std::to_string(number.get(taken));
+    for (const int message : messages)
+        told += " DLG_CONFIG " + std::to_string(message);
+    return told;
+}
+
+TEST(ConfigurationDialog, TakesOverWhatTheRowsAccept) {
+    expect_cases("shell/configuration.txt", configured);
+    TestMachine t;
+    run_host_command(*t.simulator, COMMAND_OVERDRIVE);
+    StoredSettings typed = begin_configuration(*t.simulator);
+    EXPECT_EQ(t.m.settings.timer_interval, 30) << "Overdrive pauses";
+    typed.machine.timer_interval = 50;
+    typed.preferences.editor = "vi";
+    accept_configuration(*t.simulator, typed);
+    EXPECT_EQ(t.simulator->preferences.editor, "vi");
+    EXPECT_EQ(t.m.settings.timer_interval, OVERDRIVE_INTERVAL_MS);
+    run_host_command(*t.simulator, COMMAND_OVERDRIVE);
+    EXPECT_EQ(t.m.settings.timer_interval, 50);
 }
 
 std::string title_of(const FileCase& row) {

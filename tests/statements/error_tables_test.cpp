@@ -4,8 +4,10 @@
 // files. What an INPUT refuses: in print_input_test. Listings and expressions: in core.)
 #include "core/charset.h"
 #include "files/catalogue_file.h"
+#include "keys/soft_keys.h"
 #include "shell/settings.h"
 #include "shell/utf8.h"
+#include "shell/window_texts.h"
 #include "tests/support/cases_file.h"
 #include "tests/support/evaluation.h"
 #include "tests/support/temporary_file.h"
@@ -115,8 +117,21 @@ TEST(Catalogues, HaveWhatIsAskedForAndNothingElse) {
     EXPECT_TRUE(is_valid_utf8(bytes_of(QUILLON_RESOURCES "/message.ja.ini"))) << "not every C library has Shift-JIS";
     Numbers texts = numbers_of(*english);
     EXPECT_EQ(texts, numbers_of(*japanese));
-    for (const char* section : {"MENU", "TOOLTIP", "DLG_CONFIG", "DLG_TRACE", "DLG_TRACE2"})
-        EXPECT_EQ(texts.erase(section), 1U) << section; // numbered by the windows' own tables
+    Numbers of_window;
+    for (const WindowText& text : WINDOW_TEXTS)
+        EXPECT_TRUE(of_window[text.section].insert(text.number).second) << text.built_in << " has another's place";
+    for (const auto& [section, numbers] : of_window) {
+        EXPECT_EQ(texts[section], numbers) << section;
+        texts.erase(section);
+    }
+    Numbers of_keys;
+    for (int layer = 0; layer < SOFT_LAYER_COUNT; ++layer)
+        for (int key = 0; key < SOFT_KEY_COUNT; ++key)
+            of_keys["SOFT_KEYS"].insert(soft_key_name_number(soft_key(layer, key)));
+    of_keys["SOFT_KEYS"].erase(0); // called by their legends
+    EXPECT_EQ(texts.extract("SOFT_KEYS").mapped(), of_keys["SOFT_KEYS"]);
+    for (const char* section : {"DLG_CONFIG", "DLG_TRACE", "DLG_TRACE2"})
+        EXPECT_EQ(texts.erase(section), 1U) << section; // numbered by the windows themselves
     texts["SYSTEM"].erase(9);                           // of the window's timer
     EXPECT_EQ(asked(texts), texts);
     for (const auto& [section, entries] : english->sections) {

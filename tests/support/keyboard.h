@@ -2,6 +2,7 @@
 // A person at the keyboard: keys that go through the key queue as those of a window do, and a command line to type on.
 #pragma once
 
+#include "keys/virtual_keys.h"
 #include "tests/support/test_machine.h"
 
 #include <string>
@@ -9,9 +10,9 @@
 
 namespace quillon::testing {
 
-// Virtual keys.
-constexpr int BACKSPACE = 8, ENTER = 13, END = 35, HOME = 36, LEFT = 37, UP = 38, RIGHT = 39, DOWN = 40, INSERT = 45,
-              DEL = 46, F7 = 118;
+// Virtual keys, by the names that test scripts use.
+constexpr int BACKSPACE = VK_BACKSPACE, ENTER = VK_ENTER, END = VK_END, HOME = VK_HOME, LEFT = VK_LEFT, UP = VK_UP,
+              RIGHT = VK_RIGHT, DOWN = VK_DOWN, INSERT = VK_INSERT, DEL = VK_DELETE, F7 = VK_F7;
 constexpr Modifiers NONE{};
 constexpr Modifiers SHIFT{true, false, false};
 constexpr Modifiers CTRL{false, true, false};

@@ -3,7 +3,7 @@
 #include "tests/support/test_machine.h"
 
 #include "core/charset.h"
-#include "core/program.h"
+#include "core/controls.h"
 #include "files/host_disk.h"
 #include "shell/commands.h"
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // What `check` finds: for each kind of finding a listing and its report, and listings that have none (check.txt).
+#include "core/controls.h"
 #include "tests/support/cases_file.h"
 #include "tests/support/child_process.h"
 #include "tests/support/temporary_file.h"
 #include "tests/support/test_machine.h"
 
-#include "core/program.h"
 #include "shell/commands.h"
 #include "tooling/check.h"
 

@@ -3,6 +3,7 @@
 // table.
 #include "draw_resources/drawings.h"
 
+#include "core/states.h"
 #include "display/font.h"
 #include "draw_resources/pen.h"
 #include "draw_resources/typefaces.h"
@@ -72,9 +73,7 @@ constexpr Latches latches_of[SOFT_LAYER_COUNT] = {
     {false, false, true},  {true, false, true},  {false, true, true},
 };
 
-constexpr int code_left = 1;
-constexpr int code_right = 2;
-constexpr int code_clear = 6;
+constexpr char code_of(MachineKey key) { return static_cast<char>(key); }
 
 // clang-format off
 
@@ -142,45 +141,28 @@ Legend keyword_legend(std::string_view text) {
     return {.first_line = word.substr(0, at), .second_line = word.substr(at)};
 }
 
-Legend control_legend(int code) {
-    switch (code) {
-    case code_left: return {.picture = arrow_left};
-    case code_right: return {.picture = arrow_right};
-    case 3: return {.first_line = "DEL"};
-    case 5: return {.first_line = "INS"};
-    case code_clear: return {.large = "AC"};
-    default: return {.first_line = "ANS"};
-    }
-}
-
-Legend text_legend(const SoftKey& key) {
-    const auto code = static_cast<unsigned char>(key.text[0]);
-    if (code < ' ')
-        return control_legend(code);
-    if (code == ' ')
-        return {.first_line = "SPC"};
+/// What is short, or stands on the wide key, is written large. A word comes as its text, a sign in the machine's code.
+Legend legend_of(const SoftKey& key) {
+    const std::string_view legend = key.legend;
+    if (key.kind == SoftKeyKind::CLOSE)
+        return {.picture = cross};
+    if (key.text[0] == code_of(KEY_LEFT) && key.kind == SoftKeyKind::CHARACTER)
+        return {.picture = arrow_left};
+    if (key.text[0] == code_of(KEY_RIGHT) && key.kind == SoftKeyKind::CHARACTER)
+        return {.picture = arrow_right};
+    if (legend.size() > 2 && key.kind != SoftKeyKind::EXE)
+        return {.first_line = legend};
+    if (!legend.empty())
+        return {.large = key.legend};
     if (key.text[1] == 0)
         return {.large = key.text.data()};
     return keyword_legend(key.text.data());
 }
 
-Legend legend_of(const SoftKey& key) {
-    switch (key.kind) {
-    case SoftKeyKind::SHIFT_LATCH: return {.large = "S"};
-    case SoftKeyKind::FUNCTION_LATCH: return {.large = "F"};
-    case SoftKeyKind::EXTENSION_LATCH: return {.first_line = "EXT"};
-    case SoftKeyKind::CLOSE: return {.picture = cross};
-    case SoftKeyKind::EXE: return {.large = "EXE"};
-    case SoftKeyKind::BREAK: return {.first_line = "BRK"};
-    case SoftKeyKind::AREA: return {.large = {'P', static_cast<char>('0' + key.text[0])}};
-    default: return text_legend(key);
-    }
-}
-
 Face text_face(const SoftKey& key, int index) {
     const int row = index / SOFT_KEY_COLUMNS;
     const int column = index % SOFT_KEY_COLUMNS;
-    if (key.text[0] == code_clear)
+    if (key.text[0] == code_of(KEY_CLEAR))
         return Face::Alarm;
     if (key.text[0] > 0 && key.text[0] < ' ')
         return Face::Control;
