@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
-// Catalogue files: their two encodings, with any converter that a C library may have, and their size.
+// Catalogue files: their two encodings, with any converter that a C library may have, and their size. Shift-JIS in a
+// listing that is traced.
 #include "files/catalogue_file.h"
 
 #include "files/shift_jis.h"
+#include "shell/trace_texts.h"
 #include "tests/files/failing_calls.h"
 #include "tests/support/temporary_file.h"
+#include "tests/support/test_machine.h"
 
 #include <gtest/gtest.h>
 
@@ -51,6 +54,16 @@ TEST(CatalogueFile, CutsShiftJisByItsOwnBytes) {
     EXPECT_EQ(text_of(head + most + "\x83\x40y"), most);
     EXPECT_EQ(text_of(head + most.substr(1) + "\x83\x40y"), most.substr(1) + "\u30A1");
     EXPECT_EQ(text_of(head + "\xB1" + most.substr(1) + "\x83\x40y"), "\uFF71" + most.substr(1));
+}
+
+TEST(ShiftJis, OfAListingIsReadableInTheTrace) {
+    for (const char* kana : {"\x83\x40", "\u30A1"}) {
+        TestMachine t;
+        t.start("B$=\"" + std::string(kana) + "\"");
+        TraceTexts texts;
+        refresh_trace_texts(texts, t.m, shift_jis_to_utf8);
+        EXPECT_EQ(texts.next, "10  B$=\"\u30A1\"");
+    }
 }
 
 TEST(CatalogueFile, ReadsFilesUpToAMegabyte) {
