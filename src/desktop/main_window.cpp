@@ -7,6 +7,7 @@
 #include "desktop/about_dialog.h"
 #include "desktop/catalogue_text.h"
 #include "desktop/configuration_dialog.h"
+#include "desktop/debugger_window.h"
 #include "desktop/dialogs.h"
 #include "desktop/error_detail_dialog.h"
 #include "desktop/plain_text.h"
@@ -16,6 +17,7 @@
 #include "shell/clipboard.h"
 #include "shell/commands.h"
 #include "shell/startup.h"
+#include "shell/window_texts.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -50,8 +52,9 @@ std::string native_path(const QUrl& address) {
 
 MainWindow::MainWindow(Session& session_, StateFiles& files_)
     : session(session_), simulator(session_.simulator), files(files_), lcd(new LcdWidget(session_)),
+      debugging(new DebugControl(session_, this)),
       ticker(
-          session_, [this](bool changed) { after_tick(changed); }, this),
+          session_, [this] { return debugging->tick(); }, [this](bool changed) { after_tick(changed); }, this),
       messages(this), keyboard(
                           session_, [this](const QKeyEvent& event) { return take_window_key(event); }, this),
       windows(session_, keyboard, this) {
@@ -59,6 +62,7 @@ MainWindow::MainWindow(Session& session_, StateFiles& files_)
         session_input(session, {.verb = InputVerb::HOST_COMMAND, .numbers = {command}});
     };
     build_menu_bar(*this, simulator.machine.around->catalogue, handler);
+    add_debug_entries();
     checks =
         build_toolbar(*this, simulator.machine.around->catalogue, handler, [this](QMenu& menu) { fill_recent(menu); });
     auto* centre = new QWidget;
@@ -71,6 +75,7 @@ MainWindow::MainWindow(Session& session_, StateFiles& files_)
     setAcceptDrops(true);
     lcd->setFocusPolicy(Qt::StrongFocus);
     keyboard.watch(*lcd);
+    connect(debugging, &DebugControl::moved, this, &MainWindow::follow_debugger);
     connect_machine();
     connect_window();
     simulator.disk = host_disk();
@@ -133,6 +138,47 @@ void MainWindow::after_tick(bool picture_changed) {
         lcd->refresh();
     windows.refresh_soft_keyboard();
     windows.dock();
+    if (debugger != nullptr)
+        debugger->follow_tick();
+}
+
+/// The clock stands with the machine; what is beside the LCD may be of another moment now.
+void MainWindow::follow_debugger() {
+    lcd->refresh();
+    refresh();
+    if (debugging->is_standing())
+        ticker.stop();
+    else
+        ticker.arm();
+}
+
+/// Entries that are the window's alone, and no commands of the machine's host.
+void MainWindow::add_debug_entries() {
+    const auto add = [this](int menu, QAction* before, const WindowText& text, auto act) {
+        auto* action = new QAction(
+            catalogue_text(simulator.machine.around->catalogue, text.section, text.number, text.built_in), this);
+        connect(action, &QAction::triggered, this, act);
+        menuBar()->actions()[menu]->menu()->insertAction(before, action);
+    };
+    QAction* leave_entry = menuBar()->actions()[0]->menu()->actions().last();
+    add(0, leave_entry, MENU_SAVE_SESSION, [this] { save_session(*this, session, show_text()); });
+    add(0, leave_entry, MENU_SAVE_STATE, [this] { save_state_file(*this, session, show_text()); });
+    add(0, leave_entry, MENU_RESTORE_STATE, [this] { restore_state_file(*this, session, show_text()); });
+    menuBar()->actions()[0]->menu()->insertSeparator(leave_entry);
+    add(1, nullptr, MENU_DEBUGGER, [this] { open_debugger(); });
+}
+
+TextShower MainWindow::show_text() {
+    return [this](const QString& text) { show_warning(text); };
+}
+
+void MainWindow::open_debugger() {
+    if (debugger == nullptr) {
+        debugger = new DebuggerWindow(session, *debugging, this);
+        debugger->move(frameGeometry().bottomLeft());
+    }
+    debugger->show();
+    debugger->activateWindow();
 }
 
 void MainWindow::refresh() {
@@ -144,7 +190,7 @@ void MainWindow::refresh() {
         action->setChecked(find_host_command(command)->is_on(m));
     lcd->refresh();
     windows.follow_machine();
-    if (ticker.is_armed())
+    if (ticker.is_armed() && !debugging->is_standing())
         ticker.arm();
 }
 
@@ -184,7 +230,8 @@ void MainWindow::configure() {
         session, [this](const QString& text) { show_warning(text); }, this);
     connect(dialog, &QDialog::finished, this, &MainWindow::refresh);
     dialog->open();
-    ticker.arm();
+    if (!debugging->is_standing())
+        ticker.arm();
 }
 
 /// Below the display, for some seconds.

@@ -4,9 +4,11 @@
 #pragma once
 
 #include "desktop/auxiliary_windows.h"
+#include "desktop/debug_control.h"
 #include "desktop/lcd_widget.h"
 #include "desktop/menus.h"
 #include "desktop/message_boxes.h"
+#include "desktop/session_files.h"
 #include "desktop/sound_output.h"
 #include "desktop/ticker.h"
 #include "files/state_files.h"
@@ -14,6 +16,8 @@
 #include <QMainWindow>
 
 namespace quillon {
+
+class DebuggerWindow;
 
 class MainWindow : public QMainWindow {
     Q_OBJECT
@@ -52,6 +56,10 @@ private:
     void fit_to_screen();
     void load(const std::string& path);
     void open_listing_dialog();
+    void add_debug_entries();
+    void open_debugger();
+    void follow_debugger();
+    TextShower show_text();
     void start_editor();
     void configure();
     void show_manual();
@@ -69,6 +77,8 @@ private:
     Simulator& simulator; ///< of the session: to look at
     StateFiles& files;    ///< read at the start, saved after ticks and at the end
     LcdWidget* lcd;
+    DebugControl* debugging;
+    DebuggerWindow* debugger = nullptr; ///< made when it is first opened
     Ticker ticker;
     SoundOutput sound;
     MessageBoxes messages;

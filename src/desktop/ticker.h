@@ -16,8 +16,10 @@ class Ticker : public QObject {
     Q_OBJECT
 
 public:
-    /// `after_tick` is called behind each tick, with whether the LCD's picture has changed.
-    Ticker(Session& session, std::function<void(bool picture_changed)> after_tick, QObject* parent);
+    /// `tick_machine` makes a tick and returns whether the LCD's picture has changed; `after_tick` is called after each
+    /// with that.
+    Ticker(Session& session, std::function<bool()> tick_machine, std::function<void(bool picture_changed)> after_tick,
+           QObject* parent);
 
     /// Arms the timer with the machine's interval, also in place of what it was armed with.
     void arm();
@@ -29,8 +31,8 @@ public:
 private:
     void tick();
 
-    Session& session;
-    Simulator& simulator; ///< of the session: to look at
+    const Simulator& simulator;
+    std::function<bool()> tick_machine;
     std::function<void(bool)> after_tick;
     QTimer timer;
 };

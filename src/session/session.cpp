@@ -82,7 +82,7 @@ void tick_live(Session& session) {
 /// Whoever changes the record passes the gate: what it left is what it finds.
 void require_untouched([[maybe_unused]] const Session& session) {
 #ifdef QUILLON_CHECK_INVARIANTS
-    if (*session.as_left == session.simulator.machine)
+    if (!session.as_left || *session.as_left == session.simulator.machine)
         return;
     std::fprintf(stderr, "quillon: the record was changed without the session: %s\n",
                  record_difference(*session.as_left, session.simulator.machine).c_str());
@@ -106,10 +106,14 @@ void begin_session(Session& session) {
     note_untouched(session);
 }
 
-bool session_input(Session& session, Input input) {
-    require_untouched(session);
+void begin_new_future(Session& session) {
     if (has_future(session))
         drop_future(session.log, session.tick, session.next_entry);
+}
+
+bool session_input(Session& session, Input input) {
+    require_untouched(session);
+    begin_new_future(session);
     if (input.verb == InputVerb::LOAD)
         add_mark(session.log, Mark::Kind::LOAD);
     add_entry(session.log, input);
@@ -122,8 +126,7 @@ bool session_input(Session& session, Input input) {
 void adjust_settings(Session& session, const std::function<void(Simulator&)>& change) {
     require_untouched(session);
     Machine& m = session.simulator.machine;
-    if (has_future(session))
-        drop_future(session.log, session.tick, session.next_entry);
+    begin_new_future(session);
     std::vector<long long> before;
     for (const Field& field : fields())
         before.push_back(field.get(m));

@@ -36,7 +36,8 @@ struct Session {
     bool answers_missing =
         false; ///< the machine asked for what the log has no answer to: it is not that session's machine
     std::shared_ptr<const SkinInPlace> skin;
-    std::unique_ptr<Machine> as_left; ///< in builds that check invariants: the record as the gate left it
+    std::unique_ptr<Machine> as_left; ///< in builds that check invariants: the record as the gate left it; null
+                                      ///< where a test has put the machine into a state
     Host host;                        ///< the simulator's own, behind the gate
     Window window;
     Disk disk;
@@ -54,6 +55,9 @@ inline bool has_future(const Session& session) {
 /// Passes an input to the simulator and remembers it. Every change from outside comes this way. False for a listing
 /// that was not loaded.
 bool session_input(Session& session, Input input);
+
+/// Drops the future of the present moment, if it has one.
+void begin_new_future(Session& session);
 
 /// Lets a dialog change settings in its own way, and remembers what it has changed.
 void adjust_settings(Session& session, const std::function<void(Simulator&)>& change);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The keys for snapshot and dump: where their files go, under which names, and what is said of them.
+#include "core/controls.h"
 #include "files/file_services.h"
 
 #include "keys/key_map.h"
