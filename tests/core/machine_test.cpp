@@ -8,8 +8,7 @@
 #include "core/run_control.h"
 #include "core/variables.h"
 #include "driver/tick.h"
-#include "tests/support/keyboard.h"
-#include "tests/support/scripts.h"
+#include "tests/support/outcomes.h"
 
 #include <gtest/gtest.h>
 

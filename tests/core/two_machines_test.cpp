@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Machines side by side: each does what it does alone, for nothing of a machine lies outside its record.
-#include "tests/support/scripts.h"
+#include "tests/support/test_machine.h"
 
 #include <gtest/gtest.h>
 
@@ -29,8 +29,9 @@ struct Recording {
         const Machine& m = machine.m;
         machine.m.keys.enter_request = shown.size() % 13 == 0;
         machine.tick();
-        shown.push_back(moment(machine) + machine.display() + " " + std::to_string(m.program.cur_line) + " " +
-                        std::to_string(m.variables[0].number) + " " + m.error.error_detail.c_str());
+        shown.push_back(machine.display() + " " + std::to_string(number_of(m.run.run_state)) + " " +
+                        std::to_string(m.program.cur_line) + " " + std::to_string(m.variables[0].number) + " " +
+                        m.error.error_detail.c_str());
     }
 
     TestMachine machine;

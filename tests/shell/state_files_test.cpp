@@ -7,7 +7,7 @@
 #include "shell/saved_values.h"
 #include "shell/startup.h"
 #include "tests/shell/failing_calls.h"
-#include "tests/support/scripts.h"
+#include "tests/support/outcomes.h"
 #include "tests/support/temporary_file.h"
 
 #include <gtest/gtest.h>

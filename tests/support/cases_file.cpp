@@ -13,10 +13,20 @@
 namespace quillon::testing {
 namespace {
 
+/// "||" between blanks, or at an end, is a line feed; a blank on either side belongs to it.
 std::string with_line_feeds(std::string_view text) {
     std::string lines(text.substr(0, text.find_last_not_of(' ') + 1));
-    for (std::size_t at = lines.find(" || "); at != std::string::npos; at = lines.find(" || ", at))
-        lines.replace(at, 4, "\n");
+    for (std::size_t at = 0; (at = lines.find("||", at)) != std::string::npos;) {
+        const bool blank_before = at > 0 && lines[at - 1] == ' ',
+                   blank_behind = at + 2 < lines.size() && lines[at + 2] == ' ';
+        const bool begins = blank_before || at == 0 || lines[at - 1] == '\n';
+        if (!begins || !(blank_behind || at + 2 == lines.size())) {
+            at += 2;
+            continue;
+        }
+        lines.replace(at - (blank_before ? 1 : 0), 2 + (blank_before ? 1 : 0) + (blank_behind ? 1 : 0), "\n");
+        at += blank_before ? 0 : 1;
+    }
     return lines;
 }
 
@@ -28,6 +38,16 @@ bool read_row(std::string_view line, FileCase& row) {
     row.input = with_line_feeds(line.substr(0, arrow));
     row.expected = line.substr(std::min(arrow + 4, line.size()));
     return (row.expected + " ").find(" => ") == std::string::npos;
+}
+
+/// A case for each of a row's inputs.
+void push_each(std::vector<FileCase>& rows, FileCase row) {
+    const std::string inputs = row.input;
+    for (std::size_t start = 0, end = 0; end != std::string::npos; start = end + 3) {
+        end = inputs.find(" | ", start);
+        row.input = inputs.substr(start, end - start);
+        rows.push_back(row);
+    }
 }
 
 /// What a row's outcome throws, for a word that it does not know, is a failure of this row.
@@ -59,7 +79,7 @@ std::vector<FileCase> parse_cases(std::string_view text, const std::string& name
         if (is_heading)
             row.heading = with_line_feeds(line.substr(3));
         else if (read_row(line, row))
-            rows.push_back(row);
+            push_each(rows, row);
         else
             refuse("no comment, no heading and no row");
         awaits_row = is_heading;
