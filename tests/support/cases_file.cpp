@@ -40,14 +40,28 @@ bool read_row(std::string_view line, FileCase& row) {
     return (row.expected + " ").find(" => ") == std::string::npos;
 }
 
-/// A case for each of a row's inputs.
-void push_each(std::vector<FileCase>& rows, FileCase row) {
-    const std::string inputs = row.input;
-    for (std::size_t start = 0, end = 0; end != std::string::npos; start = end + 3) {
-        end = inputs.find(" | ", start);
-        row.input = inputs.substr(start, end - start);
-        rows.push_back(row);
+/// The parts of a text that has a separator between them.
+std::vector<std::string> parts_of(std::string_view text, std::string_view separator) {
+    std::vector<std::string> parts;
+    for (std::size_t end = 0; (end = text.find(separator)) != std::string_view::npos;) {
+        parts.emplace_back(text.substr(0, end));
+        text.remove_prefix(end + separator.size());
     }
+    parts.emplace_back(text);
+    return parts;
+}
+
+/// Adds a case for each input of each row of a line; false where one is no row.
+bool read_rows(std::string_view line, FileCase row, std::vector<FileCase>& rows) {
+    for (const std::string& part : parts_of(line, " ;; ")) {
+        if (part.empty() || !read_row(part, row))
+            return false;
+        for (const std::string& input : parts_of(row.input, " | ")) {
+            rows.push_back(row);
+            rows.back().input = input;
+        }
+    }
+    return true;
 }
 
 /// What a row's outcome throws, for a word that it does not know, is a failure of this row.
@@ -78,9 +92,7 @@ std::vector<FileCase> parse_cases(std::string_view text, const std::string& name
             refuse("the heading before this one has no row");
         if (is_heading)
             row.heading = with_line_feeds(line.substr(3));
-        else if (read_row(line, row))
-            push_each(rows, row);
-        else
+        else if (!read_rows(line, row, rows))
             refuse("no comment, no heading and no row");
         awaits_row = is_heading;
     }
