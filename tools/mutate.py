@@ -27,8 +27,8 @@ from pathlib import Path
 FLOORS = ["core", "statements", "functions", "keys", "display", "shell", "files", "session"]
 WANTED_SHARE = 0.95
 # The programs of tests by how much they see of the machine; that of the mutated floor runs before them.
-BROADEST_FIRST = ["statements_tests", "protocols_tests", "driver_tests", "core_tests", "shell_tests", "functions_tests",
-                  "tooling_tests", "keys_tests", "display_tests", "terminal_tests"]
+BROADEST_FIRST = ["transcripts_tests", "core_tests", "statements_tests", "protocols_tests", "shell_tests",
+                  "functions_tests", "keys_tests", "display_tests", "driver_tests", "tooling_tests", "terminal_tests"]
 SLOW = {"plain_tests"}  # compiles the machine a second time
 CONFIGURATION = ["-DCMAKE_BUILD_TYPE=None", "-DCMAKE_CXX_FLAGS=-O1 -w", "-DQUILLON_DESKTOP=OFF",
                  "-DQUILLON_CHECK_INVARIANTS=ON", "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST"]
