@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What windows around the LCD take and tell: the ranges of the configuration dialog, and the LCD as text.
+#include "shell/commands.h"
 #include "shell/configuration.h"
 #include "shell/lcd_text.h"
 #include "shell/skins.h"
@@ -41,8 +42,8 @@ TEST(LcdText, StandsStillWhereTheLcdBlinks) {
         ASSERT_EQ(lcd_text(*t.simulator), "P _12_456789") << phase;
     }
     EXPECT_EQ(lcd_indicator_text(*t.simulator), "WRT DEG");
-    t.start("INPUT A");
-    t.wait();
+    run_host_command(*t.simulator, COMMAND_LINE);
+    t.exe();
     for (const char key : {'4', '\x87'}) {
         t.m.keys.key_string.assign({&key, 1});
         t.tick();
