@@ -144,8 +144,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string listing = random.listing();
     DriveSession a;
     DriveSession b;
-    for (DriveSession* session : {&a, &b})
-        load_listing_text(session->simulator->machine, listing);
+    for (DriveSession* drive : {&a, &b}) {
+        load_listing_text(drive->simulator->machine, listing);
+        drive->session->as_left.reset(); // the session takes the record as it is found
+    }
     for (int i = 0; i < THINGS_MAX; ++i) {
         do_one_thing(a, b, choices);
         if (i % 8 == 7)

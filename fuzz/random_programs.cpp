@@ -24,11 +24,15 @@ Grammar read_grammar() {
     std::ifstream file(GRAMMAR_FILE);
     std::string heading;
     for (std::string line; std::getline(file, line);) {
-        const std::size_t arrow = line.find(" => ");
         if (line.starts_with("== "))
             heading = line.substr(3);
-        else if (!line.starts_with('#') && arrow != std::string::npos)
-            grammar[heading].insert(grammar[heading].end(), std::stoul(line), line.substr(arrow + 4));
+        if (line.starts_with('#') || line.find(" => ") == std::string::npos)
+            continue;
+        line += " ;; "; // rows lie side by side
+        for (std::size_t end = 0; (end = line.find(" ;; ")) != std::string::npos; line.erase(0, end + 4)) {
+            const std::size_t arrow = line.find(" => ");
+            grammar[heading].insert(grammar[heading].end(), std::stoul(line), line.substr(arrow + 4, end - arrow - 4));
+        }
     }
     return grammar;
 }

@@ -5,8 +5,9 @@ _quillon_cli_options() {
     case $1 in
         "") printf '%s\n' -h --help --version ;;
         play) printf '%s\n' -h --help --catalogue --no-save --text --bell ;;
-        run) printf '%s\n' -h --help --page --max-ticks --seed --keys --echo --settings --values --catalogue ;;
+        run) printf '%s\n' -h --help --page --max-ticks --seed --keys --echo --settings --record --values --catalogue ;;
         check) printf '%s\n' -h --help --json ;;
+        replay) printf '%s\n' -h --help --until --lcd ;;
         drive) printf '%s\n' -h --help ;;
     esac
 }
@@ -22,13 +23,13 @@ _quillon_cli() {
     done
     case $before in
         --page) mapfile -t COMPREPLY < <(compgen -W '0 1 2 3 4 5 6 7 8 9' -- "$word") ; return ;;
-        --max-ticks | --seed | --keys | --settings) return ;;
-        --values | --catalogue) mapfile -t COMPREPLY < <(compgen -f -- "$word") ; return ;;
+        --max-ticks | --seed | --keys | --settings | --until) return ;;
+        --values | --record | --catalogue) mapfile -t COMPREPLY < <(compgen -f -- "$word") ; return ;;
     esac
     if [[ $word == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$(_quillon_cli_options "$command")" -- "$word")
     elif [[ -z $command ]]; then
-        mapfile -t COMPREPLY < <(compgen -W 'play run check drive' -- "$word")
+        mapfile -t COMPREPLY < <(compgen -W 'play run check replay drive' -- "$word")
     elif [[ $command != drive ]]; then
         # Folders lead on to listings.
         mapfile -t COMPREPLY < <(

@@ -14,7 +14,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 
 namespace quillon::testing {
@@ -46,10 +45,10 @@ std::string index_of(const Machine& m) {
     return text;
 }
 
-/// A listing of the tables.
+/// A listing of the tables: "<CR>" is one.
 std::string listing_of(std::string text) {
-    std::replace(text.begin(), text.end(), '/', '\n');
-    std::replace(text.begin(), text.end(), '^', '\r');
+    for (std::size_t at = 0; (at = text.find("<CR>", at)) != std::string::npos;)
+        text.replace(at, 4, "\r");
     return text;
 }
 

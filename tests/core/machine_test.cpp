@@ -8,8 +8,8 @@
 #include "core/invariants.h"
 #include "core/run_control.h"
 #include "core/variables.h"
-#include "tests/support/keyboard.h"
-#include "tests/support/scripts.h"
+#include "core/controls.h"
+#include "tests/support/outcomes.h"
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,7 @@
 #include "shell/commands.h"
 #include "shell/startup.h"
 #include "tests/files/failing_calls.h"
-#include "tests/support/scripts.h"
+#include "tests/support/outcomes.h"
 #include "tests/support/temporary_file.h"
 
 #include <gtest/gtest.h>

@@ -4,8 +4,7 @@
 #include "functions/list_functions.h"
 #include "shell/key_queue.h"
 #include "tests/support/cases_file.h"
-#include "tests/support/keyboard.h"
-#include "tests/support/scripts.h"
+#include "tests/support/outcomes.h"
 
 #include <gtest/gtest.h>
 

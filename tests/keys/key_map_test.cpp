@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// The PC keyboard: every row of the key-down table and every cell of the two key tables in both modes, Alt, characters
-// of the user's own layout, and the function keys.
+// The PC keyboard: every virtual key and all levels in both modes, Alt, characters of the user's own layout, the
+// function keys, and the places of keys.
 #include "core/controls.h"
 #include "keys/key_map.h"
+#include "keys/soft_keys.h"
 
 #include "core/charset.h"
 #include "keys/physical_keys.h"
-#include "tests/support/cases_file.h"
 #include "tests/support/test_machine.h"
 
 #include <gtest/gtest.h>
@@ -44,34 +44,44 @@ struct KeyMachine : TestMachine {
     std::string log;
 };
 
-std::string escaped(std::string_view raw) {
-    char text[64];
-    if (raw.size() == 1 && as_byte(raw[0]) <= 0x20)
-        std::snprintf(text, sizeof text, "<%02x>", as_byte(raw[0]));
-    else
-        escape_text(raw, text, sizeof text);
-    return text;
+/// What keys do at once, in both modes.
+const std::map<int, std::string> ACTS = {
+    {9, ""},        {13, ""},       {19, "40004"},  {27, "40004"}, {112, "resize"}, {113, "resize"}, {114, "40043"},
+    {115, "40015"}, {116, "40003"}, {117, "40041"}, {120, "dump"}, {121, ""},       {122, ""},       {123, "snapshot"}};
+
+/// The signs of the keys without a fixed place on keyboards, and what some of them type in machine mode.
+const std::map<int, char> SIGNS = {{186, ':'},    {187, ';'},    {188, ','},    {189, '-'},   {190, '.'}, {191, '/'},
+                                   {192, '@'},    {219, '['},    {220, '\\'},   {221, ']'},   {222, '^'}, {226, '\x98'},
+                                   {135, '\x87'}, {141, '\x8D'}, {118, '\x8D'}, {119, '\x87'}};
+const std::map<int, char> MACHINE_SIGNS = {{188, ' '}, {189, '-'},    {190, '='},   {191, '\x8D'},
+                                           {222, '^'}, {118, '\x8D'}, {119, '\x87'}};
+
+/// What a key types alone, but for editing keys: itself, a sign, or the keypad's character, 64 below its number.
+std::string typed_alone(int key, bool ascii_mode) {
+    const std::map<int, char>& signs = ascii_mode ? SIGNS : MACHINE_SIGNS;
+    if (signs.contains(key))
+        return {signs.at(key)};
+    if (key >= 96 && key <= 105)
+        return {static_cast<char>(key - 96 + '0')};
+    if (key >= 106 && key <= 111 && key != 108)
+        return {static_cast<char>(key - 64)};
+    return key >= 32 && key <= 127 && !ACTS.contains(key) ? std::string(1, static_cast<char>(key)) : "";
 }
 
-/// What every other virtual key types, or asks, than its own code.
+bool is_editing_key(int key) { return key == 8 || (key >= 35 && key <= 40) || key == 45 || key == 46; }
+
+/// Editing keys: transcripts/dialogues.drv.
 TEST(KeyMap, EveryVirtualKey) {
-    std::map<std::string, std::map<int, std::string>> rows; // by heading
-    for (const FileCase& row : read_cases("keys/virtual_keys.txt"))
-        rows[row.heading][std::stoi(row.input)] = row.expected;
-    const auto& acting = rows.at("acts in both modes");
-    for (const int ascii_mode : {0, 1}) {
-        auto expected = rows.at("types in both modes");
-        expected.merge(std::map(rows.at(ascii_mode != 0 ? "types in ASCII mode" : "types in machine mode")));
+    for (const bool ascii_mode : {false, true}) {
         for (int key = -1; key <= 300; ++key) {
             SCOPED_TRACE(std::to_string(key) + " in mode " + std::to_string(ascii_mode));
-            KeyMachine t(ascii_mode != 0);
-            const bool acts = acting.contains(key);
-            std::string text = key >= 32 && key <= 127 && !acts ? escaped(std::string(1, static_cast<char>(key))) : "";
-            if (expected.contains(key))
-                text = expected[key];
-            EXPECT_EQ(escaped(t.typed(key)), text);
+            if (is_editing_key(key))
+                continue;
+            KeyMachine t(ascii_mode);
+            const std::string text = typed_alone(key, ascii_mode);
+            EXPECT_EQ(t.typed(key), text);
             EXPECT_EQ(t.m.keys.held_key, text.empty() || key == 187 ? 0 : key);
-            EXPECT_EQ(t.log, acts ? acting.at(key) : "");
+            EXPECT_EQ(t.log, ACTS.contains(key) ? ACTS.at(key) : "");
             EXPECT_EQ(t.m.keys.enter_request, key == 13);
             EXPECT_FALSE(t.m.trace.trace_step_request);
         }
@@ -110,6 +120,57 @@ TEST(PhysicalKeys, HaveTheVirtualKeysOfAJapaneseKeyboard) {
         EXPECT_FALSE(virtual_key_of_scan_code(scan_code)) << scan_code;
 }
 
+/// The keyboard is bit-paired: Shift flips one bit of a character.
+TEST(KeyMap, ShiftTypesWhatJapaneseKeyboardsHaveAboveTheKey) {
+    KeyMachine t(true);
+    for (int key = '1'; key <= 226; ++key) {
+        const bool is_printed = (key <= '9' && key >= '1') || (key >= 'A' && key <= 'Z') ||
+                                (key >= 97 && key <= 111 && key != 108) || key >= 186;
+        const std::string alone = typed_alone(key, true);
+        if (!is_printed || alone.empty())
+            continue;
+        const int c = as_byte(alone[0]);
+        std::string shifted(1, static_cast<char>(c ^ (c < 0x40 ? 0x10 : 0x20)));
+        if (const std::map<int, const char*> odd{{106, ">"}, {107, "\x83"}, {226, "_"}}; odd.contains(key))
+            shifted = odd.at(key);
+        EXPECT_EQ(t.typed(key, 1), shifted) << key;
+        EXPECT_EQ(t.typed(key, 2), key == 'C' ? "\x0B" : key == 'V' ? "\x0A" : "") << "with Ctrl: " << key;
+        EXPECT_EQ(t.typed(key, 3) + t.typed(key, 4), "") << key;
+    }
+    EXPECT_EQ(t.typed('0', 1) + t.typed(96, 1), "");
+}
+
+/// The soft keyboard has the same keys: its S layer is Shift, EXT is Ctrl, both together are both, and F is Alt.
+TEST(KeyMap, MachineModeIsTheSoftKeyboard) {
+    const int layers[] = {soft_layer(0, 0, 0), soft_layer(1, 0, 0), soft_layer(0, 0, 1), soft_layer(1, 0, 1),
+                          soft_layer(0, 1, 0)};
+    int letters = 0;
+    KeyMachine t(false);
+    for (int index = 0; index < SOFT_KEY_COUNT; ++index) {
+        const char c = soft_key(0, index).text[0];
+        if (soft_key(0, index).kind != SoftKeyKind::CHARACTER || as_byte(c) < ' ')
+            continue;
+        if (c >= '0' && c <= '9') { // digits choose areas here, and have no row there
+            const SoftKey& area = soft_key(layers[1], index);
+            EXPECT_TRUE(c == '9' || (area.kind == SoftKeyKind::AREA && area.text[0] == c - '0')) << c;
+            continue;
+        }
+        const std::map<char, int> places = {{'/', 111}, {'*', 106}, {'-', 109},   {'+', 107},
+                                            {'.', 110}, {'=', 190}, {'\x8D', 191}};
+        const int key = places.contains(c) ? places.at(c) : c;
+        letters += c >= 'A' && c <= 'Z' ? 1 : 0;
+        for (const int modifiers : {0, 1, 2, 3, 4}) {
+            if (modifiers < 2 || !places.contains(c)) {
+                const std::string soft = soft_key(layers[modifiers], index).text.data();
+                EXPECT_EQ(t.typed(key, modifiers), soft == "RAN# " ? "RAN#" : soft) << c << modifiers;
+            }
+        }
+        EXPECT_EQ(t.typed(key, 5), t.typed(key, 4)) << "Shift and Alt: as Alt";
+        EXPECT_EQ(t.typed(key, 6) + t.typed(key, 7), t.typed(key, 0) + t.typed(key, 0)) << "Ctrl and Alt: as alone";
+    }
+    EXPECT_EQ(letters, 26);
+}
+
 TEST(KeyMap, KeysThatDependOnTheMachine) {
     KeyMachine t(true);
     on_key_down(t.m, 13, true);
@@ -127,23 +188,6 @@ TEST(KeyMap, KeysThatDependOnTheMachine) {
         t.typed(112);
     EXPECT_EQ(t.m.settings.zoom, 1);
 }
-
-/// What a key types on all levels of a mode: "[A,GOSUB ,a,\\ci,SIN ]".
-OutcomeOfCase levels(int ascii_mode) {
-    return [=](const FileCase& row) {
-        KeyMachine t(ascii_mode != 0);
-        const int key = row.input.size() == 1 ? as_byte(row.input[0]) : std::stoi(row.input);
-        std::string joined = "[" + escaped(t.typed(key, 0));
-        for (int modifiers = 1; modifiers <= 4; ++modifiers)
-            joined += "," + escaped(t.typed(key, modifiers));
-        EXPECT_EQ(t.typed(key, 5), t.typed(key, 4)) << "Shift and Alt: as Alt";
-        for (const int modifiers : {6, 7})
-            EXPECT_EQ(t.typed(key, modifiers), t.typed(key, 0)) << "Ctrl and Alt: as alone";
-        return joined + "]";
-    };
-}
-
-TEST(KeyMap, Levels) { expect_cases("keys/key_levels.txt", {{"machine mode", levels(0)}, {"ASCII mode", levels(1)}}); }
 
 TEST(KeyMap, AltTypesFunctionWordsInMachineModeOnly) {
     const std::map<int, std::string> keys = {{'A', "SIN "}, {'N', "RAN#"}, {'Q', "Q"}, {'5', "5"}, {' ', " "},

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The driving protocol: its commands (drive.txt), its refusals, and how it writes texts.
+// The driving protocol as a program, and how it takes and writes texts. Its commands: transcripts/drive.drv.
 #include "tests/protocols/driven.h"
-#include "tests/support/cases_file.h"
 #include "tests/support/child_process.h"
 
 #include <sstream>
@@ -11,75 +10,18 @@ namespace {
 
 const std::string GOOD = R"({"ok":true})";
 
-/// Drives through a file of cases, with a new machine for each heading.
-struct Sessions {
-    std::unique_ptr<Driven> drive;
-    std::string heading;
-
-    void begin(const std::string& title) {
-        drive = std::make_unique<Driven>();
-        heading = title;
-        if (const std::size_t listing = title.find('['); listing != std::string::npos) {
-            EXPECT_EQ(drive->load(title.substr(listing) + "\n")["loaded"], true) << title;
-        }
-    }
-    /// The values of fields of the state, with a blank between them.
-    [[nodiscard]] std::string see(const std::string& fields) const {
-        const Json state = drive->state();
-        std::istringstream names(fields);
-        std::string values;
-        for (std::string name; names >> name;)
-            values += (values.empty() ? "" : " ") + state.at(name).dump(-1, ' ', true);
-        return values;
-    }
-    /// Those of some commands, with "|" between them, that are not refused, or change something all the same.
-    [[nodiscard]] std::string accepted(const std::string& lines) const {
-        drive->state();
-        const Json before = drive->state();
-        std::istringstream commands(lines);
-        std::string accepted;
-        for (std::string line; std::getline(commands, line, '|');) {
-            const Json answer = (*drive)(line);
-            const bool refused = answer["ok"] == false && answer.size() == 2 && answer["error"].is_string();
-            if (!refused || drive->state() != before || drive->session.finished)
-                accepted += line + "|";
-        }
-        return accepted;
-    }
-    std::string outcome_of(const FileCase& row) {
-        if (row.heading != heading)
-            begin(row.heading);
-        const std::size_t end = row.input.rfind("; ");
-        const std::string last = row.input.substr(end == std::string::npos ? 0 : end + 2);
-        if (end != std::string::npos)
-            drive->all(row.input.substr(0, end));
-        if (last.starts_with("see "))
-            return see(last.substr(4));
-        if (last.starts_with("refuses "))
-            return accepted(last.substr(8));
-        if (last.starts_with("changes "))
-            return drive->changed_by(last.substr(8));
-        Json answer = (*drive)(last);
-        const bool ok = answer["ok"];
-        answer.erase("ok");
-        answer.erase("crc32"); // test_files.py
-        return ok ? answer.dump(-1, ' ', true) : "refused";
-    }
-};
-
-TEST(Drive, DoesWhatItIsTold) {
-    Sessions sessions;
-    expect_cases("protocols/drive.txt", [&](const FileCase& row) { return sessions.outcome_of(row); });
-}
-
 TEST(Drive, RefusesOddBytesAndSkipsEmptyLinesAndComments) {
-    Sessions sessions;
-    sessions.begin("");
-    EXPECT_EQ(sessions.accepted("\r\r| run|run\tnow|tick\x80|\x01\xFF\x80|tick 1 |page 1 |key " + std::string(32, '4')),
-              "");
+    Driven drive;
+    const Json before = drive.state();
+    for (const std::string& line :
+         {std::string("\r\r"), std::string(" run"), std::string("run\tnow"), std::string("tick\x80"),
+          std::string("\x01\xFF\x80"), std::string("tick 1 "), "key " + std::string(32, '4')}) {
+        EXPECT_EQ(drive(line)["ok"], false) << line;
+        EXPECT_EQ(drive.state(), before) << line;
+    }
     for (const char* line : {"", "\r", "#", "# run", "#\xFF"})
-        EXPECT_TRUE((*sessions.drive)(line).is_null()) << line;
-    EXPECT_EQ((*sessions.drive)("tick 2\r")["ticks"], 2);
+        EXPECT_TRUE(drive(line).is_null()) << line;
+    EXPECT_EQ(drive("tick 2\r")["ticks"], 2);
 }
 
 TEST(Drive, NewForgetsEverything) {

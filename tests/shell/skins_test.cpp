@@ -5,7 +5,7 @@
 
 #include "shell/commands.h"
 #include "tests/support/cases_file.h"
-#include "tests/support/scripts.h"
+#include "tests/support/outcomes.h"
 #include "tests/support/temporary_file.h"
 
 #include <gtest/gtest.h>

@@ -36,6 +36,8 @@ TEST(CasesFile, IsReadWholeOrRefused) {
         {"== H\n== I\nA => 1", "x:2"},
         {"A => 1\n== H", "x:2"},
         {"A => 1", "1 rows"},
+        {"A | B => 1 ;; C =>  2", "3 rows"},
+        {"A => 1 ;; C", "x:1"},
     };
     for (const auto& [text, refusal] : refusals)
         EXPECT_EQ(refusal_of(text), refusal) << text;

@@ -2,7 +2,7 @@
 // RUN, VAC, and DATA by areas and behind a fault. The other words are in words.txt, the rest of DATA in data.txt; how
 // words fail that the machine does not have, and what the index of DATA items holds, is in core's tests.
 #include "shell/commands.h"
-#include "tests/support/keyboard.h"
+#include "tests/support/test_machine.h"
 
 #include <gtest/gtest.h>
 
@@ -31,6 +31,20 @@ TEST(Run, StartsTheSelectedAreaOrALineAnew) {
         EXPECT_EQ(t.m.error.error_detail.view(), "");
         EXPECT_EQ(cell(t, 'A').number, 3) << "the rest of the line is dropped";
     }
+}
+
+TEST(Run, RunsOffTheEndOfAFullArea) {
+    std::string lines;
+    for (int i = 0; i < LINES_PER_AREA; ++i)
+        lines += "A=A+1\n";
+    TestMachine t;
+    t.start(lines);
+    t.tick(LINES_PER_AREA);
+    EXPECT_EQ(t.m.run.run_state, STATE_RUN);
+    t.tick();
+    EXPECT_EQ(t.m.run.run_state, STATE_ENDED);
+    EXPECT_EQ(t.m.run.program_ended, 0);
+    EXPECT_EQ(cell(t, 'A').number, LINES_PER_AREA);
 }
 
 TEST(Vac, ResetsTheTraceWindow) {

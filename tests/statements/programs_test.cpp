@@ -5,12 +5,10 @@
 //   fails    its error, or "ok", or "ended" with the detail that is left
 //   leaves   its error if it has one, and the machine afterwards: variables, open calls and loops, MODE, SET
 //
-//   steps    "program @ script": the moment that the script leads to (tests/support/scripts.h), and the machine then
-//
 // Among marked lines: the program stands in line 1 of P0, before lines that tell which of them was reached.
 #include "tests/statements/changes.h"
 #include "tests/support/cases_file.h"
-#include "tests/support/scripts.h"
+#include "tests/support/outcomes.h"
 
 #include <gtest/gtest.h>
 
@@ -57,21 +55,12 @@ std::string left_by(const FileCase& row) {
     return end + changes(t.m);
 }
 
-std::string moment_and_changes(const FileCase& row) {
-    TestMachine t;
-    const std::size_t at = row.input.rfind(" @ ");
-    t.start(row.input.substr(0, at));
-    play(t, row.input.substr(at + 3));
-    return moment(t) + changes(t.m);
-}
-
 const std::map<std::string, OutcomeOfCase> OUTCOMES = {
     {"shows", [](const FileCase& row) { return shown_by(row.input); }},
     {"shows, among marked lines", [](const FileCase& row) { return shown_by(with_marks(row.input)); }},
     {"fails", failure},
     {"fails, among marked lines", failure_among_marks},
     {"leaves", left_by},
-    {"steps", moment_and_changes},
 };
 
 void expect_programs(const std::string& file) {

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: MIT
-// BEEP, BEEPS and BEEPWAIT: the tone's image byte by byte, its periods, volume, and how it holds the program.
-#include "shell/commands.h"
+// A tone's image byte by byte, its periods and its volume. What BEEP, BEEPS and BEEPWAIT do: transcripts/sound.drv.
 #include "statements/sound.h"
-#include "tests/support/cases_file.h"
-#include "tests/support/keyboard.h"
+#include "tests/support/test_machine.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <sstream>
 #include <vector>
 
 namespace quillon::testing {
@@ -69,33 +66,6 @@ TEST(Tone, IsAsLoudAsTheVolume) {
         EXPECT_EQ(t.played[44], sample) << volume;
         EXPECT_EQ(t.played.back(), 128) << volume;
     }
-}
-
-std::string sounded(const FileCase& row) {
-    const std::size_t at = row.input.rfind(" @ ");
-    SoundMachine t;
-    t.m.settings.timer_interval = std::stoi(row.heading);
-    t.start(row.input.substr(0, at));
-    t.tick(std::stoi(row.input.substr(at + 3)));
-    std::ostringstream shown;
-    shown << cell(t, 'A').number << ' ' << t.m.sound.sound_ticks_left << ' ' << t.m.sound.sound_holds_run << ' '
-          << t.m.sound.tone.half_period << t.log;
-    run_host_command(*t.simulator, COMMAND_RUN);
-    EXPECT_EQ(t.m.sound.sound_ticks_left, 0) << "a start stops it";
-    return shown.str();
-}
-
-TEST(Tone, HoldsTheProgramOrDoesNot) { expect_cases("statements/sound.txt", sounded); }
-
-TEST(Beep, IsSilentWhenSwitchedOff) {
-    SoundMachine t;
-    t.m.settings.pcm_beep = false;
-    t.start("BEEP:A=1:BEEPS 4,9,1000:BEEPWAIT:A=2:BEEP 5");
-    t.tick(5);
-    EXPECT_EQ(cell(t, 'A').number, 2);
-    EXPECT_EQ(t.m.sound.sound_holds_run, 0);
-    t.tick();
-    EXPECT_EQ(t.log + t.detail_id(), "BEEP 1");
 }
 
 } // namespace

@@ -13,10 +13,20 @@
 namespace quillon::testing {
 namespace {
 
+/// "||" between blanks, or at an end, is a line feed; a blank on either side belongs to it.
 std::string with_line_feeds(std::string_view text) {
     std::string lines(text.substr(0, text.find_last_not_of(' ') + 1));
-    for (std::size_t at = lines.find(" || "); at != std::string::npos; at = lines.find(" || ", at))
-        lines.replace(at, 4, "\n");
+    for (std::size_t at = 0; (at = lines.find("||", at)) != std::string::npos;) {
+        const bool blank_before = at > 0 && lines[at - 1] == ' ',
+                   blank_behind = at + 2 < lines.size() && lines[at + 2] == ' ';
+        const bool begins = blank_before || at == 0 || lines[at - 1] == '\n';
+        if (!begins || !(blank_behind || at + 2 == lines.size())) {
+            at += 2;
+            continue;
+        }
+        lines.replace(at - (blank_before ? 1 : 0), 2 + (blank_before ? 1 : 0) + (blank_behind ? 1 : 0), "\n");
+        at += blank_before ? 0 : 1;
+    }
     return lines;
 }
 
@@ -28,6 +38,30 @@ bool read_row(std::string_view line, FileCase& row) {
     row.input = with_line_feeds(line.substr(0, arrow));
     row.expected = line.substr(std::min(arrow + 4, line.size()));
     return (row.expected + " ").find(" => ") == std::string::npos;
+}
+
+/// The parts of a text that has a separator between them.
+std::vector<std::string> parts_of(std::string_view text, std::string_view separator) {
+    std::vector<std::string> parts;
+    for (std::size_t end = 0; (end = text.find(separator)) != std::string_view::npos;) {
+        parts.emplace_back(text.substr(0, end));
+        text.remove_prefix(end + separator.size());
+    }
+    parts.emplace_back(text);
+    return parts;
+}
+
+/// Adds a case for each input of each row of a line; false where one is no row.
+bool read_rows(std::string_view line, FileCase row, std::vector<FileCase>& rows) {
+    for (const std::string& part : parts_of(line, " ;; ")) {
+        if (part.empty() || !read_row(part, row))
+            return false;
+        for (const std::string& input : parts_of(row.input, " | ")) {
+            rows.push_back(row);
+            rows.back().input = input;
+        }
+    }
+    return true;
 }
 
 /// What a row's outcome throws, for a word that it does not know, is a failure of this row.
@@ -58,9 +92,7 @@ std::vector<FileCase> parse_cases(std::string_view text, const std::string& name
             refuse("the heading before this one has no row");
         if (is_heading)
             row.heading = with_line_feeds(line.substr(3));
-        else if (read_row(line, row))
-            rows.push_back(row);
-        else
+        else if (!read_rows(line, row, rows))
             refuse("no comment, no heading and no row");
         awaits_row = is_heading;
     }

@@ -3,10 +3,11 @@
 //
 //   # a comment
 //   == a heading, of the rows that follow
-//   GOTO 10 || END  => what it shows
+//   GOTO 10 || END | GOTO 20  => what each of the two shows
 //
-// " || " in an input or a heading stands for a line feed. Blanks before "=>" are for the columns; behind it stands one
-// blank, and all that follows is expected as it stands ("=>  5" expects " 5"). Behind "=>" there may be nothing.
+// "||" between blanks or at an end is a line feed in inputs and headings, " | " separates inputs that give the same, and
+// " ;; " rows side by side. Blanks before "=>" are for the columns; after it comes one blank, and all that follows is
+// expected as it is ("=>  5" expects " 5"). There may be nothing after "=>".
 #pragma once
 
 #include <functional>

@@ -18,6 +18,8 @@ constexpr const char* SECTIONS =
     "HYPASN HYPATN HYPCOS HYPSIN HYPTAN IF INPUT INT LEN LN LOG MID MODE NCR NEXT NPR ON POL PRINT READ REC "
     "RESTORE RETURN RND RUN SET SGN SIN SQRT STR TAN VAL";
 
+} // namespace
+
 MessageCatalogue naming_catalogue() {
     MessageCatalogue catalogue;
     std::istringstream sections(SECTIONS);
@@ -28,8 +30,7 @@ MessageCatalogue naming_catalogue() {
     return catalogue;
 }
 
-/// Gives each line without a number one.
-std::string numbered(std::string_view text) {
+std::string numbered_listing(std::string_view text) {
     std::string listing = "[P0]\n";
     std::istringstream lines{std::string(text)};
     int number = 10;
@@ -39,8 +40,6 @@ std::string numbered(std::string_view text) {
     }
     return listing;
 }
-
-} // namespace
 
 TestMachine::TestMachine() : simulator(std::make_unique<Simulator>()), m(simulator->machine) {
     simulator->disk = host_disk();
@@ -53,7 +52,7 @@ bool TestMachine::load(std::string_view listing) {
 }
 
 void TestMachine::start(std::string_view lines) {
-    load(numbered(lines));
+    load(numbered_listing(lines));
     run_host_command(*simulator, COMMAND_RUN);
 }
 
@@ -105,6 +104,10 @@ std::string TestMachine::detail() const {
     std::string_view text = m.error.error_detail;
     text.remove_prefix(std::min(text.find('\x01') + 1, text.size()));
     return std::string(text.substr(0, text.find("\r\n\r\n")));
+}
+
+const Variable& cell(const TestMachine& t, char letter) {
+    return t.m.variables[static_cast<std::size_t>(letter - 'A')];
 }
 
 std::string escaped(std::string_view text) {

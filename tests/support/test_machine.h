@@ -12,6 +12,12 @@
 
 namespace quillon::testing {
 
+/// A catalogue whose texts are their own section and number, each with a byte 1 behind it.
+MessageCatalogue naming_catalogue();
+
+/// "[P0]" and these lines, each with a number in steps of ten where it has none.
+std::string numbered_listing(std::string_view lines);
+
 /// A simulator on the heap with the host's disk and the naming catalogue.
 struct TestMachine {
     TestMachine();
@@ -23,7 +29,7 @@ struct TestMachine {
     /// Loads a listing; true when it was accepted.
     bool load(std::string_view listing);
 
-    /// Loads "[P0]" and these lines, each with a number in steps of ten where it has none, and starts P0.
+    /// Loads `numbered_listing` and starts P0.
     void start(std::string_view lines);
 
     void tick(int count = 1);
@@ -51,6 +57,9 @@ struct TestMachine {
     /// The detail's own part: what follows the catalogue text, up to the location block.
     [[nodiscard]] std::string detail() const;
 };
+
+/// Cell A to Z of a machine.
+const Variable& cell(const TestMachine& t, char letter);
 
 /// Text with its special characters as escapes.
 std::string escaped(std::string_view text);

@@ -3,7 +3,7 @@
 #include "protocols/shown_lines.h"
 #include "tests/support/cases_file.h"
 #include "tests/support/child_process.h"
-#include "tests/support/scripts.h"
+#include "tests/support/outcomes.h"
 #include "tests/support/temporary_file.h"
 
 #include <gtest/gtest.h>

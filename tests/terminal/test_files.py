@@ -15,7 +15,7 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 CLI = os.environ["QUILLON_CLI"]
-COMMANDS = ("play", "run", "check", "drive")
+COMMANDS = ("play", "run", "check", "replay", "drive")
 COMPLETION = ROOT / "resources" / "completion" / "quillon-cli.bash"
 
 
