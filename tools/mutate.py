@@ -242,7 +242,8 @@ def main() -> int:
         counted += verdict != ""
         survived += verdict == "survived"
         if verdict == "survived":
-            print(f"{mutant.path}:{mutant.line}: survived\n- {mutant.before.strip()}\n+ {mutant.after.strip()}", flush=True)
+            print(f"{mutant.path}:{mutant.line}: survived", f"- {mutant.before.strip()}", f"+ {mutant.after.strip()}",
+                  sep="\n", flush=True)
         elif verdict and os.environ.get("MUTATE_VERBOSE"):
             print(f"{mutant.path}:{mutant.line}: caught by {verdict}: {mutant.after.strip()}", flush=True)
     print(f"{counted - survived} of {counted} mutants caught, seed {options.seed}")

@@ -5,9 +5,9 @@
 //   == a heading, of the rows that follow
 //   GOTO 10 || END | GOTO 20  => what each of the two shows
 //
-// "||" between blanks or at an end is a line feed in inputs and headings, " | " separates inputs that give the same, and
-// " ;; " rows side by side. Blanks before "=>" are for the columns; after it comes one blank, and all that follows is
-// expected as it is ("=>  5" expects " 5"). There may be nothing after "=>".
+// "||" between blanks or at an end is a line feed in inputs and headings, " | " separates inputs that give the same,
+// and " ;; " rows side by side. Blanks before "=>" are for the columns; after it comes one blank, and all that follows
+// is expected as it is ("=>  5" expects " 5"). There may be nothing after "=>".
 #pragma once
 
 #include <functional>

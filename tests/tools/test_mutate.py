@@ -25,8 +25,9 @@ class Mutate(unittest.TestCase):
                 self.assertEqual(list(mutations_of(line + "\n", "x")), [mutant + "\n" for mutant in mutants])
 
     def test_a_statement_is_removed_where_it_is_whole(self):
-        for line, before, removed in [("    call(a);", "{", True), ("    call(a);", "else", True), ("    call(a);", "x =", False),
-                                      ("    b(c) }", ";", False)]:
+        for line, before, removed in [
+                ("    call(a);", "{", True), ("    call(a);", "else", True), ("    call(a);", "x =", False),
+                ("    b(c) }", ";", False)]:
             with self.subTest(line, before=before):
                 self.assertEqual("    ;\n" in mutations_of(line + "\n", before), removed)
 
