@@ -85,7 +85,7 @@ std::size_t statement_size(std::string_view text) {
 DebuggerWindow::DebuggerWindow(Session& session_, DebugControl& control_, QWidget* main_window)
     : QDialog(main_window), session(session_), machine(session_.simulator.machine), control(control_),
       shown_cells(machine.variables) {
-    constexpr QSize SIZE(760, 520);
+    constexpr QSize SIZE(880, 520);
     setWindowTitle(text(DEBUGGER_TITLE));
     auto* bar = new QToolBar;
     build_buttons(*bar);

@@ -140,6 +140,8 @@ void MainWindow::after_tick(bool picture_changed) {
     windows.dock();
     if (debugger != nullptr)
         debugger->follow_tick();
+    if (debugging->is_standing())
+        ticker.stop();
 }
 
 /// The clock stands with the machine; what is beside the LCD may be of another moment now.

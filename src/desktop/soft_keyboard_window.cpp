@@ -89,8 +89,8 @@ QRect SoftKeyboardWindow::key_area(int key) const {
 }
 
 void SoftKeyboardWindow::click_key(int key) {
-    soft_mouse_down(simulator.machine, key / SOFT_KEY_COLUMNS, key % SOFT_KEY_COLUMNS);
-    soft_mouse_up(simulator.machine);
+    session_input(session, {.verb = InputVerb::SOFT_DOWN, .numbers = {key / SOFT_KEY_COLUMNS, key % SOFT_KEY_COLUMNS}});
+    session_input(session, {.verb = InputVerb::SOFT_UP});
 }
 
 void SoftKeyboardWindow::paintEvent(QPaintEvent*) {
@@ -113,7 +113,10 @@ void SoftKeyboardWindow::mousePressEvent(QMouseEvent* event) {
     const QPointF place = event->position() - QPointF(BORDER, BORDER);
     const int row = static_cast<int>(std::floor(place.y() / (SCALE * KEY_HEIGHT)));
     const int column = static_cast<int>(std::floor(place.x() / (SCALE * KEY_WIDTH)));
-    session_input(session, {.verb = InputVerb::SOFT_DOWN, .numbers = {row, column}});
+    const bool is_on_key =
+        row >= 0 && row < SOFT_KEY_COUNT / SOFT_KEY_COLUMNS && column >= 0 && column < SOFT_KEY_COLUMNS;
+    if (is_on_key) // and not on the border
+        session_input(session, {.verb = InputVerb::SOFT_DOWN, .numbers = {row, column}});
     main_window->activateWindow();
 }
 
