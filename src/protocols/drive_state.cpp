@@ -4,6 +4,7 @@
 
 #include "core/fields.h"
 #include "core/variables.h"
+#include "session/checksum.h"
 
 #include <nlohmann/json.hpp>
 
@@ -24,17 +25,9 @@ Json number_json(double x) {
     return x;
 }
 
-/// The checksum of zlib's crc32.
-std::uint32_t crc32(std::uint32_t crc, std::uint8_t byte) {
-    crc ^= byte;
-    for (int bit = 0; bit < 8; ++bit)
-        crc = (crc >> 1) ^ (0xEDB88320U & (0U - (crc & 1U)));
-    return crc;
-}
-
 /// Of the canvas as bytes red, green, blue from the top row on.
 std::string canvas_checksum(const Canvas& canvas) {
-    std::uint32_t crc = 0xFFFFFFFF;
+    std::uint32_t crc = CRC32_START;
     for (const std::uint32_t pixel : canvas.pixels) {
         for (int shift = 16; shift >= 0; shift -= 8)
             crc = crc32(crc, static_cast<std::uint8_t>(pixel >> shift));

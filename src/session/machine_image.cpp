@@ -5,6 +5,7 @@
 #include "core/invariants.h"
 #include "core/numbers.h"
 #include "core/program.h"
+#include "session/checksum.h"
 
 #include <algorithm>
 #include <type_traits>
@@ -16,14 +17,10 @@ constexpr std::string_view MAGIC = "QLLNSTAT";
 constexpr std::size_t HEAD_SIZE = MAGIC.size() + 8; ///< with version and checksum
 constexpr std::size_t QUEUE_MAX = 4096;             ///< key events and keys that are down
 
-/// zlib's checksum.
 std::uint32_t checksum(std::string_view bytes) {
-    std::uint32_t crc = 0xFFFFFFFF;
-    for (const char byte : bytes) {
-        crc ^= static_cast<unsigned char>(byte);
-        for (int bit = 0; bit < 8; ++bit)
-            crc = (crc >> 1) ^ (0xEDB88320U & (0U - (crc & 1U)));
-    }
+    std::uint32_t crc = CRC32_START;
+    for (const char byte : bytes)
+        crc = crc32(crc, static_cast<std::uint8_t>(byte));
     return ~crc;
 }
 

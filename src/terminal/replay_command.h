@@ -15,8 +15,8 @@ struct ReplayOptions {
     bool lcd = false;                   ///< print what the display shows where the replay stands
 };
 
-/// Goes through a session file. Exit status: 0 it went the same way; 1 it did not, as standard error says; 2 a file that
-/// cannot be read, or output that cannot be written.
+/// Goes through a session file. Exit status: 0 it went the same way; 1 it did not, as standard error says; 2 a file
+/// that cannot be read, or output that cannot be written.
 int replay_file(const ReplayOptions& options);
 
 } // namespace quillon

@@ -8,7 +8,6 @@
 #include "core/invariants.h"
 #include "core/run_control.h"
 #include "core/variables.h"
-#include "core/controls.h"
 #include "tests/support/outcomes.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The fast paths do not show: random programs, keys and command lines give the same record after every tick on a machine
-// that takes none of them.
+// The fast paths do not show: random programs, keys and command lines give the same record after every tick on a
+// machine that takes none of them.
 #include "core/fields.h"
 #include "fuzz/random_programs.h"
 #include "keys/virtual_keys.h"
