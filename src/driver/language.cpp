@@ -3,9 +3,10 @@
 #include "driver/language.h"
 
 #include "core/states.h"
+#include "core/words.h"
+#include "functions/function_table.h"
 #include "functions/list_functions.h"
 #include "functions/prefix_functions.h"
-#include "functions/string_functions.h"
 #include "statements/conditions.h"
 #include "statements/data.h"
 #include "statements/input.h"
@@ -16,8 +17,6 @@
 #include "statements/program.h"
 #include "statements/skin.h"
 #include "statements/sound.h"
-
-#include <algorithm>
 
 namespace quillon {
 namespace {
@@ -73,84 +72,23 @@ constexpr StatementRow STATEMENT_ROWS[] = {
 };
 // clang-format on
 
-/// Words of the statement range that have no statement of their own: wherever one stands in the place of a statement
-/// it is an unknown token. THEN, TO and STEP are read by IF and FOR.
-constexpr TokenCode WORDS_WITHOUT_STATEMENT[] = {
-    TOKEN_THEN, TOKEN_TO, TOKEN_STEP, TOKEN_LIST_ALL, TOKEN_CLEAR_ALL, TOKEN_SAVE_ALL, TOKEN_LOAD_ALL, TOKEN_DIM,
-};
-
-struct FunctionRow {
-    TokenCode token = TOKEN_UNKNOWN;
-    FunctionHandler handler = nullptr;
-    NumberFormula formula = nullptr;
-};
-
-/// The row of a function of one factor.
-constexpr FunctionRow prefix(TokenCode token) { return {token, prefix_function, prefix_formula}; }
-
-// clang-format off
-constexpr FunctionRow FUNCTION_ROWS[] = {
-    prefix(TOKEN_SIN),     prefix(TOKEN_COS),     prefix(TOKEN_TAN),     prefix(TOKEN_ASN),
-    prefix(TOKEN_ACS),     prefix(TOKEN_ATN),     prefix(TOKEN_HYPSIN),  prefix(TOKEN_HYPCOS),
-    prefix(TOKEN_HYPTAN),  prefix(TOKEN_HYPASN),  prefix(TOKEN_HYPACS),  prefix(TOKEN_HYPATN),
-    prefix(TOKEN_SQR),     prefix(TOKEN_EXP),     prefix(TOKEN_LN),      prefix(TOKEN_LOG),
-    prefix(TOKEN_INT),     prefix(TOKEN_FRAC),    prefix(TOKEN_ABS),     prefix(TOKEN_SGN),
-    prefix(TOKEN_FACT),    prefix(TOKEN_CUR),     prefix(TOKEN_EOX),     prefix(TOKEN_EOY),
-    {TOKEN_RND,  rnd_function},   {TOKEN_RAN,  ran_function},   {TOKEN_NPR,  npr_function},
-    {TOKEN_NCR,  ncr_function},   {TOKEN_REC,  rec_function},   {TOKEN_POL,  pol_function},
-    {TOKEN_DEG,  deg_function},   {TOKEN_LEN,  len_function},   {TOKEN_MID,  mid_function},
-    {TOKEN_VAL,  val_function},   {TOKEN_STR,  str_function},   {TOKEN_HEX,  hex_function},
-    {TOKEN_DMS,  dms_function},   {TOKEN_KEY,  key_function},   {TOKEN_CSR,  csr_function},
-};
-// clang-format on
-
-/// Codes of the function range that are no functions: the relations, and the operators EX and EM, which the evaluator
-/// takes between two operands.
-constexpr TokenCode CODES_WITHOUT_FUNCTION[] = {TOKEN_EX, TOKEN_EM, TOKEN_NE, TOKEN_GE, TOKEN_LE, TOKEN_EQEQ};
-
 constexpr Language build_language() {
     Language language{};
     for (const StatementRow& row : STATEMENT_ROWS)
         language.statements[token_distance(STATEMENT_FIRST, row.token)] = {row.handler, row.kind};
-    for (const FunctionRow& row : FUNCTION_ROWS) {
+    for (const PrefixFunction& row : PREFIX_FUNCTIONS) {
         const auto place = token_distance(FUNCTION_FIRST, row.token);
-        language.functions[place] = row.handler;
-        language.formulas[place] = row.formula;
+        language.functions[place] = prefix_function;
+        language.formulas[place] = prefix_formula;
     }
+    for (const ListFunction& row : LIST_FUNCTIONS)
+        language.functions[token_distance(FUNCTION_FIRST, row.token)] = list_function;
     return language;
 }
 
 constexpr Language BASIC = build_language();
 
-template <std::size_t N>
-constexpr bool contains(const TokenCode (&codes)[N], TokenCode code) {
-    return std::find(std::begin(codes), std::end(codes), code) != std::end(codes);
-}
-
-template <typename Row, std::size_t N>
-constexpr bool has_row(const Row (&rows)[N], TokenCode code) {
-    return std::any_of(std::begin(rows), std::end(rows), [code](const Row& row) { return row.token == code; });
-}
-
-/// Whether each word of the vocabulary has a handler, or is one of those that have none for a reason.
-constexpr bool is_complete() {
-    constexpr TokenCode CODES[] = {
-#define WORD(spelling, code, name) TOKEN_##name,
-#define ALSO(spelling, name)
-#include "core/vocabulary.def"
-    };
-    for (const TokenCode code : CODES) {
-        const bool statement = code >= STATEMENT_FIRST && code <= STATEMENT_LAST;
-        const bool function = code >= FUNCTION_FIRST && code <= FUNCTION_LAST;
-        if (statement && has_row(STATEMENT_ROWS, code) == contains(WORDS_WITHOUT_STATEMENT, code))
-            return false;
-        if (function && has_row(FUNCTION_ROWS, code) == contains(CODES_WITHOUT_FUNCTION, code))
-            return false;
-    }
-    return true;
-}
-
-static_assert(is_complete(), "a word has lost its handler, or got one without leaving its list");
+static_assert(has_all_statements(STATEMENT_ROWS), "each statement needs one row; core/words.h says which there are");
 
 } // namespace
 

@@ -2,6 +2,7 @@
 // Walking the DATA index.
 #include "statements/data.h"
 
+#include "core/arguments.h"
 #include "core/charset.h"
 #include "core/data_items.h"
 #include "core/errors.h"
@@ -9,6 +10,7 @@
 #include "core/numbers.h"
 #include "core/program.h"
 #include "core/variables.h"
+#include "statements/signatures.h"
 
 namespace quillon {
 namespace {
@@ -18,8 +20,6 @@ constexpr MessageId MESSAGE_READ_NO_VARIABLE{"READ", 1};
 constexpr MessageId MESSAGE_READ_NO_DATA{"READ", 2};
 constexpr MessageId MESSAGE_READ_NOT_A_NUMBER{"READ", 3};
 constexpr MessageId MESSAGE_RESTORE_NO_DATA{"RESTORE", 0};
-constexpr MessageId MESSAGE_RESTORE_STRING_VARIABLE{"RESTORE", 1};
-constexpr MessageId MESSAGE_RESTORE_STRING{"RESTORE", 2};
 constexpr MessageId MESSAGE_RESTORE_NO_LINE{"RESTORE", 3};
 
 const DataItem& entry_at(const Machine& m, int index) { return m.listing->data[static_cast<std::size_t>(index)]; }
@@ -117,17 +117,13 @@ void restore_statement(Machine& m) {
         compose_detail(m, MESSAGE_RESTORE_NO_DATA);
         return restore_area_data(m);
     }
-    const double number = eval_argument(m);
-    if (failed(m))
+    Arguments arguments;
+    if (!read_arguments(m, signature_of<TOKEN_RESTORE>(), arguments))
         return;
     if (m.eval.value.kind == VALUE_NONE)
         restore_first(m, area_entry);
-    else if (m.eval.value.kind == VALUE_STRVAR)
-        raise_error(m, ERROR_SYNTAX, MESSAGE_RESTORE_STRING_VARIABLE);
-    else if (value_type(m) == TYPE_STRING)
-        raise_error(m, ERROR_SYNTAX, MESSAGE_RESTORE_STRING);
     else
-        restore_line(m, area_entry, truncate_to_int(round6(number)));
+        restore_line(m, area_entry, static_cast<int>(arguments.number[0]));
 }
 
 } // namespace quillon

@@ -2,19 +2,18 @@
 // MODE n, SET E n, SET F n, SET G n and SET N.
 #include "statements/modes.h"
 
+#include "core/arguments.h"
 #include "core/charset.h"
 #include "core/errors.h"
 #include "core/interpreter.h"
 #include "core/numbers.h"
 #include "core/program_text.h"
 #include "core/scanner.h"
+#include "statements/signatures.h"
 
 namespace quillon {
 namespace {
 
-constexpr MessageId MESSAGE_MODE_MISSING{"MODE", 0};
-constexpr MessageId MESSAGE_MODE_STRING{"MODE", 1};
-constexpr MessageId MESSAGE_MODE_RANGE{"MODE", 2};
 constexpr MessageId MESSAGE_SET_NO_DIGIT{"SET", 0};
 constexpr MessageId MESSAGE_SET_SYNTAX{"SET", 1};
 constexpr MessageId MESSAGE_SET_G_RANGE{"SET", 2};
@@ -92,17 +91,10 @@ void set_automatic(Machine& m, const SetOperand& operand) {
 
 void mode_statement(Machine& m) {
     constexpr int PRT_ON = 7;
-    m.eval.value.kind = VALUE_NONE;
-    const double mode = eval_statement(m);
-    if (failed(m))
+    Arguments arguments;
+    if (!read_arguments(m, signature_of<TOKEN_MODE>(), arguments))
         return;
-    if (m.eval.value.kind == VALUE_NONE)
-        return raise_error(m, ERROR_SYNTAX, MESSAGE_MODE_MISSING);
-    if (m.eval.value.kind == VALUE_STRING)
-        return raise_error(m, ERROR_SYNTAX, MESSAGE_MODE_STRING);
-    if (!(mode >= 4 && mode <= 8))
-        return raise_error(m, ERROR_SYNTAX, MESSAGE_MODE_RANGE);
-    const int n = truncate_to_int(round6(mode));
+    const int n = truncate_to_int(round6(arguments.number[0]));
     if (n < PRT_ON)
         m.settings.angle_unit = static_cast<AngleUnit>(n - 4);
     else

@@ -2,22 +2,16 @@
 // Tone synthesis: a square wave of whole samples in a RIFF/WAVE image.
 #include "statements/sound.h"
 
-#include "core/errors.h"
+#include "core/arguments.h"
 #include "core/interpreter.h"
 #include "core/numbers.h"
+#include "statements/signatures.h"
 
 #include <algorithm>
 #include <cstring>
 
 namespace quillon {
 namespace {
-
-constexpr MessageId MESSAGE_BEEP_NOT_A_NUMBER{"BEEP", 0};
-constexpr MessageId MESSAGE_BEEP_RANGE{"BEEP", 1};
-constexpr MessageId MESSAGE_BEEPS_NOT_A_NUMBER{"BEEPS", 0};
-constexpr MessageId MESSAGE_BEEPS_OCTAVE{"BEEPS", 1};
-constexpr MessageId MESSAGE_BEEPS_COMMA{"BEEPS", 2};
-constexpr MessageId MESSAGE_BEEPS_NOTE{"BEEPS", 3};
 
 constexpr std::uint8_t SILENCE = 128;
 
@@ -82,36 +76,6 @@ void build_tone(Tone& tone, int half, int volume) {
     }
 }
 
-/// Whether the current operand can be an argument of a tone.
-bool is_numeric_operand(const Machine& m) {
-    return m.eval.value.kind == VALUE_NUMBER || m.eval.value.kind == VALUE_NUMVAR;
-}
-
-/// Checks the argument just evaluated; false after an error.
-bool check_beeps_argument(Machine& m) {
-    if (!failed(m) && !is_numeric_operand(m))
-        raise_error(m, ERROR_SYNTAX, MESSAGE_BEEPS_NOT_A_NUMBER, ":0x%04x (TOKEN_ID)", token_id(m.eval.token));
-    return !failed(m);
-}
-
-/// Checks that an argument lies in its range and makes it whole; -1 after an error.
-int whole_in_range(Machine& m, double x, int lowest, int highest, MessageId message) {
-    if (x >= lowest && x <= highest)
-        return truncate_to_int(round6(x));
-    raise_error(m, ERROR_RANGE, message);
-    return -1;
-}
-
-/// Evaluates the octave, note or duration behind a ","; false after an error.
-bool eval_beeps_argument(Machine& m, double& x) {
-    if (m.eval.token != TOKEN_COMMA) {
-        raise_error(m, ERROR_RANGE, MESSAGE_BEEPS_COMMA);
-        return false;
-    }
-    x = eval_argument(m);
-    return check_beeps_argument(m);
-}
-
 } // namespace
 
 void play_tone(Machine& m, int octave, int note, int duration_ms) {
@@ -127,15 +91,10 @@ void play_tone(Machine& m, int octave, int note, int duration_ms) {
 
 void beep_statement(Machine& m) {
     constexpr int DURATION_MS = 100;
-    m.eval.value.kind = VALUE_NONE;
-    const double pitch = eval_statement(m);
-    if (failed(m))
+    Arguments arguments;
+    if (!read_arguments(m, signature_of<TOKEN_BEEP>(), arguments))
         return;
-    if (!is_statement_end(m.eval.token) && !is_numeric_operand(m))
-        return raise_error(m, ERROR_SYNTAX, MESSAGE_BEEP_NOT_A_NUMBER, ":0x%04x (TOKEN_ID)", token_id(m.eval.token));
-    if (!(pitch >= 0 && pitch <= 1))
-        return raise_error(m, ERROR_RANGE, MESSAGE_BEEP_RANGE);
-    if (pitch < 1)
+    if (arguments.number[0] < 1)
         play_tone(m, 5, 10, DURATION_MS);
     else
         play_tone(m, 8, 2, DURATION_MS);
@@ -144,17 +103,11 @@ void beep_statement(Machine& m) {
 
 void beeps_statement(Machine& m) {
     constexpr int DURATION_MIN_MS = 5;
-    m.eval.value.kind = VALUE_NONE;
-    double x = eval_statement(m);
-    if (!check_beeps_argument(m))
+    Arguments arguments;
+    if (!read_arguments(m, signature_of<TOKEN_BEEPS>(), arguments))
         return;
-    const int octave = whole_in_range(m, x, 1, 8, MESSAGE_BEEPS_OCTAVE);
-    if (octave < 0 || !eval_beeps_argument(m, x))
-        return;
-    const int note = whole_in_range(m, x, 0, 11, MESSAGE_BEEPS_NOTE);
-    if (note < 0 || !eval_beeps_argument(m, x))
-        return;
-    play_tone(m, octave, note, std::max(truncate_to_int(round6(x)), DURATION_MIN_MS));
+    const auto whole = [&arguments](std::size_t i) { return truncate_to_int(round6(arguments.number[i])); };
+    play_tone(m, whole(0), whole(1), std::max(whole(2), DURATION_MIN_MS));
 }
 
 void beepwait_statement(Machine& m) {

@@ -160,11 +160,9 @@ void read_word(StatementReader& r, Place place) {
         return meet_keyword(r, word, place.may_lack);
     if (!descend(r))
         return;
-    const bool known = read_statement_word(r);
+    read_statement_word(r);
     --r.depth;
-    if (!known)
-        refuse(r, FindingKind::NO_STATEMENT, word.begin, "the machine has no statement " + describe(word));
-    else if (word.code != TOKEN_LET)
+    if (word.code != TOKEN_LET)
         r.value = {};
 }
 

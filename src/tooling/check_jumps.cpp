@@ -48,6 +48,28 @@ void require_target(StatementReader& r) {
         refuse(r, FindingKind::BAD_STATEMENT, at, "a line number, or \"#\" and an area, must stand here");
 }
 
+/// THEN with a number, a variable or "#" is a jump; true when it is one.
+bool read_jump_behind_then(StatementReader& r) {
+    const Token first = scan_token(r.scan);
+    if (first.code >= STATEMENT_WORD)
+        return false;
+    if (is_statement_end(first.code)) {
+        warn(r, FindingKind::NO_EFFECT, first.begin, "nothing stands behind THEN");
+        return false;
+    }
+    r.kind = KIND_JUMP;
+    const bool jumps = read_target(r);
+    if (jumps && !r.failed && first.code == TOKEN_NUMVAR && r.token == TOKEN_EQUALS) {
+        warn(r, FindingKind::NEVER_REACHED, first.begin,
+             "THEN and a variable is a jump to the line of that number; an assignment needs LET, or \";\" for THEN");
+        r.token = TOKEN_END;
+    }
+    r.leaves_line = jumps;
+    return jumps || r.failed;
+}
+
+} // namespace
+
 void read_goto(StatementReader& r) {
     require_target(r);
     r.leaves_line = true;
@@ -83,26 +105,6 @@ void read_on(StatementReader& r) {
     r.leaves_line = true; // the line after it is next, when not one of the targets
 }
 
-/// THEN with a number, a variable or "#" is a jump; true when it is one.
-bool read_jump_behind_then(StatementReader& r) {
-    const Token first = scan_token(r.scan);
-    if (first.code >= STATEMENT_WORD)
-        return false;
-    if (is_statement_end(first.code)) {
-        warn(r, FindingKind::NO_EFFECT, first.begin, "nothing stands behind THEN");
-        return false;
-    }
-    r.kind = KIND_JUMP;
-    const bool jumps = read_target(r);
-    if (jumps && !r.failed && first.code == TOKEN_NUMVAR && r.token == TOKEN_EQUALS) {
-        warn(r, FindingKind::NEVER_REACHED, first.begin,
-             "THEN and a variable is a jump to the line of that number; an assignment needs LET, or \";\" for THEN");
-        r.token = TOKEN_END;
-    }
-    r.leaves_line = jumps;
-    return jumps || r.failed;
-}
-
 void read_if(StatementReader& r) {
     read_statement(r);
     if (r.failed)
@@ -117,13 +119,6 @@ void read_if(StatementReader& r) {
     r.token = TOKEN_COLON;
     r.scan = behind;
 }
-
-constexpr WordShape JUMP_SHAPES[] = {
-    {TOKEN_GOTO, KIND_JUMP, read_goto},     {TOKEN_GOSUB, KIND_JUMP, read_gosub}, {TOKEN_ON, KIND_JUMP, read_on},
-    {TOKEN_RETURN, KIND_NONE, read_return}, {TOKEN_IF, KIND_CONDITION, read_if},
-};
-
-} // namespace
 
 void note_line(StatementReader& r, const char* at) {
     if (!r.value.number)
@@ -143,7 +138,5 @@ void leave_line(StatementReader& r) {
 void refuse_shape(StatementReader& r, const char* text) {
     refuse(r, FindingKind::BAD_STATEMENT, r.scanned.begin, text);
 }
-
-bool read_jump_word(StatementReader& r) { return read_by_shape(r, JUMP_SHAPES); }
 
 } // namespace quillon

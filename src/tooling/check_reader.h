@@ -4,12 +4,12 @@
 #pragma once
 
 #include "core/scanner.h"
+#include "core/signature.h"
 #include "core/states.h"
 #include "tooling/check_listing.h"
 
 #include <cstddef>
 #include <optional>
-#include <span>
 #include <string>
 
 namespace quillon {
@@ -89,21 +89,18 @@ bool descend(StatementReader& r);
 /// Reads the arguments of a function whose word is the current token. False when it is no function.
 bool read_function(StatementReader& r);
 
-/// A statement word and how what follows it is read.
-struct WordShape {
-    TokenCode token;
-    StmtKind kind; ///< the context that the word sets, KIND_NONE for none
-    void (*read)(StatementReader&);
-};
+/// Reads the arguments of a word by its signature, up to a ")"; `r.value` is the last one.
+void read_by_signature(StatementReader& r, const Signature& signature);
 
-/// Reads the statement of the current word by its row among these. False when it has none.
-bool read_by_shape(StatementReader& r, std::span<const WordShape> shapes);
+/// Reads a statement from the token behind its word on.
+void read_statement_word(StatementReader& r);
 
-/// Reads a statement from the token behind its word on. False when the word has no statement.
-bool read_statement_word(StatementReader& r);
-
-/// Reads a jump from the token behind its word on; false when the word is none of a jump or a condition.
-bool read_jump_word(StatementReader& r);
+/// Jumps and conditions, from the token behind their words on.
+void read_goto(StatementReader& r);
+void read_gosub(StatementReader& r);
+void read_return(StatementReader& r);
+void read_on(StatementReader& r);
+void read_if(StatementReader& r);
 
 /// A line number as the text tells it, `r.value`, that a jump from `at` leads to.
 void note_line(StatementReader& r, const char* at);

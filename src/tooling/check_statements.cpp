@@ -5,11 +5,19 @@
 #include "core/charset.h"
 #include "core/machine.h"
 #include "core/numbers.h"
+#include "core/words.h"
+#include "statements/signatures.h"
+
+#include <algorithm>
 
 namespace quillon {
 namespace {
 
 bool is_variable(TokenCode token) { return token == TOKEN_NUMVAR || token == TOKEN_STRVAR; }
+
+void refuse_unsupported(StatementReader& r, const Token& word) {
+    refuse(r, FindingKind::NO_STATEMENT, word.begin, "the machine has no statement " + describe(word));
+}
 
 /// Passes the rest of the statement unread.
 void skip_statement(StatementReader& r) {
@@ -83,15 +91,11 @@ void read_read(StatementReader& r) {
         refuse(r, FindingKind::NO_DATA, at, "the listing has no DATA to read");
 }
 
+/// RESTORE and the number of a line with DATA.
 void read_restore(StatementReader& r) {
     const char* at = skip_blanks(r.scan);
-    r.may_lack = true;
-    read_argument(r);
-    if (r.failed || r.value.kind == VALUE_NONE)
-        return;
-    if (type_of(r.value) == OperandType::STRING)
-        return refuse(r, FindingKind::WRONG_TYPE, at, "RESTORE takes the number of a DATA line, not a string");
-    if (!r.value.number)
+    read_by_signature(r, signature_of<TOKEN_RESTORE>());
+    if (r.failed || r.value.kind == VALUE_NONE || !r.value.number)
         return;
     const int number = truncate_to_int(round6(*r.value.number));
     const CheckedArea& area = r.listing.areas[static_cast<std::size_t>(r.area)];
@@ -100,23 +104,7 @@ void read_restore(StatementReader& r) {
         refuse(r, FindingKind::NO_SUCH_LINE, at, "there is no DATA in a line " + std::to_string(number));
 }
 
-// Modes and sound.
-
-bool outside(const CheckedOperand& value, double lowest, double highest) {
-    return value.number && !(*value.number >= lowest && *value.number <= highest);
-}
-
-void read_mode(StatementReader& r) {
-    const char* at = skip_blanks(r.scan);
-    r.value = {};
-    read_statement(r);
-    if (r.failed)
-        return;
-    if (r.value.kind == VALUE_NONE)
-        refuse_shape(r, "MODE needs a number");
-    else if (is_string(r.value) || outside(r.value, 4, 8))
-        refuse(r, FindingKind::OUT_OF_RANGE, at, "the modes of MODE are 4 to 8");
-}
+// SET.
 
 char take_char(StatementReader& r) {
     r.scan = skip_blanks(r.scan);
@@ -150,45 +138,6 @@ void read_set(StatementReader& r) {
         refuse(r, FindingKind::BAD_STATEMENT, at, "SET needs E, F, G or N");
 }
 
-void read_beep(StatementReader& r) {
-    const char* at = skip_blanks(r.scan);
-    r.value = {};
-    r.may_lack = true;
-    read_statement(r);
-    if (r.failed)
-        return;
-    if (!is_statement_end(r.token) && !may_be_number(r.value))
-        refuse(r, FindingKind::WRONG_TYPE, at, "BEEP takes a number");
-    else if (outside(r.value, 0, 1))
-        refuse(r, FindingKind::OUT_OF_RANGE, at, "the tones of BEEP are 0 and 1");
-}
-
-void check_beeps_number(StatementReader& r, const char* at, double lowest, double highest, const char* text) {
-    if (r.failed)
-        return;
-    if (!may_be_number(r.value))
-        refuse(r, FindingKind::BAD_STATEMENT, at, "BEEPS takes three numbers: octave, note, milliseconds");
-    else if (outside(r.value, lowest, highest))
-        refuse(r, FindingKind::OUT_OF_RANGE, at, text);
-}
-
-void read_beeps(StatementReader& r) {
-    constexpr double ANY = 1e100;
-    const char* at = skip_blanks(r.scan);
-    r.value = {};
-    read_statement(r);
-    check_beeps_number(r, at, 1, 8, "the octaves of BEEPS are 1 to 8");
-    for (const bool note : {true, false}) {
-        if (!r.failed && r.token != TOKEN_COMMA)
-            refuse_shape(r, "BEEPS takes three numbers: octave, note, milliseconds");
-        if (r.failed)
-            return;
-        at = skip_blanks(r.scan);
-        read_argument(r);
-        check_beeps_number(r, at, note ? 0 : -ANY, note ? 11 : ANY, "the notes of BEEPS are 0 to 11");
-    }
-}
-
 // The rest.
 
 void read_run(StatementReader& r) {
@@ -202,12 +151,11 @@ void read_run(StatementReader& r) {
     next(r);
 }
 
-void read_gload(StatementReader& r) {
-    const char* at = skip_blanks(r.scan);
-    read_argument(r);
-    if (!r.failed && type_of(r.value) != OperandType::STRING)
-        refuse(r, FindingKind::WRONG_TYPE, at, "GLOAD takes the name of a file");
-}
+/// What the statement takes is all in its signature.
+void read_regular(StatementReader& r) { read_by_signature(r, *find_statement_signature(r.token)); }
+
+/// A word that the machine knows and always refuses.
+void read_unsupported(StatementReader& r) { refuse_unsupported(r, r.scanned); }
 
 void read_let(StatementReader& r) {
     next(r);
@@ -225,26 +173,38 @@ void read_one_token(StatementReader& r) { next(r); }
 
 void read_stop(StatementReader&) {}
 
+/// A statement word and how what follows it is read.
+struct WordShape {
+    TokenCode token;
+    StmtKind kind; ///< the context that the word sets, KIND_NONE for none
+    void (*read)(StatementReader&);
+};
+
 // PRINT and INPUT only set their context: their lists are read_statement's.
 // clang-format off
 constexpr WordShape STATEMENT_SHAPES[] = {
     {TOKEN_PRINT,    KIND_PRINT,     read_stop},
     {TOKEN_INPUT,    KIND_INPUT,     read_stop},
+    {TOKEN_GOTO,     KIND_JUMP,      read_goto},
+    {TOKEN_GOSUB,    KIND_JUMP,      read_gosub},
+    {TOKEN_ON,       KIND_JUMP,      read_on},
+    {TOKEN_RETURN,   KIND_NONE,      read_return},
+    {TOKEN_IF,       KIND_CONDITION, read_if},
     {TOKEN_FOR,      KIND_FOR,       read_for},
     {TOKEN_NEXT,     KIND_NONE,      read_next},
     {TOKEN_STOP,     KIND_NONE,      read_stop},
     {TOKEN_END_WORD, KIND_NONE,      leave_line},
     {TOKEN_COMMAND,  KIND_NONE,      leave_line},
     {TOKEN_RUN,      KIND_NONE,      read_run},
-    {TOKEN_MODE,     KIND_NONE,      read_mode},
+    {TOKEN_MODE,     KIND_NONE,      read_regular},
     {TOKEN_SET,      KIND_NONE,      read_set},
-    {TOKEN_BEEP,     KIND_NONE,      read_beep},
-    {TOKEN_BEEPS,    KIND_NONE,      read_beeps},
+    {TOKEN_BEEP,     KIND_NONE,      read_regular},
+    {TOKEN_BEEPS,    KIND_NONE,      read_regular},
     {TOKEN_BEEPWAIT, KIND_NONE,      read_one_token},
     {TOKEN_VAC,      KIND_NONE,      read_one_token},
     {TOKEN_READ,     KIND_NONE,      read_read},
     {TOKEN_RESTORE,  KIND_NONE,      read_restore},
-    {TOKEN_GLOAD,    KIND_NONE,      read_gload},
+    {TOKEN_GLOAD,    KIND_NONE,      read_regular},
     {TOKEN_LET,      KIND_NONE,      read_let},
     {TOKEN_REM,      KIND_NONE,      read_rem},
     {TOKEN_DATA,     KIND_NONE,      skip_statement},
@@ -257,25 +217,26 @@ constexpr WordShape STATEMENT_SHAPES[] = {
     {TOKEN_GET,      KIND_NONE,      skip_statement},
     {TOKEN_VERIFY,   KIND_NONE,      skip_statement},
     {TOKEN_PASS,     KIND_NONE,      skip_statement},
+    {TOKEN_READ_FILE,    KIND_NONE,  read_unsupported},
+    {TOKEN_RESTORE_FILE, KIND_NONE,  read_unsupported},
+    {TOKEN_WRITE_FILE,   KIND_NONE,  read_unsupported},
 };
 // clang-format on
 
+static_assert(has_all_statements(STATEMENT_SHAPES), "each statement needs one row; core/words.h says which there are");
+
 } // namespace
 
-bool read_by_shape(StatementReader& r, std::span<const WordShape> shapes) {
-    for (const WordShape& shape : shapes) {
-        if (shape.token != r.token)
-            continue;
-        r.kind = shape.kind != KIND_NONE ? shape.kind : r.kind;
-        shape.read(r);
-        if (r.leaves_line && r.token != TOKEN_END)
-            r.token = TOKEN_COLON; // the machine has gone on elsewhere
-        return true;
-    }
-    return false;
+void read_statement_word(StatementReader& r) {
+    const auto* shape = std::find_if(std::begin(STATEMENT_SHAPES), std::end(STATEMENT_SHAPES),
+                                     [&r](const WordShape& row) { return row.token == r.token; });
+    if (shape == std::end(STATEMENT_SHAPES))
+        return refuse_unsupported(r, r.scanned);
+    r.kind = shape->kind != KIND_NONE ? shape->kind : r.kind;
+    shape->read(r);
+    if (r.leaves_line && r.token != TOKEN_END)
+        r.token = TOKEN_COLON; // the machine has gone on elsewhere
 }
-
-bool read_statement_word(StatementReader& r) { return read_jump_word(r) || read_by_shape(r, STATEMENT_SHAPES); }
 
 void read_print_list(StatementReader& r) {
     do {

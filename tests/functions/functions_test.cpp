@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Functions: values in the three angle units, the ends of domains, argument lists, the random generator, strings, KEY$,
 // and CSR in PRINT.
-#include "functions/list_functions.h"
+#include "functions/number_functions.h"
 #include "shell/key_queue.h"
 #include "tests/support/cases_file.h"
 #include "tests/support/outcomes.h"
