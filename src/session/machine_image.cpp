@@ -13,9 +13,8 @@
 namespace quillon {
 namespace {
 
-constexpr std::string_view MAGIC = "QLLNSTAT";
-constexpr std::size_t HEAD_SIZE = MAGIC.size() + 8; ///< with version and checksum
-constexpr std::size_t QUEUE_MAX = 4096;             ///< key events and keys that are down
+constexpr std::size_t HEAD_SIZE = IMAGE_MAGIC.size() + 8; ///< with version and checksum
+constexpr std::size_t QUEUE_MAX = 4096;                   ///< key events and keys that are down
 
 std::uint32_t checksum(std::string_view bytes) {
     std::uint32_t crc = CRC32_START;
@@ -282,7 +281,7 @@ std::string moment_image(const Moment& moment) {
     pass_moment(body, moment);
     write_rest(body, moment);
     Writer image;
-    image.bytes = MAGIC;
+    image.bytes = IMAGE_MAGIC;
     image.number(IMAGE_VERSION, 4);
     image.number(checksum(body.bytes), 4);
     return image.bytes + body.bytes;
@@ -290,9 +289,9 @@ std::string moment_image(const Moment& moment) {
 
 std::optional<Moment> read_moment_image(std::string_view bytes, ImageFault& fault) {
     fault = ImageFault::NOT_AN_IMAGE;
-    if (bytes.size() < HEAD_SIZE || !bytes.starts_with(MAGIC))
+    if (bytes.size() < HEAD_SIZE || !bytes.starts_with(IMAGE_MAGIC))
         return std::nullopt;
-    Reader io{bytes.substr(MAGIC.size())};
+    Reader io{bytes.substr(IMAGE_MAGIC.size())};
     const std::uint64_t version = io.number(4);
     const std::uint64_t expected = io.number(4);
     fault = ImageFault::OTHER_VERSION;

@@ -14,6 +14,9 @@ namespace quillon {
 /// Changes whenever the record or its order changes: an image of another version is not read.
 constexpr std::uint32_t IMAGE_VERSION = 1;
 
+/// What an image begins with. Version and checksum of what follows come after it, four bytes each.
+constexpr std::string_view IMAGE_MAGIC = "QLLNSTAT";
+
 /// The image of a moment: version, checksum, record, keys, name of the skin, listing.
 std::string moment_image(const Moment& moment);
 
