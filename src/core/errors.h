@@ -20,6 +20,7 @@ struct MessageId {
 constexpr MessageId MESSAGE_OUT_OF_MEMORY{"SYSTEM", 1};
 constexpr MessageId MESSAGE_CANNOT_OPEN{"SYSTEM", 2};
 constexpr MessageId MESSAGE_NO_LISTING{"SYSTEM", 3};
+constexpr MessageId MESSAGE_NO_EDITOR{"SYSTEM", 10};
 constexpr MessageId MESSAGE_UNKNOWN_TOKEN{"SYSTEM", 4};
 constexpr MessageId MESSAGE_DIVISION_BY_ZERO{"SYSTEM", 5};
 constexpr MessageId MESSAGE_NUMBER_RANGE{"SYSTEM", 6};

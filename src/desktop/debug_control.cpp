@@ -2,6 +2,7 @@
 // The debugger's journeys, and what it watches while the clock ticks.
 #include "desktop/debug_control.h"
 
+#include "core/charset.h"
 #include "session/cell_text.h"
 
 #include <algorithm>
@@ -14,7 +15,9 @@ constexpr TickCount STEP_TICKS_MAX = 1'000'000;
 
 } // namespace
 
-DebugControl::DebugControl(Session& session_, QObject* parent) : QObject(parent), session(session_) {}
+DebugControl::DebugControl(Session& session_, QObject* parent) : QObject(parent), session(session_) {
+    debugger.log_message = [this](const std::string& text) { emit logged(QString::fromStdString(to_unicode(text))); };
+}
 
 bool DebugControl::tick() {
     if (debugger.watches.empty())
@@ -58,13 +61,40 @@ void DebugControl::go_on_from_here() {
     go_on();
 }
 
+void DebugControl::go_to_line(int area, int line, bool backward) {
+    arrive(backward ? run_back_to_line(session, area, line)
+                    : run_to_line(session, debugger, area, line, STEP_TICKS_MAX));
+}
+
+bool DebugControl::go_back_to_change(CellIndex cell) {
+    const auto journey = back_to_change(session, cell);
+    if (journey)
+        arrive(*journey);
+    return journey.has_value();
+}
+
 void DebugControl::toggle_breakpoint(int area, int line) {
     const auto is_there = [=](const Watch& watch) {
         return watch.kind == Watch::Kind::LINE && watch.area == area && watch.line == line;
     };
     if (std::erase_if(debugger.watches, is_there) == 0)
         add_watch(debugger, session.simulator.machine, {.kind = Watch::Kind::LINE, .area = area, .line = line});
-    emit moved();
+    emit watches_changed();
+}
+
+bool DebugControl::put_watch(Watch& watch, int replaced) {
+    const int id = add_watch(debugger, session.simulator.machine, watch);
+    if (id == 0)
+        return false;
+    watch = debugger.watches.back();
+    remove_watch(debugger, replaced);
+    emit watches_changed();
+    return true;
+}
+
+void DebugControl::take_watch_away(int id) {
+    remove_watch(debugger, id);
+    emit watches_changed();
 }
 
 bool DebugControl::change_cell(CellIndex cell, const std::string& text) {

@@ -30,6 +30,10 @@ public:
     void go_back();
     void step(StepKind kind, bool backward);
     void go_to(TickCount tick);
+    void go_to_line(int area, int line, bool backward);
+
+    /// To before the last change of a cell; false, and nothing happens, when it has not changed.
+    bool go_back_to_change(CellIndex cell);
 
     /// Drops what came after the present moment, and goes on.
     void go_on_from_here();
@@ -37,12 +41,23 @@ public:
     /// Adds a breakpoint to a line, or takes that of this line away.
     void toggle_breakpoint(int area, int line);
 
+    /// Adds a watch, or puts it in the place of another. One on a line that is not there moves to the next line; false
+    /// when there is none, and nothing changes. `watch` becomes what was added.
+    bool put_watch(Watch& watch, int replaced = 0);
+    void take_watch_away(int id);
+
     /// Changes a cell; false for a text that stands for no value.
     bool change_cell(CellIndex cell, const std::string& text);
 
 signals:
     /// The machine stands still, goes on, or has been taken to another moment.
     void moved();
+
+    /// What is watched has changed.
+    void watches_changed();
+
+    /// A watch had something to say.
+    void logged(const QString& text);
 
 private:
     void arrive(const Journey& journey);

@@ -6,6 +6,7 @@
 #include "core/variables.h"
 #include "desktop/catalogue_text.h"
 #include "desktop/time_slider.h"
+#include "desktop/watch_list.h"
 #include "session/cell_text.h"
 #include "shell/window_texts.h"
 
@@ -14,6 +15,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
 #include <QSplitter>
 #include <QTableWidget>
 #include <QToolBar>
@@ -82,10 +84,11 @@ std::size_t statement_size(std::string_view text) {
 
 } // namespace
 
-DebuggerWindow::DebuggerWindow(Session& session_, DebugControl& control_, QWidget* main_window)
-    : QDialog(main_window), session(session_), machine(session_.simulator.machine), control(control_),
+DebuggerWindow::DebuggerWindow(Session& session_, DebugControl& control_,
+                               const std::function<void(const QString&)>& note_, QWidget* main_window)
+    : QDialog(main_window), session(session_), machine(session_.simulator.machine), control(control_), note(note_),
       shown_cells(machine.variables) {
-    constexpr QSize SIZE(880, 520);
+    constexpr QSize SIZE(920, 560);
     setWindowTitle(text(DEBUGGER_TITLE));
     auto* bar = new QToolBar;
     build_buttons(*bar);
@@ -95,6 +98,7 @@ DebuggerWindow::DebuggerWindow(Session& session_, DebugControl& control_, QWidge
     stack = new QListWidget;
     stack->setAccessibleName(text(DEBUGGER_STACK));
     cells = make_table(CELL_COLUMNS, text(DEBUGGER_CELLS));
+    watches = new WatchList(session, control, note);
     slider = new TimeSlider;
     slider->setAccessibleName(text(DEBUGGER_TIME));
     time = new QLabel;
@@ -102,6 +106,7 @@ DebuggerWindow::DebuggerWindow(Session& session_, DebugControl& control_, QWidge
     auto* right = new QSplitter(Qt::Vertical);
     right->addWidget(cells);
     right->addWidget(stack);
+    right->addWidget(watches);
     auto* centre = new QSplitter;
     centre->addWidget(listing);
     centre->addWidget(right);
@@ -117,12 +122,16 @@ DebuggerWindow::DebuggerWindow(Session& session_, DebugControl& control_, QWidge
     column->addLayout(foot);
     resize(SIZE);
 
-    connect(&control, &DebugControl::moved, this, &DebuggerWindow::refresh);
     connect(slider, &TimeSlider::chosen, this, [this](quint64 tick) { control.go_to(tick); });
     connect(listing, &QTableWidget::cellClicked, this, [this](int row, int clicked) {
         if (clicked == MARGIN)
             toggle_breakpoint(row);
     });
+    listing->setContextMenuPolicy(Qt::CustomContextMenu);
+    cells->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(listing, &QTableWidget::customContextMenuRequested, this, &DebuggerWindow::open_line_menu);
+    connect(cells, &QTableWidget::customContextMenuRequested, this, &DebuggerWindow::open_cell_menu);
+    connect(&control, &DebugControl::watches_changed, this, &DebuggerWindow::show_breakpoints);
     connect(cells, &QTableWidget::itemChanged, this, [this](QTableWidgetItem* item) { change_cell(*item); });
     since_refresh.start();
     refresh();
@@ -157,6 +166,12 @@ void DebuggerWindow::build_buttons(QToolBar& bar) {
                [this] { control.step(StepKind::OUT, true); });
     bar.addSeparator();
     add_button(bar, DEBUGGER_BREAKPOINT, Qt::Key_F9, [this] { toggle_breakpoint(listing->currentRow()); });
+    for (const bool backward : {false, true}) {
+        auto* to_line = new QAction(text(backward ? DEBUGGER_BACK_TO_LINE : DEBUGGER_TO_LINE), this);
+        to_line->setShortcut(backward ? Qt::CTRL | Qt::ALT | Qt::Key_F10 : Qt::CTRL | Qt::Key_F10);
+        connect(to_line, &QAction::triggered, this, [this, backward] { go_to_line(listing->currentRow(), backward); });
+        addAction(to_line);
+    }
     add_button(bar, DEBUGGER_FROM_HERE, Qt::CTRL | Qt::Key_F5, [this] { control.go_on_from_here(); });
 }
 
@@ -184,6 +199,8 @@ void DebuggerWindow::show_status() {
         const WindowText* reason = &DEBUGGER_STANDS;
         if (stop.reason == StopReason::BREAKPOINT)
             reason = &DEBUGGER_AT_BREAKPOINT;
+        else if (stop.reason == StopReason::WATCHPOINT)
+            reason = &DEBUGGER_AT_WATCH;
         else if (stop.reason == StopReason::ERROR)
             reason = &DEBUGGER_AT_ERROR;
         else if (stop.reason == StopReason::START)
@@ -215,11 +232,15 @@ void DebuggerWindow::fill_listing() {
         }
         listing->resizeColumnsToContents();
     }
+    show_breakpoints();
+}
+
+void DebuggerWindow::show_breakpoints() {
     for (int row = 0; row < listing->rowCount(); ++row) {
         const int line = current_area(machine).lines[static_cast<std::size_t>(row)].number;
         const bool has_breakpoint =
             std::any_of(control.watches().begin(), control.watches().end(), [&](const Watch& watch) {
-                return watch.kind == Watch::Kind::LINE && watch.area == area && watch.line == line;
+                return watch.kind == Watch::Kind::LINE && watch.area == shown_area && watch.line == line;
             });
         listing->item(row, MARGIN)->setText(has_breakpoint ? QString(BREAKPOINT_MARK) : QString());
     }
@@ -317,6 +338,44 @@ void DebuggerWindow::toggle_breakpoint(int row) {
     const int line = current_area(machine).lines[static_cast<std::size_t>(row)].number;
     control.toggle_breakpoint(shown_area, line);
     listing->setCurrentCell(row, LINE_NUMBER);
+}
+
+void DebuggerWindow::go_to_line(int row, bool backward) {
+    if (row >= 0 && row < listing->rowCount())
+        control.go_to_line(shown_area, current_area(machine).lines[static_cast<std::size_t>(row)].number, backward);
+}
+
+void DebuggerWindow::open_line_menu(const QPoint& place) {
+    const int row = listing->rowAt(place.y());
+    if (row < 0)
+        return;
+    QMenu menu(this);
+    menu.addAction(text(DEBUGGER_TO_LINE), this, [=, this] { go_to_line(row, false); });
+    menu.addAction(text(DEBUGGER_BACK_TO_LINE), this, [=, this] { go_to_line(row, true); });
+    menu.addSeparator();
+    menu.addAction(text(DEBUGGER_BREAKPOINT), this, [=, this] { toggle_breakpoint(row); });
+    const int line = current_area(machine).lines[static_cast<std::size_t>(row)].number;
+    menu.addAction(text(DEBUGGER_BREAK_EDIT), this, [=, this] { watches->edit({.area = shown_area, .line = line}); });
+    menu.exec(listing->viewport()->mapToGlobal(place));
+}
+
+void DebuggerWindow::open_cell_menu(const QPoint& place) {
+    const int row = cells->rowAt(place.y());
+    if (row < 0)
+        return;
+    const auto cell = static_cast<CellIndex>(cells->item(row, CELL_NAME)->data(Qt::UserRole).toInt());
+    QMenu menu(this);
+    menu.addAction(text(DEBUGGER_BACK_TO_CHANGE), this, [=, this] { go_back_to_change(cell); });
+    menu.addAction(text(DEBUGGER_WATCH_CELL), this, [=, this] {
+        Watch watch{.kind = Watch::Kind::CELL, .cell = cell};
+        control.put_watch(watch);
+    });
+    menu.exec(cells->viewport()->mapToGlobal(place));
+}
+
+void DebuggerWindow::go_back_to_change(CellIndex cell) {
+    if (!control.go_back_to_change(cell))
+        note(text(DEBUGGER_NOT_CHANGED));
 }
 
 /// A value that cannot be one is taken back.

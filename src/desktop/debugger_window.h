@@ -10,6 +10,7 @@
 #include <QElapsedTimer>
 
 #include <array>
+#include <functional>
 
 class QAction;
 class QLabel;
@@ -21,12 +22,18 @@ class QToolBar;
 namespace quillon {
 
 class TimeSlider;
+class WatchList;
 
 class DebuggerWindow : public QDialog {
     Q_OBJECT
 
 public:
-    DebuggerWindow(Session& session, DebugControl& control, QWidget* main_window);
+    /// `note` shows what the user should know.
+    DebuggerWindow(Session& session, DebugControl& control, const std::function<void(const QString&)>& note,
+                   QWidget* main_window);
+
+    /// Shows where the machine is.
+    void refresh();
 
     /// Shows where the machine is; while it runs, at most some times a second.
     void follow_tick();
@@ -35,24 +42,30 @@ private:
     void build_buttons(QToolBar& bar);
     QAction* add_button(QToolBar& bar, const struct WindowText& text, const QKeySequence& key,
                         const std::function<void()>& act);
-    void refresh();
     void show_status();
     void fill_listing();
     void show_position();
     void show_stack();
     void show_cells();
     void show_time();
+    void show_breakpoints();
     void toggle_breakpoint(int row);
+    void open_line_menu(const QPoint& place);
+    void open_cell_menu(const QPoint& place);
+    void go_to_line(int row, bool backward);
+    void go_back_to_change(CellIndex cell);
     void change_cell(const QTableWidgetItem& item);
     [[nodiscard]] QString text(const WindowText& text) const;
 
     Session& session;
     const Machine& machine; ///< of the session
     DebugControl& control;
+    std::function<void(const QString&)> note;
     QLabel* status = nullptr;
     QTableWidget* listing = nullptr;
     QListWidget* stack = nullptr;
     QTableWidget* cells = nullptr;
+    WatchList* watches = nullptr;
     TimeSlider* slider = nullptr;
     QLabel* time = nullptr;
     QAction* go_on = nullptr;

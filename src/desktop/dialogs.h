@@ -3,7 +3,7 @@
 #pragma once
 
 #include "core/messages.h"
-#include "shell/commands.h"
+#include "shell/editor_call.h"
 #include "shell/settings.h"
 
 #include <QString>

@@ -4,10 +4,12 @@
 
 #include "core/machine.h"
 #include "desktop/catalogue_text.h"
+#include "shell/window_texts.h"
 
 #include <QDialog>
 #include <QFontDatabase>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -38,9 +40,22 @@ QString detail_text(const Machine& m) {
                                                 catalogue_text(m.around->catalogue, "DLG_ERRINFO", 8) + "\r\n");
 }
 
+/// A button that closes the dialog and leads elsewhere.
+void add_button(QDialog& dialog, const Machine& m, const WindowText& text, const std::function<void()>& act) {
+    if (!act)
+        return;
+    auto* button = new QPushButton(catalogue_text(m.around->catalogue, text.section, text.number, text.built_in));
+    button->setAutoDefault(false);
+    QObject::connect(button, &QPushButton::clicked, &dialog, [&dialog, act] {
+        dialog.close();
+        act();
+    });
+    dialog.layout()->addWidget(button);
+}
+
 } // namespace
 
-void show_error_detail(const Machine& m, QWidget* parent) {
+void show_error_detail(const Machine& m, const ErrorPlaces& places, QWidget* parent) {
     constexpr int MARGIN = 8;
     constexpr int FONT_PIXELS = 12;
     constexpr QSize SIZE(540, 300);
@@ -61,6 +76,8 @@ void show_error_detail(const Machine& m, QWidget* parent) {
     auto* column = new QVBoxLayout(dialog);
     column->setContentsMargins(MARGIN, MARGIN, MARGIN, MARGIN);
     column->addWidget(field);
+    add_button(*dialog, m, ERROR_IN_LISTING, places.show_in_listing);
+    add_button(*dialog, m, ERROR_IN_EDITOR, places.open_editor);
     dialog->resize(SIZE);
     dialog->open();
 }

@@ -16,6 +16,7 @@
 #include "files/host_disk.h"
 #include "shell/clipboard.h"
 #include "shell/commands.h"
+#include "shell/editor_call.h"
 #include "shell/startup.h"
 #include "shell/window_texts.h"
 
@@ -156,31 +157,34 @@ void MainWindow::follow_debugger() {
 
 /// Entries that are the window's alone, and no commands of the machine's host.
 void MainWindow::add_debug_entries() {
-    const auto add = [this](int menu, QAction* before, const WindowText& text, auto act) {
-        auto* action = new QAction(
-            catalogue_text(simulator.machine.around->catalogue, text.section, text.number, text.built_in), this);
-        connect(action, &QAction::triggered, this, act);
-        menuBar()->actions()[menu]->menu()->insertAction(before, action);
-    };
-    QAction* leave_entry = menuBar()->actions()[0]->menu()->actions().last();
-    add(0, leave_entry, MENU_SAVE_SESSION, [this] { save_session(*this, session, show_text()); });
-    add(0, leave_entry, MENU_SAVE_STATE, [this] { save_state_file(*this, session, show_text()); });
-    add(0, leave_entry, MENU_RESTORE_STATE, [this] { restore_state_file(*this, session, show_text()); });
-    menuBar()->actions()[0]->menu()->insertSeparator(leave_entry);
-    add(1, nullptr, MENU_DEBUGGER, [this] { open_debugger(); });
-}
-
-TextShower MainWindow::show_text() {
-    return [this](const QString& text) { show_warning(text); };
+    QMenu* file = menuBar()->actions()[0]->menu();
+    QMenu* command = menuBar()->actions()[1]->menu();
+    const auto show = [this](const QString& text) { show_warning(text); };
+    add_session_entries(*file, file->actions().last(), session, files.paths.folder, show);
+    const MessageCatalogue& catalogue = simulator.machine.around->catalogue;
+    command->addAction(catalogue_text(catalogue, MENU_DEBUGGER.section, MENU_DEBUGGER.number, MENU_DEBUGGER.built_in),
+                       this, [this] { open_debugger(); });
 }
 
 void MainWindow::open_debugger() {
     if (debugger == nullptr) {
-        debugger = new DebuggerWindow(session, *debugging, this);
+        const auto show = [this](const QString& text) { show_warning(text); };
+        debugger = new DebuggerWindow(session, *debugging, show, this);
         debugger->move(frameGeometry().bottomLeft());
     }
+    debugger->refresh();
     debugger->show();
     debugger->activateWindow();
+}
+
+/// While an error is on the display, its place can be looked at.
+void MainWindow::show_error() {
+    ErrorPlaces places;
+    if (const auto line = failed(simulator.machine) ? current_file_line(simulator.machine) : std::nullopt) {
+        places.show_in_listing = [this] { open_debugger(); };
+        places.open_editor = [this, line] { start_editor(*line); };
+    }
+    show_error_detail(simulator.machine, places, this);
 }
 
 void MainWindow::refresh() {
@@ -192,6 +196,8 @@ void MainWindow::refresh() {
         action->setChecked(find_host_command(command)->is_on(m));
     lcd->refresh();
     windows.follow_machine();
+    if (debugger != nullptr && debugger->isVisible())
+        debugger->refresh();
     if (ticker.is_armed() && !debugging->is_standing())
         ticker.arm();
 }
@@ -218,10 +224,10 @@ void MainWindow::carry_out(HostCommand command) {
     switch (command) {
     case COMMAND_OPEN: return open_listing_dialog();
     case COMMAND_EXIT: close(); return;
-    case COMMAND_EDITOR: return start_editor();
+    case COMMAND_EDITOR: return start_editor(1);
     case COMMAND_ABOUT: return show_about_dialog(simulator.machine.around->catalogue, this);
     case COMMAND_CONFIGURE: return configure();
-    case COMMAND_ERROR_DETAIL: return show_error_detail(simulator.machine, this);
+    case COMMAND_ERROR_DETAIL: return show_error();
     case COMMAND_HELP: return show_manual();
     default: return resize_to_zoom();
     }
@@ -255,12 +261,12 @@ void MainWindow::open_listing_dialog() {
 }
 
 /// When the editor cannot be started another one can be chosen.
-void MainWindow::start_editor() {
+void MainWindow::start_editor(int line) {
     const auto choose_another = [this] {
         show_warning(catalogue_text(simulator.machine.around->catalogue, "SYSTEM", 10));
         configure();
     };
-    if (const auto call = editor_call(simulator))
+    if (const auto call = editor_call(simulator, line))
         launch_editor(*call, choose_another);
 }
 

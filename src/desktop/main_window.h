@@ -59,8 +59,8 @@ private:
     void add_debug_entries();
     void open_debugger();
     void follow_debugger();
-    TextShower show_text();
-    void start_editor();
+    void show_error();
+    void start_editor(int line);
     void configure();
     void show_manual();
     void show_note(const QString& text);

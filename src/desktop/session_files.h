@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
-// Saving the session, and saving and restoring the state of the machine, each with a dialog that asks for the file.
+// The entries of the File menu that save the session, and save and restore the state of the machine: in ten slots
+// beside the settings, or in a file that a dialog asks for.
 #pragma once
 
 #include <QString>
 
 #include <functional>
+#include <string>
 
+class QAction;
+class QMenu;
 class QWidget;
 
 namespace quillon {
@@ -15,10 +19,11 @@ struct Session;
 /// Shows what went wrong.
 using TextShower = std::function<void(const QString& text)>;
 
-void save_session(QWidget& parent, const Session& session, const TextShower& show);
-void save_state_file(QWidget& parent, Session& session, const TextShower& show);
+constexpr int STATE_SLOTS = 10;
 
-/// A state of another version, and a damaged one, change nothing.
-void restore_state_file(QWidget& parent, Session& session, const TextShower& show);
+/// Adds the entries to a menu. The slots are files in `folder`, which is made when it is missing. A state of another
+/// version, and a damaged one, are refused and change nothing.
+void add_session_entries(QMenu& menu, QAction* before, Session& session, const std::string& folder,
+                         const TextShower& show);
 
 } // namespace quillon

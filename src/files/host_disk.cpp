@@ -33,6 +33,7 @@ Disk host_disk() {
                 std::error_code error;
                 return fs::is_regular_file(path, error);
             },
+        .home_folder = [] { return read_environment().home; },
         .read_catalogue = read_catalogue,
         .installed_catalogue =
             [](std::string_view language) { return installed_catalogue(find_resources(program_folder()), language); }};

@@ -153,6 +153,29 @@ Journey step_forward(Session& session, Debugger& debugger, StepKind kind, TickCo
     });
 }
 
+Journey run_to_line(Session& session, Debugger& debugger, int area, int line, TickCount most,
+                    const AfterTick& after_tick) {
+    std::vector<Watch> target{{.kind = Watch::Kind::LINE, .area = area, .line = line}};
+    return go_on(session, debugger.watches, most, after_tick, [&](const Machine& m, const BeforeTick& before) {
+        auto stop = watch_met(m, before, debugger.watches, debugger.log_message, true);
+        if (!stop && watch_met(m, before, target, {}, false))
+            stop = Stop{.reason = StopReason::STEP};
+        return stop ? stop : natural_stop(session, before);
+    });
+}
+
+Journey run_back_to_line(Session& session, int area, int line) {
+    std::vector<Watch> target{{.kind = Watch::Kind::LINE, .area = area, .line = line}};
+    const TickCount present = session.tick;
+    const auto test = [&](const Machine& m, const BeforeTick& before, TickCount tick) -> std::optional<Found> {
+        if (tick == present || !watch_met(m, before, target, {}, false))
+            return std::nullopt;
+        return Found{tick, Stop{.reason = StopReason::STEP}};
+    };
+    const auto found = last_in_past(session, target, first_tick(session), test);
+    return end_journey(session, present, first_tick(session), found);
+}
+
 Journey step_backward(Session& session, StepKind kind) {
     const TickCount present = session.tick;
     const int depth = session.simulator.machine.program.gosub_depth;

@@ -48,6 +48,11 @@ enum class StepKind : std::uint8_t {
 Journey step_forward(
     Session& session, Debugger& debugger, StepKind kind, TickCount most, const AfterTick& after_tick = [] {});
 
+/// To before the first statement of a line, forwards or backwards, unless something stops the program before.
+Journey run_to_line(
+    Session& session, Debugger& debugger, int area, int line, TickCount most, const AfterTick& after_tick = [] {});
+Journey run_back_to_line(Session& session, int area, int line);
+
 /// Back to before the statement that was executed last, the last one at this depth, or the GOSUB that led here.
 Journey step_backward(Session& session, StepKind kind);
 

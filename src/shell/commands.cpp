@@ -3,19 +3,15 @@
 #include "shell/commands.h"
 
 #include "core/controls.h"
-#include "core/errors.h"
 #include "shell/listing_file.h"
 #include "shell/paths.h"
 #include "shell/simulator.h"
 #include "shell/skins.h"
 
 #include <optional>
-#include <sstream>
 
 namespace quillon {
 namespace {
-
-constexpr MessageId MESSAGE_NO_EDITOR{"SYSTEM", 10};
 
 /// The default skin; without any skin there is nothing to show, and the window closes.
 bool restore_default_skin(Simulator& s) {
@@ -23,11 +19,6 @@ bool restore_default_skin(Simulator& s) {
         return true;
     s.window.perform(COMMAND_EXIT);
     return false;
-}
-
-void show_catalogue_message(Machine& m, MessageId message) {
-    m.around->host.show_message(lookup_message(m.around->catalogue, message.section, message.number),
-                                MessageIcon::WARNING);
 }
 
 // RUN and STOP.
@@ -55,21 +46,6 @@ void reload(Simulator& s, int) {
     if (s.preferences.last_file.empty())
         return show_catalogue_message(s.machine, MESSAGE_NO_LISTING);
     open_listing(s, s.preferences.last_file);
-}
-
-/// The program of the setting, and its own arguments. What is a file as it stands has none, whatever blanks are in it.
-EditorCall split_editor(const Disk& disk, const std::string& editor) {
-    // There is no such program here: the system's own opener of text files stands for it.
-    if (name_of(editor) == "notepad.exe")
-        return {"xdg-open", {}};
-    if (disk.is_regular_file(editor))
-        return {editor, {}};
-    std::istringstream words(editor);
-    EditorCall call;
-    words >> call.program;
-    for (std::string word; words >> word;)
-        call.arguments.push_back(word);
-    return call;
 }
 
 // The command line.
@@ -164,6 +140,11 @@ const HostCommandRow* find_host_command(int number) {
     return nullptr;
 }
 
+void show_catalogue_message(Machine& m, MessageId message) {
+    m.around->host.show_message(lookup_message(m.around->catalogue, message.section, message.number),
+                                MessageIcon::WARNING);
+}
+
 void run_host_command(Simulator& s, int number) {
     if (const HostCommandRow* row = find_host_command(number))
         row->carry_out(s, row->number);
@@ -194,20 +175,6 @@ bool open_listing(Simulator& s, const std::string& path) {
     if (result != LoadResult::UNREADABLE && restore_default_skin(s))
         s.window.refresh();
     return result == LoadResult::LOADED;
-}
-
-std::optional<EditorCall> editor_call(Simulator& s) {
-    if (s.preferences.editor.empty()) {
-        show_catalogue_message(s.machine, MESSAGE_NO_EDITOR);
-        return std::nullopt;
-    }
-    if (s.preferences.last_file.empty()) {
-        show_catalogue_message(s.machine, MESSAGE_NO_LISTING);
-        return std::nullopt;
-    }
-    EditorCall call = split_editor(s.disk, s.preferences.editor);
-    call.arguments.push_back(s.preferences.last_file);
-    return call;
 }
 
 std::string window_title(const Simulator& s) {

@@ -4,14 +4,13 @@
 #pragma once
 
 #include "core/controls.h"
+#include "core/errors.h"
 #include "core/host_commands.h"
 #include "shell/window_texts.h"
 
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace quillon {
 
@@ -47,14 +46,8 @@ LoadResult load_listing_file(Simulator& s, const std::string& path);
 /// and puts the default skin in place. True when it was loaded.
 bool open_listing(Simulator& s, const std::string& path);
 
-/// The text editor and the listing that it is to open: a program and its arguments, which no shell ever sees.
-struct EditorCall {
-    std::string program;
-    std::vector<std::string> arguments; ///< the listing is the last
-};
-
-/// How to start the editor; nothing, after a message box, when there is no editor or no listing.
-std::optional<EditorCall> editor_call(Simulator& s);
+/// Shows a text of the catalogue as a warning.
+void show_catalogue_message(Machine& m, MessageId message);
 
 /// The window's title: the program's name, and the current listing's.
 std::string window_title(const Simulator& s);

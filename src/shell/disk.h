@@ -49,6 +49,9 @@ struct Disk {
     /// Whether there is an ordinary file here (links followed): not a folder, pipe or device.
     std::function<bool(const std::string& path)> is_regular_file = [](const std::string&) { return false; };
 
+    /// The user's home folder.
+    std::function<std::string()> home_folder = [] { return std::string(); };
+
     /// Reads a message catalogue in any encoding it may have; nothing when it cannot be read.
     std::function<std::optional<MessageCatalogue>(const std::string& path)> read_catalogue = [](const std::string&) {
         return std::optional<MessageCatalogue>();

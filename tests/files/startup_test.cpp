@@ -7,6 +7,7 @@
 #include "files/state_files.h"
 #include "keys/soft_keyboard.h"
 #include "shell/commands.h"
+#include "shell/editor_call.h"
 #include "shell/saved_values.h"
 #include "shell/skins.h"
 #include "tests/support/child_process.h"

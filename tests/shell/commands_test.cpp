@@ -5,6 +5,7 @@
 #include "shell/clipboard.h"
 #include "shell/commands.h"
 #include "shell/configuration.h"
+#include "shell/editor_call.h"
 #include "shell/recent_listings.h"
 #include "shell/skins.h"
 #include "tests/support/cases_file.h"
@@ -90,7 +91,8 @@ std::string call_of_editor(const FileCase& row) {
     const std::size_t end = row.input.find("<");
     t.simulator->preferences.editor = row.input.substr(0, end);
     t.simulator->preferences.last_file = row.input.substr(end + 1);
-    const auto call = editor_call(*t.simulator);
+    t.simulator->disk.home_folder = [] { return "/home/me"; };
+    const auto call = editor_call(*t.simulator, 7);
     std::string told = call ? call->program : "";
     for (const std::string& argument : call ? call->arguments : t.messages)
         told += "|" + argument;
