@@ -16,7 +16,9 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
+#include <QScreen>
 #include <QSplitter>
+#include <QStyle>
 #include <QTableWidget>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -82,13 +84,22 @@ std::size_t statement_size(std::string_view text) {
     return text.size();
 }
 
+/// Wide enough for the buttons, and small enough for the main window to be seen as well.
+QSize fitting_size(int width_of_buttons, const QWidget& main_window) {
+    constexpr QSize SIZE(920, 560);
+    constexpr QSize FRAME(40, 60); ///< and margins
+    constexpr QSize SMALLEST(400, 240);
+    const QSize screen = main_window.screen()->availableSize() - FRAME;
+    const QSize left(screen.width(), screen.height() - main_window.frameGeometry().height());
+    return SIZE.expandedTo({width_of_buttons + FRAME.width(), 0}).boundedTo(left).expandedTo(SMALLEST);
+}
+
 } // namespace
 
 DebuggerWindow::DebuggerWindow(Session& session_, DebugControl& control_,
                                const std::function<void(const QString&)>& note_, QWidget* main_window)
     : QDialog(main_window), session(session_), machine(session_.simulator.machine), control(control_), note(note_),
       shown_cells(machine.variables) {
-    constexpr QSize SIZE(920, 560);
     setWindowTitle(text(DEBUGGER_TITLE));
     auto* bar = new QToolBar;
     build_buttons(*bar);
@@ -120,7 +131,7 @@ DebuggerWindow::DebuggerWindow(Session& session_, DebugControl& control_,
     column->addWidget(status);
     column->addWidget(centre, 1);
     column->addLayout(foot);
-    resize(SIZE);
+    resize(fitting_size(bar->sizeHint().width(), *main_window));
 
     connect(slider, &TimeSlider::chosen, this, [this](quint64 tick) { control.go_to(tick); });
     connect(listing, &QTableWidget::cellClicked, this, [this](int row, int clicked) {
@@ -231,6 +242,7 @@ void DebuggerWindow::fill_listing() {
             listing->setItem(row, LINE_TEXT, fixed_item(machine_text(text_of(*machine.listing, line))));
         }
         listing->resizeColumnsToContents();
+        listing->setColumnWidth(MARGIN, listing->fontMetrics().height());
     }
     show_breakpoints();
 }
@@ -263,10 +275,12 @@ void DebuggerWindow::show_position() {
     auto* marked = new QLabel;
     marked->setTextFormat(Qt::RichText);
     marked->setFont(listing->font());
+    marked->setIndent(style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, listing) + 1); // as items have it
     marked->setAutoFillBackground(true);
-    marked->setText(machine_text(whole.substr(0, *place)).toHtmlEscaped() + QLatin1String("<b><u>") +
+    marked->setText(QLatin1String("<span style='white-space:pre'>") +
+                    machine_text(whole.substr(0, *place)).toHtmlEscaped() + QLatin1String("<b><u>") +
                     machine_text(statement).toHtmlEscaped() + QLatin1String("</u></b>") +
-                    machine_text(whole.substr(*place + statement.size())).toHtmlEscaped());
+                    machine_text(whole.substr(*place + statement.size())).toHtmlEscaped() + QLatin1String("</span>"));
     listing->setCellWidget(row, LINE_TEXT, marked);
     listing->scrollToItem(listing->item(row, LINE_NUMBER));
     if (control.is_standing())

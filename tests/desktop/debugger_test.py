@@ -117,7 +117,7 @@ class DebuggerTest(DesktopTest):
             accessible.press(accessible.control(program.window("Error details"), button, "push button"))
             wait_until(lambda: not program.has_window("Error details"), "the details to close")
         wait_until(lambda: accessible.is_active(program.window("Debugger")), "the debugger to get the keyboard")
-        wait_until(lambda: os.path.exists(calls), "the editor's call")
+        wait_until(lambda: os.path.exists(calls) and os.path.getsize(calls), "the editor's call")
         with open(calls, encoding="ascii") as made:
             self.assertEqual(made.read(), f"+5 {self.home}/error.bas\n")
         accessible.press(accessible.control(window, "Pause", "push button"))

@@ -48,7 +48,8 @@ class Screen:
 
     def set_up(self, scratch: str, size: str):
         ready, write_end = os.pipe()
-        self.start(["Xvfb", "-displayfd", str(write_end), "-screen", "0", size, "-nolisten", "tcp"], pass_fds=[write_end])
+        self.start(["Xvfb", "-displayfd", str(write_end), "-screen", "0", size, "-nolisten", "tcp", "-noreset"],
+                   pass_fds=[write_end])
         os.close(write_end)
         with os.fdopen(ready) as display:
             number = display.readline().strip()
